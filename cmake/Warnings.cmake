@@ -1,0 +1,20 @@
+# Options that all of our own targets share. Warnings are errors: a build that
+# prints nothing is the only kind in which a new warning is seen.
+add_library(qx_options INTERFACE)
+target_compile_options(qx_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+  -Wnon-virtual-dtor -Wold-style-cast -Woverloaded-virtual -Wnull-dereference -Werror)
+if(QX_SANITIZE)
+  target_compile_options(qx_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(qx_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(WIN32)
+  target_compile_definitions(qx_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
+  target_link_options(qx_options INTERFACE -static)
+endif()
+
+# What the portable folders are compiled with: the standard library and src/ as
+# the root of includes. On the Windows target the build still refuses a Windows
+# header there (tests/architecture).
+add_library(qx_portable INTERFACE)
+target_link_libraries(qx_portable INTERFACE qx_options)
+target_include_directories(qx_portable INTERFACE ${CMAKE_SOURCE_DIR}/src)
