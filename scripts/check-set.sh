@@ -1,0 +1,38 @@
+#!/usr/bin/env bash
+# Checks a backup set of the demonstration workstation without any of our own
+# tools: cabextract lists and unpacks the archives, and every file is compared
+# with the workstation's.
+#
+#   scripts/check-set.sh SET TARSUS_FOLDER
+set -euo pipefail
+cd "$(dirname "$0")/.."
+source scripts/common.sh
+set=$1 tarsus=$2
+work=$(mktemp -d)
+trap 'rm -rf "$work"' EXIT
+
+for archive in "$set"/*.cab; do
+  name=$(basename "$archive" .cab)
+  mkdir "$work/$name"
+  LC_ALL=C.UTF-8 cabextract -q -d "$work/$name" "$archive" >/dev/null || die "$name.cab cannot be read"
+  printf '   %-20s %9d bytes  %4d files\n' "$name.cab" "$(stat -c %s "$archive")" "$(find "$work/$name" -type f | wc -l)"
+done
+
+# Which folder of the workstation each archived folder came from.
+compare() {
+  local archived=$work/$1 original=$tarsus/$2
+  [ -d "$archived" ] || return 0
+  diff -r "$archived" "$original" >"$work/differences" ||
+    { head -n 5 "$work/differences" >&2; die "$1 differs from $2"; }
+  compared=$((compared + $(find "$archived" -type f | wc -l)))
+}
+compared=0
+compare PatientData/Patient Data/Patient
+compare PatientData/Image Data/Image
+compare MenuData/Menu Data/Menu
+compare UserData/User User
+compare ExplanationData/Explanation Data/Explanation
+compare ReportData/Report Data/Report
+compare ReportSetData/ReportSet Data/ReportSet
+[ "$compared" -gt 0 ] || die "nothing could be compared"
+say "$compared archived files are byte for byte the workstation's"

@@ -1,0 +1,73 @@
+# Sourced by ./run: the workstation in build/workstation, opened for a person or
+# worked by the operator program.
+
+workstation="$root/build/workstation"
+
+prepare_workstation() {
+  if [ -n "$keep" ] && [ -d "$workstation/drive_c/Tarsus" ]; then
+    export WINEPREFIX=$workstation
+    register_components
+    return
+  fi
+  say "Setting up the demonstration workstation (build/workstation)"
+  install_workstation "$workstation"
+}
+
+program='C:\Tarsus\Program\QXBackupUtility.exe'
+
+open_for_a_person() {
+  say "Demonstration users"
+  column -t -s $'\t' "$demo/users.tsv"
+  say "Opening the program; its removable drive E: is the folder $workstation.medium"
+  wine "$program"
+  wineserver -w
+}
+
+demonstrate() {
+  local display
+  rm -rf "$root/build/screenshots"
+  mkdir -p "$root/build/screenshots"
+  say "Starting a screen of its own for the operator"
+  display=$(start_screen)
+  trap stop_screen EXIT
+  export DISPLAY=$display
+  say "The operator works the windows"
+  wine "$root/build/windows/bin/operator.exe" "$root/build/screenshots" | tr -d '\r' ||
+    die "the demonstration failed"
+  show_backup_set
+}
+
+# Starts Xvfb with a window manager (without one, closed windows linger) and
+# prints the display's name.
+start_screen() {
+  local number=90
+  while [ -e "/tmp/.X11-unix/X$number" ] || [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
+  Xvfb ":$number" -screen 0 1280x960x24 -nolisten tcp >/dev/null 2>&1 &
+  echo $! >"$root/build/screen.pid"
+  local tries=100
+  until [ -e "/tmp/.X11-unix/X$number" ]; do
+    tries=$((tries - 1)); [ $tries -gt 0 ] || die "Xvfb does not start"
+    sleep 0.05
+  done
+  DISPLAY=":$number" openbox >/dev/null 2>&1 &
+  echo ":$number"
+}
+
+stop_screen() {
+  stop_wine "$workstation"
+  kill "$(cat "$root/build/screen.pid")" 2>/dev/null || true
+}
+
+# The set that was written, and the proof that it is one: an independent tool
+# reads the archives, and every byte is compared with the data it came from.
+show_backup_set() {
+  local set
+  set=$(dirname "$(find "$workstation.medium" -name BackupInfo.ini | head -n 1)")
+  [ -f "$set/BackupInfo.ini" ] || die "no backup set was written to $workstation.medium"
+  say "The backup set ($set)"
+  tr -d '\r' <"$set/BackupInfo.ini"
+  "$root/scripts/check-set.sh" "$set" "$workstation/drive_c/Tarsus"
+  say "The operation log"
+  tr -d '\r' <"$workstation/drive_c/Tarsus/Log/BackupUtility.log"
+  say "Screenshots: $(cd "$root" && ls build/screenshots/*.png | wc -l) in build/screenshots"
+}
