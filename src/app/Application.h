@@ -57,10 +57,10 @@ struct State {
   std::string SelectedFolder;  ///< destination of a backup, source of a restore
   std::string MediaAppType;    ///< of the first writable media drive
   std::string MediaAppCommand;
-  std::string StagingFolder;         ///< work folder of the job under way
-  std::uint32_t BackupSize = 0;      ///< bytes to be written
+  std::string StagingFolder;            ///< work folder of the job under way
+  std::uint32_t BackupSize = 0;         ///< bytes to be written
   std::uint32_t JoinedArchiveSize = 0;  ///< bytes of the joined archive of a floppy set
-  bool DeleteLogs = false;           ///< delete the host's logs after the backup
+  bool DeleteLogs = false;              ///< delete the host's logs after the backup
   bool BackupDone = false;
   bool RestoreDone = false;
   CategoriesPresent Present;

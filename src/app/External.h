@@ -10,6 +10,9 @@ namespace app {
 
 class Application;
 
+/// The message that callers show when a path-table entry cannot be read.
+inline constexpr std::int32_t kPathEntryUnreadable = 60326;
+
 /// Reads the path-table entry `name`. Returns 0, or -1 and leaves `value` alone.
 ResultCode GetPathEntry(Application& application, const std::string& name, std::string& value);
 

@@ -1,0 +1,20 @@
+// The little that this program needs to know of Unicode: characters of UTF-8 text and letter case.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace app {
+
+/// Takes the first character off `text`, which must not be empty. A byte that is no
+/// part of valid UTF-8 is a character of its own that equals no valid one.
+char32_t TakeCharacter(std::string_view& text);
+
+/// All characters of `text`, by the rule of TakeCharacter.
+std::u32string ToCharacters(std::string_view text);
+
+/// The small letter of a capital one; every other character as it is. Knows Latin (full-width
+/// letters included), Greek and Cyrillic, in the pairs by which Windows compares file names.
+char32_t FoldCase(char32_t character);
+
+}  // namespace app
