@@ -1,0 +1,100 @@
+// How many unpacked maintenance folders are kept per client.
+#include "maintenance/Retention.h"
+
+#include <algorithm>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+#include "app/Unicode.h"
+#include "app/WindowsPath.h"
+#include "backup/FileOperations.h"
+#include "backup/Programs.h"
+
+namespace maintenance {
+namespace {
+
+constexpr std::uint32_t kDefaultNumber = 20;
+constexpr std::size_t kSuffixLength = 13;  // "_yymmddhhmmss"
+
+bool IsLess(std::string_view left, std::string_view right) {
+  while (!left.empty() && !right.empty()) {
+    const char32_t leftLetter = app::FoldCase(app::TakeCharacter(left));
+    const char32_t rightLetter = app::FoldCase(app::TakeCharacter(right));
+    if (leftLetter != rightLetter) return leftLetter < rightLetter;
+  }
+  return left.empty() && !right.empty();
+}
+
+/// Names of the folders in `folder` that fit `pattern`, the newest of a client first.
+std::vector<std::string> FolderNames(app::Application& application, const std::string& folder,
+                                     const std::string& pattern) {
+  std::vector<host::FolderEntry> entries;
+  application.host.files.List(folder, pattern, entries);
+  std::vector<std::string> names;
+  for (const host::FolderEntry& entry : entries) {
+    if (entry.isFolder) names.push_back(entry.name);
+  }
+  SortDescending(names, names.size());
+  return names;
+}
+
+/// The part of a folder's name that tells the client; nothing when the name is too short to have one.
+std::optional<std::string> ClientPrefix(std::string_view name) {
+  const std::size_t length = app::ToCharacters(name).size();
+  if (length < kSuffixLength) return std::nullopt;
+  std::string_view rest = name;
+  for (std::size_t i = kSuffixLength; i < length; ++i) app::TakeCharacter(rest);
+  return std::string(name.substr(0, name.size() - rest.size()));
+}
+
+/// Each client once, in the order of `names`; false when a name has no prefix.
+bool DistinctPrefixes(const std::vector<std::string>& names, std::vector<std::string>& prefixes) {
+  for (const std::string& name : names) {
+    const std::optional<std::string> prefix = ClientPrefix(name);
+    if (!prefix) return false;
+    const bool known = std::any_of(prefixes.begin(), prefixes.end(),
+                                   [&](const std::string& other) { return app::SameName(other, *prefix); });
+    if (!known) prefixes.push_back(*prefix);
+  }
+  return true;
+}
+
+/// The prefix is a plain wildcard, as the host's own tools have it: a client whose name begins another
+/// one's counts, and may delete, that one's folders too.
+void PruneClient(app::Application& application, const std::string& folder, const std::string& prefix,
+                 std::size_t keep) {
+  const std::vector<std::string> names = FolderNames(application, folder, prefix + "*");
+  for (std::size_t i = keep; i < names.size(); ++i) {
+    if (backup::DeleteFolderForced(application, folder + names[i]) != app::kDone) {
+      backup::WarnOfLoss(application, "Not deleted: " + folder + names[i], "client logs");
+    }
+    application.host.messageLoop.Yield();
+  }
+}
+
+}  // namespace
+
+app::ResultCode PruneClientLogBackups(app::Application& application, const std::string& folder) {
+  const std::string from = app::WithTrailingBackslash(app::Trim(folder));
+  const std::vector<std::string> names = FolderNames(application, from, "Maintenance_*");
+  std::uint32_t keep = kDefaultNumber;
+  if (application.host.qx32.RegGetKeyDWORD("ClientLogBackupNumber", keep) == -1) keep = kDefaultNumber;
+  std::vector<std::string> prefixes;
+  if (!DistinctPrefixes(names, prefixes)) return app::kFailed;
+  for (const std::string& prefix : prefixes) PruneClient(application, from, prefix, keep);
+  return app::kDone;
+}
+
+// Shell sort: for each gap, sink every element backwards while the one a gap before it is less.
+void SortDescending(std::vector<std::string>& list, std::size_t count) {
+  for (std::size_t gap = count / 2; gap > 0; gap /= 2) {
+    for (std::size_t next = gap; next < count; ++next) {
+      for (std::size_t i = next; i >= gap && IsLess(list[i - gap], list[i]); i -= gap) {
+        std::swap(list[i - gap], list[i]);
+      }
+    }
+  }
+}
+
+}  // namespace maintenance

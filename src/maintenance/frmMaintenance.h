@@ -1,0 +1,76 @@
+// The maintenance dialog: what goes into a maintenance log backup.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "app/Application.h"
+#include "forms/Form.h"
+
+namespace maintenance {
+
+/// How the dialog ended.
+enum class Choice : std::int32_t {
+  Protected = 0,    ///< start, without personal information
+  Unprotected = 1,  ///< start, with personal information: confirmed
+  Cancelled = 2     ///< also by the close box
+};
+
+/// `DayCount` where no images of recent days are collected.
+inline constexpr std::int32_t kAllDays = 9999;
+
+/// Shows how much the host's databases hold, and asks whether personal information is protected and
+/// images of how many days are collected. Its buttons only hide it: the owner reads the choices and
+/// then unloads it.
+class frmMaintenance : public forms::Form {
+ public:
+  explicit frmMaintenance(app::Application& application);
+
+  Choice Result() const { return result_; }
+  /// 1 when images of a range of days are collected, 0 when the image folders are taken as they are.
+  std::int32_t CollectsImages() const { return collectsImages_; }
+  /// How many days back images are collected.
+  std::int32_t DayCount() const { return dayCount_; }
+
+  forms::Label lblLabel1{*this, "lblLabel1"};
+  forms::Label lblLabel2{*this, "lblLabel2"};
+  forms::TextBox txtPatientCount{*this, "txtPatientCount"};
+  forms::Label lblError1{*this, "lblError1"};
+  forms::Label lblLabel3{*this, "lblLabel3"};
+  forms::TextBox txtStudyCount{*this, "txtStudyCount"};
+  forms::Label lblError2{*this, "lblError2"};
+  forms::Label lblLabel4{*this, "lblLabel4"};
+  forms::TextBox txtUserCount{*this, "txtUserCount"};
+  forms::Label lblError3{*this, "lblError3"};
+  forms::Label lblLabel5{*this, "lblLabel5"};
+  forms::Frame Frame1{*this, "Frame1"};
+  forms::OptionButton Option1{*this, "Option1", &Frame1};  ///< protect personal information
+  forms::OptionButton Option2{*this, "Option2", &Frame1};  ///< do not
+  forms::Frame Frame2{*this, "Frame2"};
+  forms::OptionButton Option3{*this, "Option3", &Frame2};  ///< all images
+  forms::OptionButton Option4{*this, "Option4", &Frame2};  ///< images of a range of days
+  forms::TextBox txtCollectRange{*this, "txtCollectRange"};
+  forms::Label lblLabel7{*this, "lblLabel7"};
+  forms::CommandButton cmdStart{*this, "cmdStart"};
+  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+
+ protected:
+  void OnLoad() override;
+  void OnUnload() override;
+
+ private:
+  void ShowCounts();
+  void EnableRange(bool enabled);
+  void Start();
+
+  app::Application& application_;
+  Choice result_ = Choice::Cancelled;
+  std::int32_t collectsImages_ = 0;
+  std::int32_t dayCount_ = kAllDays;
+};
+
+/// The number at the head of `text`, 0 when there is none. One beyond 32 bits stands at the largest:
+/// it asks for everything, and so it is taken.
+std::int32_t LeadingNumber(const std::string& text);
+
+}  // namespace maintenance
