@@ -1,0 +1,16 @@
+// The two dialogs that start-up shows, and what lives from sign-in to exit.
+#pragma once
+
+#include "app/StartUp.h"
+
+namespace operator_access {
+
+class Dialogs : public app::StartUpDialogs {
+ public:
+  void ShowSignIn(app::Application& application) override;
+
+  /// The job definitions that are loaded meanwhile live as long as the menu.
+  void ShowMainMenu(app::Application& application) override;
+};
+
+}  // namespace operator_access
