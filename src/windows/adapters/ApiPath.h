@@ -1,0 +1,20 @@
+// Paths as the wide API takes them.
+#pragma once
+
+#include <string>
+
+namespace windows {
+
+/// `path` in UTF-16, absolute and with single separators; a folder's "\" at the end stays.
+/// Empty when the path makes no sense.
+std::wstring FullPath(const std::string& path);
+
+/// `path` in UTF-16, made absolute with single separators where it is longer than the API
+/// takes as it stands. Doubled separators in shorter ones are the system's to skip.
+std::wstring ApiPath(const std::string& path);
+
+/// `path` made absolute, in the form that knows no length limit, without a "\" at its end:
+/// for walks below it. Empty when the path makes no sense.
+std::wstring UnlimitedPath(const std::string& path);
+
+}  // namespace windows

@@ -1,0 +1,74 @@
+// Readers and writers on Windows files.
+#include "windows/adapters/FileStreams.h"
+
+#include <algorithm>
+
+#include "windows/adapters/Results.h"
+#include "windows/adapters/Text.h"
+
+namespace windows {
+namespace {
+
+constexpr std::size_t kBlockSize = 64 * 1024;
+// One call of the system counts in 32 bits.
+constexpr std::size_t kLargestTransfer = 64 * 1024 * 1024;
+
+}  // namespace
+
+bool FileTextReader::Refill() {
+  block_.resize(kBlockSize);
+  DWORD read = 0;
+  if (ReadFile(file_.Get(), block_.data(), static_cast<DWORD>(block_.size()), &read, nullptr) == FALSE) read = 0;
+  block_.resize(read);
+  position_ = 0;
+  return read > 0;
+}
+
+bool FileTextReader::ReadLine(std::string& line) {
+  if (position_ == block_.size() && !Refill()) return false;
+  // Splitting the bytes is safe: in no code page is LF the second half of a character.
+  std::string bytes;
+  bool ended = false;
+  do {
+    const std::size_t end = std::min(block_.find('\n', position_), block_.size());
+    bytes.append(block_, position_, end - position_);
+    ended = end < block_.size();
+    position_ = ended ? end + 1 : end;
+  } while (!ended && Refill());
+  if (bytes.ends_with('\r')) bytes.pop_back();
+  line = FromCodePage(bytes);
+  return true;
+}
+
+std::int32_t FileBinaryWriter::Write(const std::byte* data, std::size_t count) {
+  if (!file_) return app::kFailed;
+  while (count > 0) {
+    const DWORD part = static_cast<DWORD>(std::min(count, kLargestTransfer));
+    DWORD written = 0;
+    if (WriteFile(file_.Get(), data, part, &written, nullptr) == FALSE || written != part) return app::kFailed;
+    data += part;
+    count -= part;
+  }
+  return app::kDone;
+}
+
+std::int32_t FileBinaryWriter::Close() {
+  if (!file_) return app::kDone;
+  // A full or faulty medium may refuse what it has only taken into its cache so far.
+  const BOOL flushed = FlushFileBuffers(file_.Get());
+  const BOOL closed = file_.Close();
+  return ResultOf(flushed != FALSE && closed != FALSE);
+}
+
+std::int32_t FileTextWriter::Write(const std::string& text) {
+  const std::string bytes = ToCodePage(text);
+  return file_.Write(reinterpret_cast<const std::byte*>(bytes.data()), bytes.size());
+}
+
+std::int64_t FileBinaryReader::Read(std::byte* data, std::size_t count) {
+  DWORD read = 0;
+  const DWORD part = static_cast<DWORD>(std::min(count, kLargestTransfer));
+  return ReadFile(file_.Get(), data, part, &read, nullptr) == FALSE ? app::kFailed : std::int64_t{read};
+}
+
+}  // namespace windows

@@ -1,0 +1,95 @@
+// What Win32FileSystem does in more than one step.
+#include "windows/adapters/FileTree.h"
+
+#include <string_view>
+
+#include "windows/adapters/Handles.h"
+
+namespace windows {
+namespace {
+
+bool Exists(const std::wstring& path) {
+  return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+bool HasAttribute(const std::wstring& path, DWORD attribute) {
+  const DWORD attributes = GetFileAttributesW(path.c_str());
+  return attributes != INVALID_FILE_ATTRIBUTES && (attributes & attribute) != 0;
+}
+
+/// A name beside `file` that nothing has yet.
+std::wstring FreeNameBeside(const std::wstring& file) {
+  std::wstring name;
+  int number = 0;
+  do {
+    name = file + L".copy" + std::to_wstring(number++);
+  } while (Exists(name));
+  return name;
+}
+
+bool DeleteFolder(const std::wstring& folder) {
+  if (RemoveDirectoryW(folder.c_str()) != FALSE) return true;
+  return SetFileAttributesW(folder.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE &&
+         RemoveDirectoryW(folder.c_str()) != FALSE;
+}
+
+}  // namespace
+
+bool ForEachEntry(const std::wstring& folder, const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
+  WIN32_FIND_DATAW entry;
+  const HANDLE first = FindFirstFileW((folder + L"\\*").c_str(), &entry);
+  // An empty root has not even "." in it.
+  if (first == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;
+  const FindHandle search(first);
+  do {
+    const std::wstring_view name = entry.cFileName;
+    if (name != L"." && name != L"..") visit(entry);
+  } while (FindNextFileW(search.get(), &entry) != FALSE);
+  return GetLastError() == ERROR_NO_MORE_FILES;
+}
+
+bool DeleteForced(const std::wstring& file) {
+  if (DeleteFileW(file.c_str()) != FALSE) return true;
+  return HasAttribute(file, FILE_ATTRIBUTE_READONLY) &&
+         SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE && DeleteFileW(file.c_str()) != FALSE;
+}
+
+bool DeleteTree(const std::wstring& folder) {
+  // Of a link only the link goes; what it points to stays.
+  if (HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) return DeleteFolder(folder);
+  bool deleted = true;
+  const bool read = ForEachEntry(folder, [&](const WIN32_FIND_DATAW& entry) {
+    const std::wstring path = folder + L'\\' + entry.cFileName;
+    const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+    deleted = (isFolder ? DeleteTree(path) : DeleteForced(path)) && deleted;
+  });
+  return DeleteFolder(folder) && read && deleted;
+}
+
+long long SizeOf(const std::wstring& file) {
+  const Handle handle(CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES,
+                                  FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0,
+                                  nullptr));
+  LARGE_INTEGER size{};
+  return handle && GetFileSizeEx(handle.Get(), &size) != FALSE ? size.QuadPart : -1;
+}
+
+bool CopyToNewFile(const std::wstring& source, const std::wstring& target) {
+  if (Exists(target)) return false;
+  const bool copied = CopyFileW(source.c_str(), target.c_str(), TRUE) != FALSE;
+  // A source that could not be read to its end has been seen to count as copied.
+  const long long size = SizeOf(source);
+  if (copied && size >= 0 && size == SizeOf(target)) return true;
+  DeleteForced(target);
+  return false;
+}
+
+bool CopyOver(const std::wstring& source, const std::wstring& target) {
+  const std::wstring copy = FreeNameBeside(target);
+  if (!CopyToNewFile(source, copy)) return false;
+  if (MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
+  DeleteForced(copy);
+  return false;
+}
+
+}  // namespace windows

@@ -1,0 +1,43 @@
+// Conversions between UTF-8, UTF-16 and the system's code page.
+#include "windows/adapters/Text.h"
+
+#include "windows/adapters/Win32.h"
+
+namespace windows {
+namespace {
+
+std::wstring Decode(UINT codePage, std::string_view bytes) {
+  const int size = static_cast<int>(bytes.size());
+  const int needed = MultiByteToWideChar(codePage, 0, bytes.data(), size, nullptr, 0);
+  std::wstring text(static_cast<std::size_t>(needed), L'\0');
+  MultiByteToWideChar(codePage, 0, bytes.data(), size, text.data(), needed);
+  return text;
+}
+
+std::string Encode(UINT codePage, std::wstring_view text) {
+  const int size = static_cast<int>(text.size());
+  const int needed = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string bytes(static_cast<std::size_t>(needed), '\0');
+  WideCharToMultiByte(codePage, 0, text.data(), size, bytes.data(), needed, nullptr, nullptr);
+  return bytes;
+}
+
+}  // namespace
+
+std::wstring Utf16(std::string_view utf8) {
+  return Decode(CP_UTF8, utf8);
+}
+
+std::string Utf8(std::wstring_view utf16) {
+  return Encode(CP_UTF8, utf16);
+}
+
+std::string ToCodePage(std::string_view utf8) {
+  return Encode(CP_ACP, Utf16(utf8));
+}
+
+std::string FromCodePage(std::string_view bytes) {
+  return Utf8(Decode(CP_ACP, bytes));
+}
+
+}  // namespace windows

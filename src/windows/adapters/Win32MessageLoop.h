@@ -1,0 +1,37 @@
+// The thread's message queue.
+#pragma once
+
+#include <optional>
+
+#include "host/MessageLoop.h"
+#include "windows/adapters/Win32.h"
+
+namespace windows {
+
+/// Sees each message before it is dispatched; dialogs take their keyboard messages here.
+class MessageFilter {
+ public:
+  virtual ~MessageFilter() = default;
+  /// Returns true when the message has been dealt with.
+  virtual bool PreTranslate(MSG& message) = 0;
+};
+
+class Win32MessageLoop : public host::MessageLoop {
+ public:
+  void Yield() override;
+
+  /// Null for none. The filter must stay alive until it is replaced.
+  void SetFilter(MessageFilter* filter) { filter_ = filter; }
+
+  /// Treats one message as every loop of the program does. For messages other than WM_QUIT.
+  void Dispatch(MSG& message);
+
+  /// Serves every waiting message. Returns the exit code of a WM_QUIT among them, which the
+  /// caller must post again once it is done: some outer loop is meant to end on it.
+  std::optional<int> ServeWaiting();
+
+ private:
+  MessageFilter* filter_ = nullptr;
+};
+
+}  // namespace windows

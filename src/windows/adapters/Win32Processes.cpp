@@ -1,0 +1,94 @@
+// Programs: starting them, waiting for them, seeing which ones run.
+#include "windows/adapters/Win32Processes.h"
+
+#include "windows/adapters/Results.h"
+#include "windows/adapters/Text.h"
+// After Win32.h, on which it rests.
+#include <tlhelp32.h>
+
+namespace windows {
+namespace {
+
+// Local: one instance per Windows session, as one operator sits in front of each.
+constexpr wchar_t kInstanceMark[] = L"Local\\QXBackupUtility.Instance";
+
+class Program : public host::StartedProgram {
+ public:
+  Program(Handle process, DWORD id, Win32MessageLoop& loop) : process_(std::move(process)), id_(id), loop_(loop) {}
+
+  std::uint32_t Id() const override { return id_; }
+
+  std::int32_t Wait(std::uint32_t& exitCode) override {
+    const bool ended = WaitForEnd();
+    DWORD code = 0;
+    if (!ended || GetExitCodeProcess(process_.Get(), &code) == FALSE) return app::kFailed;
+    exitCode = code;
+    return app::kDone;
+  }
+
+ private:
+  bool WaitForEnd() {
+    // A WM_QUIT is posted again only after the wait: left in the queue it would wake every
+    // following wait at once, and the loop would burn a processor until the program ends.
+    std::optional<int> quit;
+    const HANDLE process = process_.Get();
+    DWORD cause = WAIT_FAILED;
+    do {
+      cause = MsgWaitForMultipleObjectsEx(1, &process, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+      const std::optional<int> asked = loop_.ServeWaiting();
+      if (asked) quit = asked;
+    } while (cause == WAIT_OBJECT_0 + 1);
+    if (quit) PostQuitMessage(*quit);
+    return cause == WAIT_OBJECT_0;
+  }
+
+  Handle process_;
+  DWORD id_;
+  Win32MessageLoop& loop_;
+};
+
+}  // namespace
+
+Win32Processes::Win32Processes(Win32MessageLoop& loop)
+    : loop_(loop), instanceMark_(CreateMutexW(nullptr, FALSE, kInstanceMark)) {
+  // Access is denied when the other instance runs with higher rights.
+  const DWORD error = GetLastError();
+  hasPreviousInstance_ = error == ERROR_ALREADY_EXISTS || (!instanceMark_ && error == ERROR_ACCESS_DENIED);
+}
+
+std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& commandLine, host::WindowStyle style) {
+  const bool hidden = style == host::WindowStyle::Hidden;
+  STARTUPINFOW startup{};
+  startup.cb = sizeof startup;
+  startup.dwFlags = STARTF_USESHOWWINDOW;
+  startup.wShowWindow = hidden ? SW_HIDE : SW_SHOW;
+  const DWORD flags = NORMAL_PRIORITY_CLASS | (hidden ? CREATE_NO_WINDOW : 0);
+
+  std::wstring command = Utf16(commandLine);  // the system writes into it
+  PROCESS_INFORMATION started{};
+  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr, &startup, &started) ==
+      FALSE) {
+    return nullptr;
+  }
+  const Handle thread(started.hThread);
+  return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_);
+}
+
+std::vector<std::string> Win32Processes::RunningExecutables() {
+  std::vector<std::string> names;
+  const Handle snapshot(CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0));
+  if (!snapshot) return names;
+  PROCESSENTRY32W entry{};
+  entry.dwSize = sizeof entry;
+  for (BOOL more = Process32FirstW(snapshot.Get(), &entry); more != FALSE;
+       more = Process32NextW(snapshot.Get(), &entry)) {
+    names.push_back(Utf8(entry.szExeFile));
+  }
+  return names;
+}
+
+void Win32Processes::EndThisProcess() {
+  ExitProcess(0);
+}
+
+}  // namespace windows

@@ -1,0 +1,87 @@
+// The Windows shell.
+#include "windows/adapters/Win32Shell.h"
+
+#include <memory>
+
+#include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Text.h"
+#include "windows/adapters/Win32.h"
+// After Win32.h, on which they rest.
+#include <objbase.h>
+#include <shellapi.h>
+#include <shlobj.h>
+
+namespace windows {
+namespace {
+
+// File-system folders only, none below a domain, an edit box, the resizable dialog.
+constexpr UINT kBrowseFlags = BIF_RETURNONLYFSDIRS | BIF_DONTGOBELOWDOMAIN | BIF_EDITBOX | BIF_NEWDIALOGSTYLE;
+static_assert(kBrowseFlags == 83);
+
+struct TaskMemoryFreer {
+  void operator()(void* memory) const { CoTaskMemFree(memory); }
+};
+
+/// The window in which the operator works: the shell's dialogs lock it and stay in front of it.
+HWND Owner() {
+  return GetActiveWindow();
+}
+
+int CALLBACK SelectInitialFolder(HWND browser, UINT event, LPARAM, LPARAM folder) {
+  if (event == BFFM_INITIALIZED) SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, folder);
+  return 0;
+}
+
+/// A path in the double-ended form of the file operations, which take lists and no doubled separators.
+std::wstring PathList(const std::string& path) {
+  return FullPath(path) + L'\0';
+}
+
+}  // namespace
+
+std::string Win32Shell::BrowseForFolder(const std::string& title, const std::string& initialFolder) {
+  const std::wstring caption = Utf16(title);
+  const std::wstring initial = FullPath(initialFolder);
+  wchar_t path[MAX_PATH] = {};
+  BROWSEINFOW browse{};
+  browse.hwndOwner = Owner();
+  browse.pszDisplayName = path;
+  browse.lpszTitle = caption.c_str();
+  browse.ulFlags = kBrowseFlags;
+  browse.lpfn = SelectInitialFolder;
+  browse.lParam = reinterpret_cast<LPARAM>(initial.c_str());
+
+  const std::unique_ptr<ITEMIDLIST, TaskMemoryFreer> item(SHBrowseForFolderW(&browse));
+  return item != nullptr && SHGetPathFromIDListW(item.get(), path) != FALSE ? Utf8(path) : std::string();
+}
+
+std::string Win32Shell::DesktopFolder() {
+  wchar_t path[MAX_PATH] = {};
+  const HRESULT found = SHGetFolderPathW(nullptr, CSIDL_DESKTOPDIRECTORY, nullptr, SHGFP_TYPE_CURRENT, path);
+  return found == S_OK ? Utf8(path) : std::string();
+}
+
+std::int32_t Win32Shell::CopyWithProgress(const std::string& source, const std::string& targetFolder,
+                                          const std::string& title) {
+  const std::wstring from = PathList(source);
+  const std::wstring to = PathList(targetFolder);
+  const std::wstring caption = Utf16(title);
+  SHFILEOPSTRUCTW copy{};
+  copy.hwnd = Owner();
+  copy.wFunc = FO_COPY;
+  copy.pFrom = from.c_str();
+  copy.pTo = to.c_str();
+  copy.lpszProgressTitle = caption.c_str();
+  const int result = SHFileOperationW(&copy);
+  // A copy that the operator stopped may well answer 0.
+  return result == 0 && copy.fAnyOperationsAborted != FALSE ? std::int32_t{ERROR_CANCELLED} : result;
+}
+
+std::int32_t Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) {
+  // The shell's answers for error, cancelled and cannot format are -1, -2 and -3 as unsigned numbers.
+  static_assert(static_cast<std::int32_t>(SHFMT_ERROR) == -1 && static_cast<std::int32_t>(SHFMT_CANCEL) == -2 &&
+                static_cast<std::int32_t>(SHFMT_NOFORMAT) == -3);
+  return static_cast<std::int32_t>(SHFormatDrive(Owner(), drive, formatId, options));
+}
+
+}  // namespace windows

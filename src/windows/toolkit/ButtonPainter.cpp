@@ -1,0 +1,105 @@
+// Drawing of a command button, in every state.
+#include "windows/toolkit/ButtonPainter.h"
+
+#include <string>
+
+#include "windows/toolkit/WindowText.h"
+
+namespace windows {
+
+namespace {
+
+/// `colour` moved towards `target` by `percent`.
+COLORREF Mix(COLORREF colour, COLORREF target, int percent) {
+  const auto channel = [percent](int from, int to) { return static_cast<BYTE>(from + (to - from) * percent / 100); };
+  return RGB(channel(GetRValue(colour), GetRValue(target)), channel(GetGValue(colour), GetGValue(target)),
+             channel(GetBValue(colour), GetBValue(target)));
+}
+
+constexpr COLORREF kWhite = RGB(255, 255, 255);
+constexpr COLORREF kBlack = RGB(0, 0, 0);
+
+COLORREF Light(COLORREF face) {
+  return Mix(face, kWhite, 75);
+}
+COLORREF Shadow(COLORREF face) {
+  return Mix(face, kBlack, 35);
+}
+COLORREF DarkShadow(COLORREF face) {
+  return Mix(face, kBlack, 65);
+}
+
+/// One-pixel lines: `upper` along the top and left, `lower` along the bottom and right. Shrinks `area`.
+void DrawBevel(HDC context, RECT& area, HBRUSH upper, HBRUSH lower) {
+  const RECT top = {area.left, area.top, area.right, area.top + 1};
+  const RECT left = {area.left, area.top, area.left + 1, area.bottom};
+  const RECT bottom = {area.left, area.bottom - 1, area.right, area.bottom};
+  const RECT right = {area.right - 1, area.top, area.right, area.bottom};
+  FillRect(context, &top, upper);
+  FillRect(context, &left, upper);
+  FillRect(context, &bottom, lower);
+  FillRect(context, &right, lower);
+  InflateRect(&area, -1, -1);
+}
+
+void DrawFace(HDC context, RECT& area, COLORREF face, bool pushed, GdiCache& gdi) {
+  FillRect(context, &area, gdi.Brush(face));
+  if (pushed) {
+    DrawBevel(context, area, gdi.Brush(DarkShadow(face)), gdi.Brush(Light(face)));
+    DrawBevel(context, area, gdi.Brush(Shadow(face)), gdi.Brush(face));
+  } else {
+    DrawBevel(context, area, gdi.Brush(Light(face)), gdi.Brush(DarkShadow(face)));
+    DrawBevel(context, area, gdi.Brush(face), gdi.Brush(Shadow(face)));
+  }
+}
+
+/// Centred in `area`, over as many lines as it takes.
+void DrawCaption(HDC context, RECT area, const std::wstring& caption, COLORREF colour, UINT format) {
+  RECT needed = {0, 0, area.right - area.left, 0};
+  DrawTextW(context, caption.c_str(), -1, &needed, format | DT_CALCRECT);
+  const LONG spare = (area.bottom - area.top) - (needed.bottom - needed.top);
+  if (spare > 0) area.top += spare / 2;
+  SetTextColor(context, colour);
+  DrawTextW(context, caption.c_str(), -1, &area, format);
+}
+
+void DrawDisabledCaption(HDC context, const RECT& area, const std::wstring& caption, COLORREF face, UINT format) {
+  if (IsHighContrast()) return DrawCaption(context, area, caption, GetSysColor(COLOR_GRAYTEXT), format);
+  RECT lower = area;
+  OffsetRect(&lower, 1, 1);
+  DrawCaption(context, lower, caption, Light(face), format);
+  DrawCaption(context, area, caption, Shadow(face), format);
+}
+
+}  // namespace
+
+bool IsHighContrast() {
+  HIGHCONTRASTW contrast = {};
+  contrast.cbSize = sizeof contrast;
+  return SystemParametersInfoW(SPI_GETHIGHCONTRAST, sizeof contrast, &contrast, 0) != FALSE &&
+         (contrast.dwFlags & HCF_HIGHCONTRASTON) != 0;
+}
+
+void PaintButton(const DRAWITEMSTRUCT& item, const ButtonColours& colours, bool isDefault, GdiCache& gdi) {
+  const bool pushed = (item.itemState & ODS_SELECTED) != 0;
+  RECT area = item.rcItem;
+  if (isDefault) DrawBevel(item.hDC, area, gdi.Brush(colours.text), gdi.Brush(colours.text));
+  DrawFace(item.hDC, area, colours.face, pushed, gdi);
+
+  const SelectScope font(item.hDC, reinterpret_cast<HGDIOBJ>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0)));
+  SetBkMode(item.hDC, TRANSPARENT);
+  InflateRect(&area, -2, -1);
+  RECT text = area;
+  if (pushed) OffsetRect(&text, 1, 1);
+  UINT format = DT_CENTER | DT_WORDBREAK;
+  if ((item.itemState & ODS_NOACCEL) != 0) format |= DT_HIDEPREFIX;
+  const std::wstring caption = WideTextOf(item.hwndItem);
+  if ((item.itemState & ODS_DISABLED) != 0) {
+    DrawDisabledCaption(item.hDC, text, caption, colours.face, format);
+  } else {
+    DrawCaption(item.hDC, text, caption, colours.text, format);
+  }
+  if ((item.itemState & (ODS_FOCUS | ODS_NOFOCUSRECT)) == ODS_FOCUS) DrawFocusRect(item.hDC, &area);
+}
+
+}  // namespace windows

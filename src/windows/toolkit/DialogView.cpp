@@ -1,0 +1,141 @@
+// The view's life, and the way from the form to the window.
+#include "windows/toolkit/DialogView.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+
+#include "windows/adapters/Text.h"
+#include "windows/toolkit/DialogWriting.h"
+#include "windows/toolkit/Scaling.h"
+#include "windows/toolkit/WindowText.h"
+
+namespace windows {
+
+DialogView::DialogView(forms::Form& form, HWND owner, GdiCache& gdi, const forms::Pointer& pointer)
+    : form_(form), gdi_(gdi), pointer_(pointer) {
+  const Writing guard(*this);
+  window_ = CreateDialogParamW(GetModuleHandleW(nullptr), Utf16(form.Name()).c_str(), owner, DialogProc,
+                               reinterpret_cast<LPARAM>(this));
+  if (window_ == nullptr) return;
+  focus_.SetDialog(window_);
+  Bind();
+  if (form_.Look().fontSize == 0) form_.SetLook(TemplateLook(window_, false));
+  if (form_.Title().empty()) form_.SetTitle(TextOf(window_));
+  WriteTitle();
+  TakeSize();
+  TakePlace();
+}
+
+// The form may be half gone already: no message of the dying window may reach it.
+DialogView::~DialogView() {
+  if (window_ == nullptr) return;
+  SetWindowLongPtrW(window_, DWLP_USER, 0);
+  DestroyWindow(window_);
+}
+
+void DialogView::Bind() {
+  for (forms::Control* control : form_.Controls()) {
+    const ControlId* entry = FindControlId(form_.Name(), control->Name());
+    HWND window = entry == nullptr ? nullptr : GetDlgItem(window_, entry->id);
+    if (window == nullptr) continue;
+    const BoundControl bound{control, window};
+    TakeFromTemplate(bound, *entry);
+    WriteAll(bound, gdi_);
+    Subclass(bound);
+    controls_.push_back(bound);
+  }
+}
+
+void DialogView::Subclass(const BoundControl& bound) {
+  if (bound.control->Kind() == forms::ControlKind::TextBox) {
+    SetWindowSubclass(bound.window, TextBoxProc, 0, reinterpret_cast<DWORD_PTR>(bound.control));
+  } else if (bound.control->Kind() == forms::ControlKind::CommandButton) {
+    SetWindowSubclass(bound.window, ButtonProc, 0, 0);
+  }
+}
+
+const BoundControl* DialogView::Find(const forms::Control& control) const {
+  const auto found = std::ranges::find(controls_, &control, &BoundControl::control);
+  return found == controls_.end() ? nullptr : &*found;
+}
+
+const BoundControl* DialogView::Find(HWND window) const {
+  const auto found = std::ranges::find(controls_, window, &BoundControl::window);
+  return found == controls_.end() ? nullptr : &*found;
+}
+
+void DialogView::FormChanged(forms::Aspect aspect) {
+  const Writing guard(*this);
+  if (aspect == forms::Aspect::Caption) WriteTitle();
+  if (aspect == forms::Aspect::Appearance) Redraw();
+  if (aspect == forms::Aspect::Enabled) SetCovered(covered_);
+}
+
+void DialogView::WriteTitle() {
+  ShowText(window_, form_.Title());
+}
+
+void DialogView::FormMoved() {
+  const Writing guard(*this);
+  const int dpi = DpiOf(window_);
+  SetWindowPos(window_, nullptr, ToPixels(form_.Left(), dpi), ToPixels(form_.Top(), dpi), 0, 0,
+               SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void DialogView::TakePlace() {
+  RECT place = {};
+  if (IsIconic(window_) != FALSE || GetWindowRect(window_, &place) == FALSE) return;
+  const int dpi = DpiOf(window_);
+  form_.TakePlace(ToTwips(place.left, dpi), ToTwips(place.top, dpi));
+}
+
+void DialogView::TakeSize() {
+  RECT place = {};
+  if (IsIconic(window_) != FALSE || GetWindowRect(window_, &place) == FALSE) return;
+  const int dpi = DpiOf(window_);
+  form_.TakeSize(ToTwips(place.right - place.left, dpi), ToTwips(place.bottom - place.top, dpi));
+}
+
+void DialogView::ControlChanged(forms::Control& control, forms::Aspect aspect) {
+  const BoundControl* bound = Find(control);
+  if (bound == nullptr) return;
+  const Writing guard(*this);
+  if (aspect == forms::Aspect::Focus) return focus_.Give(bound->window);
+  const bool usable = control.Enabled() && control.Visible();
+  if (!usable) focus_.BeforeLeaving(bound->window);
+  WriteAspect(*bound, aspect, gdi_);
+  if (usable) focus_.AfterReturning(bound->window);
+}
+
+void DialogView::Show() {
+  // Not ShowWindow: its first call obeys the start-up information of the process instead.
+  SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
+  SetForegroundWindow(window_);
+  SettleFocus();
+}
+
+/// An option button that gets the focus reports a click: not the operator's here.
+void DialogView::SettleFocus() {
+  const Writing guard(*this);
+  focus_.Settle();
+}
+
+void DialogView::Hide() {
+  ShowWindow(window_, SW_HIDE);
+}
+
+void DialogView::SetCovered(bool covered) {
+  covered_ = covered;
+  EnableWindow(window_, !covered_ && form_.Enabled() ? TRUE : FALSE);
+}
+
+bool DialogView::Owns(HWND window) const {
+  return window == window_ || IsChild(window_, window) != FALSE;
+}
+
+void DialogView::Redraw() {
+  RedrawWindow(window_, nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
+}
+
+}  // namespace windows

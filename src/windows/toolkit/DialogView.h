@@ -1,0 +1,88 @@
+// The window of one form: the binder between its members and its template's controls.
+//
+// Whatever the form changes is written to the window, whatever the operator does is read into
+// the form. One guard stands between: while the view writes, the window's notices are dropped.
+#pragma once
+
+#include <vector>
+
+#include "forms/Form.h"
+#include "windows/adapters/Win32.h"
+#include "windows/toolkit/BoundControl.h"
+#include "windows/toolkit/FocusKeeper.h"
+#include "windows/toolkit/GdiCache.h"
+
+namespace windows {
+
+class DialogView : public forms::View {
+ public:
+  /// Makes the window, hidden, from the template of the form's name. `pointer` is looked at
+  /// whenever the mouse moves over the window.
+  DialogView(forms::Form& form, HWND owner, GdiCache& gdi, const forms::Pointer& pointer);
+  ~DialogView() override;
+  DialogView(const DialogView&) = delete;
+  DialogView& operator=(const DialogView&) = delete;
+
+  void FormChanged(forms::Aspect aspect) override;
+  void FormMoved() override;
+  void ControlChanged(forms::Control& control, forms::Aspect aspect) override;
+
+  forms::Form& GetForm() const { return form_; }
+  /// Null when there is no template of the form's name.
+  HWND Window() const { return window_; }
+  void Show();
+  void Hide();
+  /// A dialog that another one covers takes no input.
+  void SetCovered(bool covered);
+  /// Whether `window` is the dialog or a part of it.
+  bool Owns(HWND window) const;
+
+ private:
+  class Writing;
+
+  static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+  /// In front of a text box: `control` is its member.
+  static LRESULT CALLBACK TextBoxProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                      DWORD_PTR control);
+  /// In front of a command button.
+  static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                     DWORD_PTR unused);
+
+  void Bind();
+  void Subclass(const BoundControl& bound);
+  void TakePlace();
+  void TakeSize();
+  void WriteTitle();
+  void Redraw();
+  void SettleFocus();
+  const BoundControl* Find(const forms::Control& control) const;
+  const BoundControl* Find(HWND window) const;
+
+  // The window's messages. Handlers answer what a dialog procedure answers.
+  INT_PTR Handle(UINT message, WPARAM wParam, LPARAM lParam);
+  INT_PTR Answer(LRESULT result);
+  void OnCommand(int id, int code, HWND source);
+  void OnNotice(const BoundControl& bound, int code);
+  INT_PTR OnSetCursor();
+  INT_PTR OnControlColour(HDC context, HWND window);
+  INT_PTR OnDrawItem(const DRAWITEMSTRUCT& item);
+  void OnDeviceChange(WPARAM event, LPARAM data);
+
+  bool TakesInput() const { return form_.IsOpen() && form_.Enabled(); }
+  void Press(forms::CommandButton* button);
+  void Toggle(const BoundControl& bound);
+  /// The button that Enter presses now.
+  forms::CommandButton* EnterButton() const;
+  void RedrawButton(const forms::CommandButton* button);
+
+  forms::Form& form_;
+  GdiCache& gdi_;
+  const forms::Pointer& pointer_;
+  HWND window_ = nullptr;
+  std::vector<BoundControl> controls_;
+  FocusKeeper focus_;
+  int writing_ = 0;
+  bool covered_ = false;
+};
+
+}  // namespace windows
