@@ -1,3 +1,4 @@
+// State of the controls, and who is told of its changes.
 #include "forms/Controls.h"
 
 #include <utility>

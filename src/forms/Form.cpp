@@ -1,3 +1,4 @@
+// The life of a form.
 #include "forms/Form.h"
 
 namespace forms {
