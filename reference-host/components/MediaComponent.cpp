@@ -1,0 +1,96 @@
+#include "components/MediaComponent.h"
+
+#include <windows.h>
+
+#include "common/Text.h"
+#include "components/FileHandle.h"
+#include "components/Files.h"
+
+namespace components {
+namespace {
+
+enum : std::int32_t { kError = -1, kNoDrive = 0, kNoMedium = 1, kReadOnly = 2, kReady = 3 };
+
+constexpr wchar_t kVolumeLabel[] = L"TARSUS";
+
+// "E:\" for a drive, the volume's or share's root for other paths; empty for anything else.
+std::wstring RootOf(const std::wstring& path) {
+  if (!path.empty() && iswalpha(path[0]) && (path.size() == 1 || path[1] == L':')) return path.substr(0, 1) + L":\\";
+  wchar_t root[MAX_PATH] = {};
+  const bool network = path.starts_with(L"\\\\");
+  return network && GetVolumePathNameW(path.c_str(), root, MAX_PATH) ? root : std::wstring();
+}
+
+// Asks the file system itself, with a file that goes away again: attributes and rights say too
+// little about write-protected media. A full medium can be written to; its space is not our matter.
+bool CanWrite(const std::wstring& folder) {
+  wchar_t name[MAX_PATH] = {};
+  swprintf(name, MAX_PATH, L"%ls\\~qx%08lx.tmp", folder.c_str(), GetTickCount());
+  const FileHandle file(CreateFileW(name, GENERIC_WRITE | DELETE, 0, nullptr, CREATE_NEW,
+                                    FILE_ATTRIBUTE_HIDDEN | FILE_FLAG_DELETE_ON_CLOSE, nullptr));
+  return file || GetLastError() == ERROR_DISK_FULL;
+}
+
+bool HasRemovableMedia(UINT type) {
+  return type == DRIVE_REMOVABLE || type == DRIVE_CDROM;
+}
+
+// An empty drive shall answer, not raise the system's own "insert a disk" box.
+class NoSystemBoxes {
+ public:
+  NoSystemBoxes() { SetThreadErrorMode(SEM_FAILCRITICALERRORS, &before_); }
+  ~NoSystemBoxes() { SetThreadErrorMode(before_, nullptr); }
+  NoSystemBoxes(const NoSystemBoxes&) = delete;
+  NoSystemBoxes& operator=(const NoSystemBoxes&) = delete;
+
+ private:
+  DWORD before_ = 0;
+};
+
+// Read-only files too: a medium that is prepared belongs to the host as a whole.
+bool DeleteEverything(const std::wstring& folder) {
+  bool deleted = true;
+  for (const FolderEntry& entry : ListFolder(folder)) {
+    const std::wstring path = folder + entry.name;
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_NORMAL);
+    const bool gone = entry.isFolder ? DeleteEverything(path + L"\\") && RemoveDirectoryW(path.c_str())
+                                     : DeleteFileW(path.c_str()) != FALSE;
+    deleted = gone && deleted;
+  }
+  return deleted;
+}
+
+}  // namespace
+
+MediaComponent::MediaComponent() {
+  AddMethod(L"GetDriveStatus", &MediaComponent::GetDriveStatus);
+  AddMethod(L"PrepareDrive", &MediaComponent::PrepareDrive);
+  AddMethod(L"SetUp", &MediaComponent::SetUp);
+}
+
+std::int32_t MediaComponent::GetDriveStatus(const std::string& drive) {
+  const NoSystemBoxes quiet;
+  const std::wstring path = reference::Utf16(drive), root = RootOf(path);
+  if (root.empty()) return kError;
+  const UINT type = GetDriveTypeW(root.c_str());
+  if (type == DRIVE_NO_ROOT_DIR) return kNoDrive;
+  DWORD flags = 0;
+  // The root is asked too: what is known of a volume may be from before its medium was taken out.
+  if (!IsFolder(root) || !GetVolumeInformationW(root.c_str(), nullptr, 0, nullptr, nullptr, &flags, nullptr, 0)) {
+    return HasRemovableMedia(type) ? kNoMedium : kError;
+  }
+  if (flags & FILE_READ_ONLY_VOLUME) return kReadOnly;
+  if (HasRemovableMedia(type) && !CanWrite(root)) return kReadOnly;
+  const bool folder = path.size() > root.size() && IsFolder(path);
+  return folder && !CanWrite(path) ? kReadOnly : kReady;
+}
+
+std::int32_t MediaComponent::PrepareDrive(const std::string& drive, const std::string&, std::int32_t, std::int32_t) {
+  const NoSystemBoxes quiet;
+  const std::wstring root = RootOf(reference::Utf16(drive));
+  if (root.empty() || GetDriveTypeW(root.c_str()) != DRIVE_REMOVABLE) return -1;
+  if (GetDriveStatus(drive) != kReady || !DeleteEverything(root)) return -1;
+  return SetVolumeLabelW(root.c_str(), kVolumeLabel) ? 0 : -1;
+}
+
+}  // namespace components

@@ -1,0 +1,28 @@
+// The host's list of patients whose data must not leave the workstation.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace components {
+
+class PatientList {
+ public:
+  /// Reads T_DELETE_PATIENT (PATIENT_ID, PATIENT_NAME). `database` is the path of its file or
+  /// an ODBC connection string. Nothing when it cannot be read.
+  static std::optional<PatientList> Read(const std::string& database);
+
+  /// Whether `text` holds a listed ID or name as whole words, without regard to case.
+  bool IsNamedIn(std::wstring_view text) const;
+  /// Whether `fileName` begins with a listed ID, as image files do ("P000017_00034.ddo").
+  bool OwnsImage(std::wstring_view fileName) const;
+
+ private:
+  void AddTo(std::vector<std::wstring>& list, const std::optional<std::string>& entry) const;
+
+  std::vector<std::wstring> ids_, names_;  // in lower case, none empty
+};
+
+}  // namespace components
