@@ -1,0 +1,84 @@
+// Saves the system's event logs as System.evt and Application.evt in its own folder.
+//
+// Where the system keeps no event log, the files hold text instead: what the system says of
+// itself, and the host's own log lines. Exit code 0, 1 when a file could not be written.
+
+#include <windows.h>
+
+#include <fstream>
+#include <sstream>
+#include <string>
+
+#include "common/HostPaths.h"
+#include "common/Text.h"
+#include "programs/OwnFolder.h"
+
+namespace {
+
+bool HasContent(const std::wstring& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data = {};
+  return GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &data) && (data.nFileSizeHigh || data.nFileSizeLow);
+}
+
+// An existing file is never overwritten by the system, so it goes first. A success that leaves an
+// empty file behind is none: even a log without events has a header.
+bool SaveEventLog(const wchar_t* log, const std::wstring& path) {
+  DeleteFileW(path.c_str());
+  const HANDLE handle = OpenEventLogW(nullptr, log);
+  if (!handle) return false;
+  const bool saved = BackupEventLogW(handle, path.c_str());
+  CloseEventLog(handle);
+  return saved && HasContent(path);
+}
+
+std::string SystemDescription() {
+  OSVERSIONINFOW version = {};
+  version.dwOSVersionInfoSize = sizeof version;
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wdeprecated-declarations"
+  GetVersionExW(&version);
+#pragma GCC diagnostic pop
+  wchar_t name[MAX_COMPUTERNAME_LENGTH + 1] = {};
+  DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
+  GetComputerNameW(name, &size);
+  MEMORYSTATUSEX memory = {};
+  memory.dwLength = sizeof memory;
+  GlobalMemoryStatusEx(&memory);
+  return "Computer: " + reference::Utf8(name) + "\r\nWindows: " + std::to_string(version.dwMajorVersion) + "." +
+         std::to_string(version.dwMinorVersion) + "." + std::to_string(version.dwBuildNumber) +
+         "\r\nUp for: " + std::to_string(GetTickCount64() / 1000) +
+         " s\r\nMemory: " + std::to_string(memory.ullTotalPhys >> 20) + " MB\r\n";
+}
+
+std::string HostLogs() {
+  const std::wstring folder = reference::Utf16(reference::ReadPathEntry("Log").value_or("")) + L"\\";
+  std::ostringstream text;
+  WIN32_FIND_DATAW entry = {};
+  const HANDLE search = FindFirstFileW((folder + L"*.log").c_str(), &entry);
+  if (search == INVALID_HANDLE_VALUE) return {};
+  do {
+    const std::wstring name = entry.cFileName;
+    const std::ifstream file((folder + name).c_str(), std::ios::binary);
+    text << "== " << reference::Utf8(name) << "\r\n" << file.rdbuf();
+    text.clear();  // an empty file is no failure
+  } while (FindNextFileW(search, &entry));
+  FindClose(search);
+  return text.str();
+}
+
+bool WriteText(const std::wstring& path, const std::string& text) {
+  std::ofstream file(path.c_str(), std::ios::binary);
+  file << "This system keeps no event log.\r\n" << text;
+  return static_cast<bool>(file.flush());
+}
+
+}  // namespace
+
+int wmain() {
+  const std::wstring folder = programs::OwnFolder();
+  if (folder.empty()) return 1;
+  const std::wstring system = folder + L"System.evt", application = folder + L"Application.evt";
+  const bool first = SaveEventLog(L"System", system) || WriteText(system, SystemDescription());
+  const bool second = SaveEventLog(L"Application", application) || WriteText(application, HostLogs());
+  return first && second ? 0 : 1;
+}
