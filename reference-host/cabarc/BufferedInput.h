@@ -1,0 +1,52 @@
+// Reads a file piece by piece through a large buffer.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "cabarc/Platform.h"
+#include "cabarc/Status.h"
+
+namespace cabinet {
+
+class BufferedInput {
+ public:
+  explicit BufferedInput(platform::File& file) : file_(file), buffer_(kBufferSize) {}
+
+  /// Goes on reading at `position`, in bytes from the start of the file.
+  Status Seek(std::uint64_t position) {
+    next_ = end_ = 0;
+    return file_.Seek(position) ? Status{} : FileError("it cannot be read: " + platform::LastError());
+  }
+
+  /// Appends the next `size` bytes to `bytes`. Fails when the file ends before, or cannot be read; `bytes` may then
+  /// have grown.
+  Status Append(std::size_t size, std::vector<std::uint8_t>& bytes) {
+    while (size > 0) {
+      if (next_ == end_) {
+        const std::optional<std::size_t> count = file_.Read(buffer_.data(), buffer_.size());
+        if (!count) return FileError("it cannot be read: " + platform::LastError());
+        if (*count == 0) return BrokenCabinet("its end is missing");
+        next_ = 0;
+        end_ = *count;
+      }
+      const std::size_t count = size < end_ - next_ ? size : end_ - next_;
+      const auto from = buffer_.begin() + static_cast<std::ptrdiff_t>(next_);
+      bytes.insert(bytes.end(), from, from + static_cast<std::ptrdiff_t>(count));
+      next_ += count;
+      size -= count;
+    }
+    return {};
+  }
+
+ private:
+  static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
+
+  platform::File& file_;
+  std::vector<std::uint8_t> buffer_;
+  std::size_t next_ = 0;
+  std::size_t end_ = 0;
+};
+
+}  // namespace cabinet

@@ -1,0 +1,152 @@
+// Opens a cabinet, and hands out the data of its folders.
+#include "cabarc/CabinetReader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "cabarc/BlockUnpacker.h"
+#include "cabarc/OrderedPool.h"
+#include "cabarc/RecordReader.h"
+
+namespace cabinet {
+
+namespace {
+
+Status TextOf(BlockState state) {
+  switch (state) {
+    case BlockState::Unchecked:
+      return BrokenCabinet("its data have no checksum; --allow-unchecked extracts them nevertheless");
+    case BlockState::BadChecksum:
+      return BrokenCabinet("its data are damaged: a checksum is wrong");
+    default:
+      return BrokenCabinet("its data are damaged: they cannot be unpacked");
+  }
+}
+
+}  // namespace
+
+// Reads blocks ahead, has them unpacked by the pool and passes the results on in order.
+class CabinetReader::Unpacking {
+ public:
+  Unpacking(BufferedInput& input, std::uint8_t blockReserve, const ReadOptions& options)
+      : input_(input), blockReserve_(blockReserve), options_(options), pool_(options.threads) {}
+
+  // `end`: where the folder's data must end at the latest.
+  Status Read(const FolderRecord& folder, std::uint64_t end, const Sink& sink) {
+    usesHistory_ = false;
+    passed_ = 0;
+    room_ = end - folder.dataAt;
+    unsigned blocks = folder.blocks;
+    for (;;) {
+      UnpackJob* const job = blocks > 0 ? pool_.Free() : nullptr;
+      if (job) {
+        const unsigned count = std::min(blocks, static_cast<unsigned>(kBlocksPerJob));
+        job->method = static_cast<Method>(folder.method & kMethodMask);
+        if (Status status = Fill(*job, count); status.Failed()) return status;
+        pool_.Submit();
+        blocks -= count;
+      } else if (UnpackJob* const oldest = pool_.Oldest()) {
+        if (Status status = PassOn(*oldest, sink); status.Failed()) return status;
+        pool_.Release();
+      } else {
+        return {};
+      }
+    }
+  }
+
+ private:
+  Status Fill(UnpackJob& job, unsigned count) {
+    job.blockReserve = blockReserve_;
+    job.allowUnchecked = options_.allowUnchecked;
+    job.history = usesHistory_;
+    job.blocks.clear();
+    job.places.clear();
+    for (unsigned i = 0; i < count; ++i) {
+      if (Status status = AppendBlock(job); status.Failed()) return status;
+    }
+    return {};
+  }
+
+  Status AppendBlock(UnpackJob& job) {
+    const std::size_t at = job.blocks.size();
+    const std::size_t header = kBlockHeaderSize + std::size_t{blockReserve_};
+    if (Status status = input_.Append(header, job.blocks); status.Failed()) return status;
+    const std::size_t packed = Get16(job.blocks.data() + at + 4);
+    const std::size_t unpacked = Get16(job.blocks.data() + at + 6);
+    if (packed > kMaxAcceptedBlock || unpacked == 0 || unpacked > kBlockSize || header + packed > room_) {
+      return BrokenCabinet("its data are damaged: a block's size is impossible");
+    }
+    room_ -= header + packed;
+    job.places.push_back({at, header + packed, unpacked});
+    return input_.Append(packed, job.blocks);
+  }
+
+  Status PassOn(UnpackJob& job, const Sink& sink) {
+    std::memcpy(job.unpacked.data(), tail_.data(), kBlockSize);
+    std::size_t done = 0;
+    Status failure;
+    for (std::size_t i = 0; i < job.places.size() && !failure.Failed(); ++i) {
+      if (job.states[i] == BlockState::NeedsHistory) job.states[i] = UnpackWithHistory(job, i, job.Data() + done);
+      if (job.states[i] == BlockState::Good) {
+        done += job.places[i].unpackedSize;
+        passed_ += job.places[i].unpackedSize;
+      } else {
+        failure = TextOf(job.states[i]);
+      }
+    }
+    std::memcpy(tail_.data(), job.Data() + done - kBlockSize, kBlockSize);
+    // What precedes a damaged block is good and may complete a file.
+    Status status = sink(job.Data(), done);
+    return status.Failed() ? status : failure;
+  }
+
+  BlockState UnpackWithHistory(const UnpackJob& job, std::size_t i, std::uint8_t* out) {
+    usesHistory_ = true;
+    const std::size_t history = static_cast<std::size_t>(std::min<std::uint64_t>(passed_, kBlockSize));
+    return history_.Unpack(job, job.places[i], out, history) ? BlockState::Good : BlockState::Damaged;
+  }
+
+  BufferedInput& input_;
+  const std::uint8_t blockReserve_;
+  const ReadOptions options_;
+  OrderedPool<UnpackJob, BlockUnpacker> pool_;
+  HistoryUnpacker history_;
+  bool usesHistory_ = false;
+  std::vector<std::uint8_t> tail_ = std::vector<std::uint8_t>(kBlockSize);  // the last 32 KB passed on
+  std::uint64_t passed_ = 0;
+  std::uint64_t room_ = 0;  // bytes of the cabinet that the folder may still use
+};
+
+CabinetReader::CabinetReader() = default;
+
+CabinetReader::~CabinetReader() = default;
+
+Status CabinetReader::Open(const std::string& path) {
+  if (!file_.OpenForReading(path)) return FileError("it cannot be opened: " + platform::LastError());
+  const std::optional<platform::FileInfo> info = file_.Info();
+  if (!info || info->kind != platform::Kind::File) return FileError("it is not a file");
+  return ReadRecords(input_.emplace(file_), info->size, records_);
+}
+
+Status CabinetReader::ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink) {
+  const FolderRecord& folder = records_.folders[index];
+  const unsigned method = folder.method & kMethodMask;
+  if (method > static_cast<unsigned>(Method::MsZip)) {
+    const std::string name = method == 2 ? "the Quantum" : method == 3 ? "the LZX" : "an unknown";
+    return BrokenCabinet("it is packed by " + name + " method, which is not supported");
+  }
+  if (folder.blocks == 0) return {};
+  if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, records_.blockReserve, options);
+  Status status = input_->Seek(folder.dataAt);
+  return status.Failed() ? status : unpacking_->Read(folder, EndOfFolder(index), sink);
+}
+
+// Folders lie in the file in their order; those without blocks may say anything.
+std::uint64_t CabinetReader::EndOfFolder(std::size_t index) const {
+  for (std::size_t next = index + 1; next < records_.folders.size(); ++next) {
+    if (records_.folders[next].blocks > 0) return records_.folders[next].dataAt;
+  }
+  return records_.size;
+}
+
+}  // namespace cabinet

@@ -1,0 +1,108 @@
+// The archiver as a command: arguments in, text and exit code out.
+#include "cabarc/Commands.h"
+
+#include <exception>
+#include <iomanip>
+
+#include "cabarc/CabinetReader.h"
+#include "cabarc/CabinetWriter.h"
+#include "cabarc/CommandLine.h"
+#include "cabarc/Extraction.h"
+#include "cabarc/FileTree.h"
+
+namespace cabinet {
+
+namespace {
+
+Status AboutCabinet(const CommandLine& line, Status status) {
+  status.text = line.cabinet + ": " + status.text;
+  return status;
+}
+
+Status Create(const CommandLine& line, std::ostream& out) {
+  FileTree tree({line.recurse, line.keepPaths}, line.cabinet);
+  for (const std::string& argument : line.arguments) {
+    if (Status status = tree.Add(argument); status.Failed()) return status;
+  }
+  std::uint32_t size = 0;
+  Status status = WriteCabinet(tree.Files(), platform::ToNative(line.cabinet), {line.method, line.threads}, size);
+  if (status.Failed()) return status;
+  out << line.cabinet << ": " << tree.Files().size() << " files packed, " << size << " bytes\n";
+  return {};
+}
+
+void ListMember(const MemberRecord& member, std::ostream& out) {
+  const auto [date, time] = member.stamp;
+  const auto attribute = [&](std::uint8_t bit, char letter) { return (member.attributes & bit) ? letter : '-'; };
+  out << std::setfill('0') << (date >> 9) + 1980 << '-' << std::setw(2) << (date >> 5 & 15) << '-' << std::setw(2)
+      << (date & 31) << ' ' << std::setw(2) << (time >> 11) << ':' << std::setw(2) << (time >> 5 & 63) << ':'
+      << std::setw(2) << (time & 31) * 2 << std::setfill(' ') << std::setw(12) << member.size << ' '
+      << attribute(platform::kReadOnly, 'R') << attribute(platform::kHidden, 'H') << attribute(platform::kSystem, 'S')
+      << attribute(platform::kArchive, 'A') << ' ' << member.name << '\n';
+}
+
+Status List(const CommandLine& line, std::ostream& out) {
+  CabinetReader reader;
+  if (Status status = reader.Open(platform::ToNative(line.cabinet)); status.Failed()) {
+    return AboutCabinet(line, status);
+  }
+  std::uint64_t total = 0;
+  for (const MemberRecord& member : reader.Records().members) {
+    ListMember(member, out);
+    total += member.size;
+  }
+  out << reader.Records().members.size() << " files, " << total << " bytes\n";
+  return {};
+}
+
+bool NamesFolder(const std::string& argument) {
+  return argument.ends_with('\\') || argument.ends_with('/') ||
+         platform::InfoOf(platform::ToNative(argument)).kind == platform::Kind::Folder;
+}
+
+Status Extract(const CommandLine& line, std::ostream& out) {
+  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}};
+  if (!options.names.empty() && NamesFolder(options.names.back())) {
+    options.target = options.names.back();
+    options.names.pop_back();
+  }
+  CabinetReader reader;
+  std::size_t extracted = 0;
+  Status status = reader.Open(platform::ToNative(line.cabinet));
+  if (!status.Failed()) status = Extract(reader, options, extracted);
+  if (status.Failed()) return AboutCabinet(line, status);
+  out << line.cabinet << ": " << extracted << " files extracted\n";
+  return {};
+}
+
+Status RunCommand(const std::vector<std::string>& arguments, std::ostream& out) {
+  CommandLine line;
+  if (Status status = ParseCommandLine(arguments, line); status.Failed()) return status;
+  switch (line.command) {
+    case Command::Create:
+      return Create(line, out);
+    case Command::List:
+      return List(line, out);
+    case Command::Extract:
+      return Extract(line, out);
+    case Command::Help:
+      break;
+  }
+  out << kHelp;
+  return {};
+}
+
+}  // namespace
+
+int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err) {
+  Status status;
+  try {
+    status = RunCommand(arguments, out);
+  } catch (const std::exception& exception) {
+    status = FileError(std::string("not enough memory: ") + exception.what());
+  }
+  if (status.Failed()) err << "cabarc: " << status.text << '\n';
+  return static_cast<int>(status.code);
+}
+
+}  // namespace cabinet

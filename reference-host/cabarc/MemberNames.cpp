@@ -1,0 +1,156 @@
+// The names of a cabinet's members: encoding, safety, wildcards.
+#include "cabarc/MemberNames.h"
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+
+namespace cabinet {
+
+namespace {
+
+char LowerAscii(char character) {
+  return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
+}
+
+bool EqualsAscii(std::string_view left, std::string_view right) {
+  return std::equal(left.begin(), left.end(), right.begin(), right.end(),
+                    [](char a, char b) { return LowerAscii(a) == LowerAscii(b); });
+}
+
+bool IsContinuation(char byte) {
+  return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
+}
+
+// Length of the well-formed character at the start of `text`, 0 when there is none.
+std::size_t CharacterLength(std::string_view text) {
+  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
+  if (byte(0) < 0x80) return 1;
+  const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
+  if (byte(0) < 0xC2 || byte(0) > 0xF4 || text.size() < length) return 0;
+  if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), IsContinuation)) return 0;
+  const unsigned first = static_cast<unsigned>(byte(0)) << 8 | byte(1);
+  const bool overlong = (first >= 0xE080 && first < 0xE0A0) || (first >= 0xF080 && first < 0xF090);
+  const bool surrogate = first >= 0xEDA0 && first < 0xEE00;
+  return overlong || surrogate || first >= 0xF490 ? 0 : length;
+}
+
+void AppendUtf8(std::string& text, unsigned code) {
+  if (code < 0x80) {
+    text += static_cast<char>(code);
+  } else if (code < 0x800) {
+    text += static_cast<char>(0xC0 | code >> 6);
+    text += static_cast<char>(0x80 | (code & 0x3F));
+  } else {
+    text += static_cast<char>(0xE0 | code >> 12);
+    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
+    text += static_cast<char>(0x80 | (code & 0x3F));
+  }
+}
+
+// Windows finds a device whatever follows its name: "NUL.txt" and "nul .x" are the device too.
+bool IsDevice(std::string_view part) {
+  std::string_view stem = part.substr(0, part.find('.'));
+  while (stem.ends_with(' ')) stem.remove_suffix(1);
+  constexpr std::string_view kDevices[] = {"CON", "PRN", "AUX", "NUL", "CONIN$", "CONOUT$", "CLOCK$"};
+  if (std::any_of(std::begin(kDevices), std::end(kDevices), [&](auto name) { return EqualsAscii(name, stem); })) {
+    return true;
+  }
+  if (!EqualsAscii(stem.substr(0, 3), "COM") && !EqualsAscii(stem.substr(0, 3), "LPT")) return false;
+  const std::string_view number = stem.substr(3);
+  return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\u00B9" || number == "\u00B2" ||
+         number == "\u00B3";  // superscripts count as digits
+}
+
+std::optional<std::string_view> WhyUnsafePart(std::string_view part) {
+  if (part.empty()) return "an empty part in its path";
+  if (part == "..") return "it leads out of the folder";
+  if (part.ends_with('.') || part.ends_with(' ')) return "a blank or a dot at the end of a name";
+  if (IsDevice(part)) return "it is the name of a device";
+  return std::nullopt;
+}
+
+}  // namespace
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+bool IsUtf8(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = CharacterLength(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+std::string FromWindows1252(std::string_view bytes) {
+  constexpr std::array<std::uint16_t, 32> kFrom80 = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
+                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
+                                                     0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
+                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
+  std::string text;
+  for (const char character : bytes) {
+    const unsigned byte = static_cast<unsigned char>(character);
+    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? kFrom80[byte - 0x80] : byte);
+  }
+  return text;
+}
+
+std::optional<std::string_view> WhyUnsafe(std::string_view name) {
+  if (name.empty()) return "it is empty";
+  if (name.front() == '\\' || name.front() == '/') return "it is an absolute path";
+  for (const char character : name) {
+    if (character == ':') return "a drive or a stream";
+    if (static_cast<unsigned char>(character) < 0x20 ||
+        std::string_view("<>\"|?*\x7F").find(character) != std::string_view::npos) {
+      return "a character that no file name may have";
+    }
+  }
+  for (;;) {
+    const std::size_t end = name.find_first_of("\\/");
+    if (const auto reason = WhyUnsafePart(name.substr(0, end))) return reason;
+    if (end == std::string_view::npos) return std::nullopt;
+    name.remove_prefix(end + 1);
+  }
+}
+
+std::string_view BaseName(std::string_view name) {
+  return name.substr(name.rfind('\\') + 1);
+}
+
+bool Matches(std::string_view pattern, std::string_view text) {
+  if (pattern == "*.*") return true;
+  // On a mismatch the last "*" takes one character more: never more than pattern times text steps.
+  std::size_t p = 0;
+  std::size_t t = 0;
+  std::size_t star = std::string_view::npos;
+  std::size_t starText = 0;
+  while (t < text.size()) {
+    if (p < pattern.size() && pattern[p] == '*') {
+      star = p++;
+      starText = t;
+    } else if (p < pattern.size() && pattern[p] == '?') {
+      ++p;
+      do ++t;
+      while (t < text.size() && IsContinuation(text[t]));
+    } else if (p < pattern.size() && LowerAscii(pattern[p]) == LowerAscii(text[t])) {
+      ++p;
+      ++t;
+    } else if (star != std::string_view::npos) {
+      p = star + 1;
+      t = ++starText;
+    } else {
+      return false;
+    }
+  }
+  return pattern.substr(p).find_first_not_of('*') == std::string_view::npos;
+}
+
+bool HasWildcard(std::string_view text) {
+  return text.find_first_of("*?") != std::string_view::npos;
+}
+
+}  // namespace cabinet

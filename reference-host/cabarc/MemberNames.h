@@ -1,0 +1,29 @@
+// The names of a cabinet's members: encoding, safety, wildcards.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace cabinet {
+
+bool IsAscii(std::string_view text);
+/// Whether `text` is well-formed UTF-8: no overlong forms, no surrogates.
+bool IsUtf8(std::string_view text);
+/// `bytes` of Windows code page 1252 as UTF-8. Bytes that the page leaves free become U+FFFD.
+std::string FromWindows1252(std::string_view bytes);
+
+/// Why a name (UTF-8, "\" or "/" between its parts) must be neither stored nor extracted: because it would lead out
+/// of the target folder, name a device or a stream, or be changed by Windows into another name. Nothing when safe.
+/// The answer is the same on every platform.
+std::optional<std::string_view> WhyUnsafe(std::string_view name);
+
+/// The text after the last "\".
+std::string_view BaseName(std::string_view name);
+
+/// Whether `text` matches `pattern` with "*" and "?", without regard to case in ASCII. "*.*" matches everything, names
+/// without a dot too.
+bool Matches(std::string_view pattern, std::string_view text);
+bool HasWildcard(std::string_view text);
+
+}  // namespace cabinet

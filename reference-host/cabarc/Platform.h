@@ -1,0 +1,101 @@
+// Everything the archiver asks of the operating system: files, folders, attributes, times, arguments, output.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace cabinet::platform {
+
+/// All paths are UTF-8 with this separator.
+extern const char kSeparator;
+
+/// Attribute bits as cabinets and Windows have them.
+inline constexpr std::uint8_t kReadOnly = 0x01;
+inline constexpr std::uint8_t kHidden = 0x02;
+inline constexpr std::uint8_t kSystem = 0x04;
+inline constexpr std::uint8_t kArchive = 0x20;
+inline constexpr std::uint8_t kAllAttributes = kReadOnly | kHidden | kSystem | kArchive;
+
+/// A local time in steps of two seconds, as cabinets hold it.
+struct DosStamp {
+  std::uint16_t date = 0;
+  std::uint16_t time = 0;
+};
+
+enum class Kind { Missing, File, Folder, Link, Other };
+
+struct FileInfo {
+  Kind kind = Kind::Missing;
+  std::uint64_t size = 0;
+  std::uint64_t modified = 0;  ///< opaque; another value means that the file was written to
+  DosStamp stamp;
+  std::uint8_t attributes = 0;
+};
+
+struct FolderEntry {
+  std::string name;
+  FileInfo info;
+};
+
+/// An open file. Movable, closed on destruction. After a failure LastError() says why.
+class File {
+ public:
+  File() = default;
+  File(File&& other) noexcept;
+  File& operator=(File&& other) noexcept;
+  File(const File&) = delete;
+  File& operator=(const File&) = delete;
+  ~File();
+
+  /// Opens an existing file for reading from its start to its end.
+  bool OpenForReading(const std::string& path);
+  /// Makes a new file; fails when anything of that name exists, a link included.
+  bool CreateNew(const std::string& path, std::uint8_t attributes);
+  bool IsOpen() const;
+  /// At most `size` bytes; fewer only at the end of the file. Nothing on failure.
+  std::optional<std::size_t> Read(void* buffer, std::size_t size);
+  bool Write(const void* data, std::size_t size);
+  /// Sets the position, in bytes from the start.
+  bool Seek(std::uint64_t position);
+  std::optional<FileInfo> Info() const;
+  /// Gives the file its final attributes and time of last change. A stamp that is no date is left out.
+  bool SetAttributes(std::uint8_t attributes, DosStamp stamp);
+  /// False when the system reports a late write error.
+  bool Close();
+
+ private:
+  std::intptr_t handle_ = -1;
+};
+
+/// The arguments after the program's name, unchanged: wildcards are not expanded.
+std::vector<std::string> Arguments(int count, char** values);
+/// Writes text to the console, or as UTF-8 to whatever the output was redirected to.
+void Print(std::string_view text, bool asError);
+
+/// `path` with "\" and "/" both turned into kSeparator.
+std::string ToNative(std::string_view path);
+/// `name` in the form under which the file system compares names (upper and lower case made equal).
+std::string FoldName(std::string_view name);
+
+/// What a path leads to, links followed.
+FileInfo InfoOf(const std::string& path);
+/// What stands at a path itself: a link or reparse point is Kind::Link, wherever it leads.
+Kind KindOf(const std::string& path);
+/// The entries of a folder in no particular order, without "." and "..". A link to a file is given as that file;
+/// a link to anything else as Kind::Link.
+bool ListFolder(const std::string& path, std::vector<FolderEntry>& entries);
+bool CreateFolder(const std::string& path);
+bool Remove(const std::string& path);
+/// Renames a file, replacing one of the new name, even a read-only one.
+bool Rename(const std::string& from, const std::string& to);
+
+/// The system's text for the last failure of this thread.
+std::string LastError();
+/// A number that no other running process has.
+unsigned ProcessNumber();
+
+}  // namespace cabinet::platform

@@ -1,0 +1,277 @@
+// The operating system's side of the archiver on Windows.
+#include <windows.h>
+// shellapi.h needs windows.h before it
+#include <shellapi.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "cabarc/Platform.h"
+
+namespace cabinet::platform {
+
+const char kSeparator = '\\';
+
+namespace {
+
+std::wstring ToWide(std::string_view text) {
+  const int size = static_cast<int>(text.size());
+  const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+  std::wstring wide(static_cast<std::size_t>(length), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+  return wide;
+}
+
+std::string ToUtf8(std::wstring_view wide) {
+  const int size = static_cast<int>(wide.size());
+  const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
+  std::string text(static_cast<std::size_t>(length), '\0');
+  WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, text.data(), length, nullptr, nullptr);
+  return text;
+}
+
+// A path as the wide functions take it; long ones get the prefix that lifts the limit of 260 characters. A folder
+// must leave room for a short name below it, hence the lower limit here.
+std::wstring ToSystemPath(std::string_view path) {
+  constexpr DWORD kLongFrom = 240;
+  std::wstring wide = ToWide(path);
+  const DWORD length = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
+  if (length < kLongFrom || wide.starts_with(L"\\\\?\\")) return wide;
+  std::wstring full(length, L'\0');
+  full.resize(GetFullPathNameW(wide.c_str(), length, full.data(), nullptr));
+  if (full.starts_with(L"\\\\")) return L"\\\\?\\UNC" + full.substr(1);
+  return L"\\\\?\\" + full;
+}
+
+DosStamp ToStamp(const FILETIME& time) {
+  SYSTEMTIME utc{};
+  SYSTEMTIME local{};
+  if (!FileTimeToSystemTime(&time, &utc) || !SystemTimeToTzSpecificLocalTime(nullptr, &utc, &local) ||
+      local.wYear < 1980) {
+    return {0x21, 0};  // the first day that can be told
+  }
+  if (local.wYear > 2107) return {0xFF9F, 0xBF7D};  // and the last second
+  return {static_cast<std::uint16_t>((local.wYear - 1980) << 9 | local.wMonth << 5 | local.wDay),
+          static_cast<std::uint16_t>(local.wHour << 11 | local.wMinute << 5 | local.wSecond / 2)};
+}
+
+bool FromStamp(DosStamp stamp, FILETIME& time) {
+  SYSTEMTIME local{};
+  local.wYear = static_cast<WORD>((stamp.date >> 9) + 1980);
+  local.wMonth = stamp.date >> 5 & 15;
+  local.wDay = stamp.date & 31;
+  local.wHour = static_cast<WORD>(stamp.time >> 11);
+  local.wMinute = stamp.time >> 5 & 63;
+  local.wSecond = static_cast<WORD>((stamp.time & 31) * 2);
+  SYSTEMTIME utc{};
+  return TzSpecificLocalTimeToSystemTime(nullptr, &local, &utc) && SystemTimeToFileTime(&utc, &time);
+}
+
+std::uint64_t Join(DWORD high, DWORD low) {
+  return static_cast<std::uint64_t>(high) << 32 | low;
+}
+
+// Found, by-handle and by-name records share these members.
+template <class Data>
+FileInfo ToInfo(const Data& data) {
+  FileInfo info;
+  info.kind = (data.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) ? Kind::Folder : Kind::File;
+  info.size = Join(data.nFileSizeHigh, data.nFileSizeLow);
+  info.modified = Join(data.ftLastWriteTime.dwHighDateTime, data.ftLastWriteTime.dwLowDateTime);
+  info.stamp = ToStamp(data.ftLastWriteTime);
+  info.attributes = static_cast<std::uint8_t>(data.dwFileAttributes & kAllAttributes);
+  return info;
+}
+
+HANDLE Handle(std::intptr_t handle) {
+  return reinterpret_cast<HANDLE>(handle);
+}
+
+std::intptr_t Open(const std::string& path, DWORD access, DWORD share, DWORD disposition, DWORD flags) {
+  return reinterpret_cast<std::intptr_t>(
+      CreateFileW(ToSystemPath(path).c_str(), access, share, nullptr, disposition, flags, nullptr));
+}
+
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+
+}  // namespace
+
+File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
+
+File& File::operator=(File&& other) noexcept {
+  std::swap(handle_, other.handle_);
+  return *this;
+}
+
+File::~File() {
+  Close();
+}
+
+bool File::OpenForReading(const std::string& path) {
+  Close();
+  handle_ = Open(path, GENERIC_READ, kShareAll, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN);
+  return IsOpen();
+}
+
+bool File::CreateNew(const std::string& path, std::uint8_t) {
+  Close();
+  handle_ = Open(path, GENERIC_WRITE, FILE_SHARE_READ, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
+  return IsOpen();
+}
+
+// INVALID_HANDLE_VALUE is -1; other handles may well be negative.
+bool File::IsOpen() const {
+  return handle_ != -1;
+}
+
+std::optional<std::size_t> File::Read(void* buffer, std::size_t size) {
+  std::size_t done = 0;
+  while (done < size) {
+    DWORD count = 0;
+    if (!ReadFile(Handle(handle_), static_cast<char*>(buffer) + done, static_cast<DWORD>(size - done), &count,
+                  nullptr)) {
+      return std::nullopt;
+    }
+    if (count == 0) break;
+    done += count;
+  }
+  return done;
+}
+
+bool File::Write(const void* data, std::size_t size) {
+  DWORD count = 0;
+  if (!WriteFile(Handle(handle_), data, static_cast<DWORD>(size), &count, nullptr)) return false;
+  if (count != size) SetLastError(ERROR_DISK_FULL);
+  return count == size;
+}
+
+bool File::Seek(std::uint64_t position) {
+  LARGE_INTEGER distance;
+  distance.QuadPart = static_cast<LONGLONG>(position);
+  return SetFilePointerEx(Handle(handle_), distance, nullptr, FILE_BEGIN) != 0;
+}
+
+std::optional<FileInfo> File::Info() const {
+  BY_HANDLE_FILE_INFORMATION data{};
+  if (!GetFileInformationByHandle(Handle(handle_), &data)) return std::nullopt;
+  return ToInfo(data);
+}
+
+bool File::SetAttributes(std::uint8_t attributes, DosStamp stamp) {
+  FILE_BASIC_INFO basic{};  // times of 0 stay as they are
+  const DWORD wanted = attributes & kAllAttributes;
+  basic.FileAttributes = wanted != 0 ? wanted : FILE_ATTRIBUTE_NORMAL;
+  FILETIME time{};
+  if (FromStamp(stamp, time)) {
+    basic.LastWriteTime.QuadPart = static_cast<LONGLONG>(Join(time.dwHighDateTime, time.dwLowDateTime));
+  }
+  return SetFileInformationByHandle(Handle(handle_), FileBasicInfo, &basic, sizeof basic) != 0;
+}
+
+bool File::Close() {
+  return !IsOpen() || CloseHandle(Handle(std::exchange(handle_, -1))) != 0;
+}
+
+// The C run-time's own arguments are of no use: it turns "*.*" into the names of files.
+std::vector<std::string> Arguments(int, char**) {
+  std::vector<std::string> arguments;
+  int count = 0;
+  wchar_t** const values = CommandLineToArgvW(GetCommandLineW(), &count);
+  for (int i = 1; values && i < count; ++i) arguments.push_back(ToUtf8(values[i]));
+  LocalFree(values);
+  return arguments;
+}
+
+void Print(std::string_view text, bool asError) {
+  const HANDLE output = GetStdHandle(asError ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE);
+  DWORD mode = 0;
+  DWORD count = 0;
+  if (GetConsoleMode(output, &mode)) {
+    const std::wstring wide = ToWide(text);
+    WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr);
+  } else {
+    WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
+  }
+}
+
+std::string ToNative(std::string_view path) {
+  std::string native(path);
+  std::replace(native.begin(), native.end(), '/', kSeparator);
+  return native;
+}
+
+std::string FoldName(std::string_view name) {
+  std::wstring wide = ToWide(name);
+  CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));
+  return ToUtf8(wide);
+}
+
+FileInfo InfoOf(const std::string& path) {
+  WIN32_FILE_ATTRIBUTE_DATA data{};
+  if (!GetFileAttributesExW(ToSystemPath(path).c_str(), GetFileExInfoStandard, &data)) return {};
+  File file;
+  if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 || !file.OpenForReading(path)) return ToInfo(data);
+  return file.Info().value_or(FileInfo{});
+}
+
+Kind KindOf(const std::string& path) {
+  const DWORD attributes = GetFileAttributesW(ToSystemPath(path).c_str());
+  if (attributes == INVALID_FILE_ATTRIBUTES) return Kind::Missing;
+  if (attributes & FILE_ATTRIBUTE_REPARSE_POINT) return Kind::Link;
+  return (attributes & FILE_ATTRIBUTE_DIRECTORY) ? Kind::Folder : Kind::File;
+}
+
+bool ListFolder(const std::string& path, std::vector<FolderEntry>& entries) {
+  WIN32_FIND_DATAW found{};
+  std::wstring pattern = ToSystemPath(path);
+  if (!pattern.ends_with(L'\\')) pattern += L'\\';  // after the long prefix, doubled ones are not accepted
+  const HANDLE search = FindFirstFileExW((pattern + L'*').c_str(), FindExInfoBasic, &found, FindExSearchNameMatch,
+                                         nullptr, FIND_FIRST_EX_LARGE_FETCH);
+  if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;
+  do {
+    FolderEntry entry{ToUtf8(found.cFileName), ToInfo(found)};
+    if (entry.name == "." || entry.name == "..") continue;
+    if (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) {
+      if (entry.info.kind == Kind::File) entry.info = InfoOf(path + kSeparator + entry.name);
+      if (entry.info.kind != Kind::File) entry.info.kind = Kind::Link;
+    }
+    entries.push_back(std::move(entry));
+  } while (FindNextFileW(search, &found));
+  const DWORD error = GetLastError();
+  FindClose(search);
+  SetLastError(error);
+  return error == ERROR_NO_MORE_FILES;
+}
+
+bool CreateFolder(const std::string& path) {
+  return CreateDirectoryW(ToSystemPath(path).c_str(), nullptr) != 0;
+}
+
+bool Remove(const std::string& path) {
+  return DeleteFileW(ToSystemPath(path).c_str()) != 0;
+}
+
+bool Rename(const std::string& from, const std::string& to) {
+  const std::wstring source = ToSystemPath(from);
+  const std::wstring target = ToSystemPath(to);
+  if (MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+  if (GetLastError() != ERROR_ACCESS_DENIED || KindOf(to) != Kind::File) return false;
+  // A read-only file is not replaced otherwise.
+  SetFileAttributesW(target.c_str(), FILE_ATTRIBUTE_NORMAL);
+  return MoveFileExW(source.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != 0;
+}
+
+std::string LastError() {
+  wchar_t text[512];
+  const DWORD error = GetLastError();
+  DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text,
+                                static_cast<DWORD>(std::size(text)), nullptr);
+  while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
+  return length > 0 ? ToUtf8({text, length}) : "error " + std::to_string(error);
+}
+
+unsigned ProcessNumber() {
+  return GetCurrentProcessId();
+}
+
+}  // namespace cabinet::platform
