@@ -1,0 +1,8 @@
+-- A small settings database of the host, from which much has been deleted: compacting it makes it smaller.
+CREATE TABLE T_SETTING(
+  SETTING_NO INTEGER PRIMARY KEY,
+  NAME TEXT NOT NULL,
+  VALUE TEXT NOT NULL);
+WITH RECURSIVE SETTING(NO) AS (SELECT 1 UNION ALL SELECT NO + 1 FROM SETTING WHERE NO < 400)
+INSERT INTO T_SETTING SELECT NO, printf('Setting %03d', NO), hex(randomblob(64)) FROM SETTING;
+DELETE FROM T_SETTING WHERE SETTING_NO > 40;
