@@ -1,0 +1,135 @@
+#include "fakes/CommandLineTools.h"
+
+#include <algorithm>
+
+#include "fakes/Cabinet.h"
+#include "fakes/Text.h"
+
+namespace fakes {
+namespace {
+
+// Beyond this length the command interpreter does nothing, and says so to nobody.
+constexpr std::size_t kLongestCommand = 8191;
+
+std::string FolderPart(const std::string& path) {
+  return path.substr(0, path.rfind('\\') + 1);
+}
+std::string NamePart(const std::string& path) {
+  return path.substr(path.rfind('\\') + 1);
+}
+
+struct XcopyRun {
+  Disk& disk;
+  std::string pattern;
+  bool below;
+  std::uint32_t copied = 0;
+  bool broken = false;
+
+  void CopyFile(const Entry& file, const std::string& source, const std::string& target) {
+    if (!disk.MakeFolders(FolderPart(target)) || !disk.Copy(source, target)) {
+      broken = true;
+      disk.Remove(target);
+      return;
+    }
+    disk.Find(target)->attributes = (file.attributes & ~kReadOnly) | kArchive;
+    ++copied;
+  }
+
+  void CopyFolder(const std::string& source, const std::string& target) {
+    for (const auto& entry : disk.Children(source)) {
+      if (broken || (entry->attributes & kHidden) != 0) continue;
+      const std::string inner = source + entry->name;
+      if (entry->isFolder && below) CopyFolder(inner + "\\", target + entry->name + "\\");
+      if (!entry->isFolder && FitsWildcard(entry->name, pattern)) CopyFile(*entry, inner, target + entry->name);
+    }
+  }
+};
+
+bool HasSwitch(const Words& words, const std::string& wanted) {
+  return std::any_of(words.begin(), words.end(), [&](const std::string& word) { return SameFold(word, wanted); });
+}
+
+// A target that neither exists nor ends in "\" makes xcopy ask whether it is a file or a
+// folder; a hidden one gets no answer and gives up.
+std::uint32_t Xcopy(Disk& disk, const Words& words) {
+  if (words.size() < 5) return 4;
+  const bool wholeFolder = disk.IsFolder(words[3]);
+  const std::string source = wholeFolder ? disk.Absolute(words[3]) + "\\" : words[3];
+  const std::string from = disk.Absolute(FolderPart(source).empty() ? "." : FolderPart(source));
+  const std::string to = disk.Absolute(words[4]);
+  if (to.empty() || !disk.IsFolder(from) || (!words[4].ends_with('\\') && !disk.IsFolder(to))) return 4;
+  XcopyRun run{disk, wholeFolder ? "*" : NamePart(source), HasSwitch(words, "/S")};
+  if (run.below && Fold(to + "\\").starts_with(Fold(from.ends_with('\\') ? from : from + "\\"))) return 4;
+  run.CopyFolder(from + "\\", to + "\\");
+  if (run.broken) return 4;
+  return run.copied > 0 ? 0 : 1;
+}
+
+std::uint32_t CopyBinary(Disk& disk, const Words& words) {
+  std::string bytes;
+  for (std::size_t i = 4; i + 1 < words.size(); ++i) {
+    if (words[i] == "+") continue;
+    if (!disk.IsFile(words[i])) return 1;
+    bytes += disk.Read(words[i]);
+  }
+  return disk.Write(words.back(), bytes) ? 0 : 1;
+}
+
+void AddBelow(Disk& disk, const std::string& folder, const std::string& pattern, CabinetContents& contents) {
+  for (const auto& entry : disk.Children(folder)) {
+    const std::string path = folder + entry->name;
+    if (entry->isFolder) AddBelow(disk, path + "\\", pattern, contents);
+    if (!entry->isFolder && FitsWildcard(entry->name, pattern)) contents[path] = entry->bytes;
+  }
+}
+
+std::uint32_t MakeCabinetFile(Disk& disk, const Words& words) {
+  CabinetContents contents;
+  for (std::size_t i = 5; i < words.size(); ++i) {
+    const std::string item = words[i].starts_with(".\\") ? words[i].substr(2) : words[i];
+    if (item.find('*') != std::string::npos) {
+      AddBelow(disk, FolderPart(item), NamePart(item), contents);
+    } else if (disk.IsFile(item)) {
+      contents[item] = disk.Read(item);
+    } else {
+      return 1;
+    }
+  }
+  if (contents.empty()) return 1;
+  if (disk.Write(words[4], MakeCabinet(contents))) return 0;
+  disk.Remove(words[4]);
+  return 1;
+}
+
+std::uint32_t Unpack(Disk& disk, const Words& words) {
+  const auto contents = ReadCabinet(disk.Read(words[4]));
+  if (!contents) return 1;
+  const std::string folder = words.size() > 5 ? words[5] + "\\" : "";
+  const bool done = std::all_of(contents->begin(), contents->end(),
+                                [&](const auto& file) { return disk.Write(folder + file.first, file.second); });
+  return done ? 0 : 1;
+}
+
+}  // namespace
+
+std::uint32_t RunCommandInterpreter(Disk& disk, const Words& words) {
+  std::size_t length = 0;
+  for (const std::string& word : words) length += word.size() + 1;
+  if (length > kLongestCommand) return 0;
+  if (words.size() < 4 || !SameFold(words[1], "/C")) return 1;
+  if (SameFold(words[2], "xcopy")) return Xcopy(disk, words);
+  return SameFold(words[2], "copy") && SameFold(words[3], "/B") ? CopyBinary(disk, words) : 1;
+}
+
+std::uint32_t RunCabarc(Disk& disk, const Words& words) {
+  if (words.size() < 5 || words[1] != "-r" || words[2] != "-p") return 1;
+  if (words[3] == "n") return MakeCabinetFile(disk, words);
+  return words[3] == "X" ? Unpack(disk, words) : 1;
+}
+
+std::uint32_t RunReg(Disk& disk, const Words& words) {
+  if (words.size() != 4 || words[1] != "save") return 1;
+  return disk.Write(words[3], "registry of " + words[2]) ? 0 : 1;
+}
+
+}  // namespace fakes

@@ -1,0 +1,89 @@
+// The disks of an imaginary Windows computer, in memory.
+//
+// Everybody outside the program works on them directly: tests that set up and
+// look, programs that the program starts, the host's components. The program
+// itself goes through FakeFileSystem, whose calls are counted and can fail.
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace fakes {
+
+inline constexpr unsigned kReadOnly = 1;
+inline constexpr unsigned kHidden = 2;
+inline constexpr unsigned kArchive = 32;
+
+/// A file or a folder. Names keep their case and are found in any; entries stand in name order.
+struct Entry {
+  std::string name;
+  bool isFolder = false;
+  std::string bytes;
+  unsigned attributes = 0;
+  int readers = 0;  ///< open handles: an open file can be neither deleted nor replaced
+  int writers = 0;
+  std::map<std::u32string, std::shared_ptr<Entry>> children;
+};
+
+struct Drive {
+  std::string label;
+  std::uint64_t capacity = 0;  ///< bytes
+  bool ready = true;           ///< false: no medium
+  bool writable = true;
+  std::shared_ptr<Entry> root = std::make_shared<Entry>();
+};
+
+/// Paths are Windows paths in UTF-8, absolute or relative to the current folder. Calls that
+/// answer bool return false when Windows would refuse.
+class Disk {
+ public:
+  Drive& AddDrive(char letter, const std::string& label, std::uint64_t capacity);
+  /// The drive of a path such as "D:" or "D:\x"; null when there is none.
+  Drive* FindDrive(const std::string& path);
+  std::int64_t FreeSpace(const std::string& path);
+  /// Removes everything from the medium, its label too.
+  bool Format(const std::string& path);
+
+  /// Drive, "\" and the cleaned components; empty for what cannot be a path.
+  std::string Absolute(const std::string& path) const;
+  /// Null when nothing stands there.
+  std::shared_ptr<Entry> Find(const std::string& path);
+  bool IsFile(const std::string& path);
+  bool IsFolder(const std::string& path);
+  /// The entries of a folder in name order.
+  std::vector<std::shared_ptr<Entry>> Children(const std::string& folder);
+
+  /// Contents of a file; empty when there is none.
+  std::string Read(const std::string& path);
+  /// Replaces or creates a file and the folders above it. False when the disk is full or refuses.
+  bool Write(const std::string& path, const std::string& bytes);
+  bool MakeFolders(const std::string& path);
+  /// Creates one folder in an existing one.
+  bool MakeFolder(const std::string& path);
+  /// The file at `path`, made empty, ready to be written to; its folder must exist. Null when refused.
+  std::shared_ptr<Entry> Create(const std::string& path);
+  /// Adds what fits to a file on the drive of `path`; false when not all did.
+  bool Append(const std::string& path, Entry& file, const std::string& bytes);
+  bool Copy(const std::string& source, const std::string& target);
+  bool Move(const std::string& source, const std::string& target);
+  /// Deletes a file or a whole folder, read-only or not; refused while in use.
+  bool Remove(const std::string& path);
+
+  const std::string& CurrentFolder() const { return current_; }
+  bool SetCurrentFolder(const std::string& path);
+
+  /// Every file below a folder: path from there, with "\", and contents. For comparing whole trees.
+  std::map<std::string, std::string> Tree(const std::string& folder);
+
+ private:
+  /// The folder that holds or would hold `path`, and the last component. Null when there is none.
+  std::shared_ptr<Entry> Parent(const std::string& path, std::string& name);
+
+  std::map<char, Drive> drives_;
+  std::string current_ = "C:\\";
+};
+
+}  // namespace fakes

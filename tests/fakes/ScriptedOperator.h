@@ -1,0 +1,151 @@
+// The scripted operator: what the person at the workstation does, in order.
+//
+// A script lists the dialogs and messages that a run must bring, each with the
+// person's answer. Anything else, and anything that is left over at the end,
+// fails the test. A form's step runs when the form opens; while the form stays
+// open, the next step must be for the same form, unless a dialog or message
+// that the step itself opened comes in between.
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <typeinfo>
+#include <utility>
+#include <vector>
+
+#include "forms/Form.h"
+#include "forms/Toolkit.h"
+#include "host/Shell.h"
+
+namespace fakes {
+
+/// Unwinds the program after the script has been departed from; the test has failed already.
+class ScriptFailed : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+/// The person's hands. Each checks that the control can be used, as a person could tell.
+void Press(forms::CommandButton& button, forms::ShiftState shift = {});
+void Tick(forms::ToggleControl& control, bool value = true);
+/// Replaces the text; characters that the box does not accept are lost.
+void Type(forms::TextBox& box, const std::string& text);
+/// Picks an entry, or types it where the list lacks it.
+void Choose(forms::ComboBox& box, const std::string& text);
+
+/// A message that was shown.
+struct ShownMessage {
+  std::int32_t id;
+  std::string text1;
+  std::string text2;
+  std::string text3;
+};
+
+class ScriptedOperator {
+ public:
+  ScriptedOperator() = default;
+  /// Fails the test when expectations are left, unless it has failed already.
+  ~ScriptedOperator();
+  ScriptedOperator(const ScriptedOperator&) = delete;
+  ScriptedOperator& operator=(const ScriptedOperator&) = delete;
+
+  /// Form `F` opens, or is still open, and the person does `step`.
+  template <class F>
+  ScriptedOperator& Expect(std::function<void(F&)> step) {
+    steps_.push_back({Kind::Form, typeid(F).name(), 0, {}, OnForm<F>(std::move(step)), {}});
+    return *this;
+  }
+  /// Message `id` appears; the person does `before`, such as changing the disk, and answers with
+  /// the button code `answer`.
+  ScriptedOperator& ExpectMessage(std::int32_t id, std::int32_t answer = 0, std::function<void()> before = {});
+  /// The plain message box of start-up appears with this text.
+  ScriptedOperator& ExpectPlainMessage(const std::string& text);
+  /// The folder browser opens and yields `folder`, empty for a cancel.
+  ScriptedOperator& ExpectBrowse(const std::string& folder);
+  /// The format dialog opens and ends with `result`.
+  ScriptedOperator& ExpectFormat(std::int32_t result);
+
+  /// For runs whose course is not known beforehand: what the person does at a form, or
+  /// answers to a message, when no step is left in the script. More than `limit` such steps
+  /// fail the test.
+  template <class F>
+  void Habit(std::function<void(F&)> step) {
+    habits_.push_back(OnForm<F>(std::move(step)));
+  }
+  std::function<std::int32_t(std::int32_t id)> messageHabit;
+  int limit = 1000;
+
+  /// Everything that was shown, in order.
+  const std::vector<ShownMessage>& Messages() const { return messages_; }
+  bool WasShown(std::int32_t id) const;
+
+  /// Called by the toolkit, the message dialog and the shell.
+  void AtForm(forms::Form& form);
+  std::int32_t AtMessage(const ShownMessage& message);
+  void AtPlainMessage(const std::string& text);
+  std::string AtBrowse();
+  std::int32_t AtFormat();
+
+ private:
+  enum class Kind { Form, Message, PlainMessage, Browse, Format };
+  /// Does its work and returns true when the form is of its type.
+  using FormStep = std::function<bool(forms::Form&)>;
+  struct Step {
+    Kind kind;
+    std::string text;  ///< form type, plain text or folder
+    std::int32_t id;   ///< message
+    std::int32_t answer;
+    FormStep onForm;
+    std::function<void()> before;
+  };
+
+  template <class F>
+  static FormStep OnForm(std::function<void(F&)> step) {
+    return [step = std::move(step)](forms::Form& form) {
+      auto* wanted = dynamic_cast<F*>(&form);
+      if (wanted != nullptr) step(*wanted);
+      return wanted != nullptr;
+    };
+  }
+  /// The next step when it is of this kind; fails the test otherwise.
+  Step Take(Kind kind, const std::string& what);
+  void UseHabit(forms::Form& form);
+  static std::string Describe(const Step& step);
+  /// Fails the test and unwinds the program.
+  void Fail(const std::string& what);
+
+  std::deque<Step> steps_;
+  std::vector<FormStep> habits_;
+  std::vector<ShownMessage> messages_;
+  int habitual_ = 0;
+  bool failed_ = false;
+};
+
+/// Shows forms to the operator instead of on a screen.
+class ScriptedToolkit : public forms::Toolkit {
+ public:
+  explicit ScriptedToolkit(ScriptedOperator& person) : person_(person) {}
+
+  static constexpr int kFormWidth = 6000;  ///< twips
+  static constexpr int kFormHeight = 4000;
+  int screenWidth = 15360;
+  int screenHeight = 11520;
+  forms::Pointer pointer = forms::Pointer::Default;
+  /// Names of the forms whose windows exist, in the order of creation.
+  std::vector<std::string> windows;
+
+  void CreateView(forms::Form& form) override;
+  void RunModal(forms::Form& form) override;
+  void DestroyView(forms::Form& form) override;
+  int ScreenWidth() override { return screenWidth; }
+  int ScreenHeight() override { return screenHeight; }
+  void SetPointer(forms::Pointer shape) override { pointer = shape; }
+  void ShowPlainMessage(const std::string& text, const std::string& title) override;
+
+ private:
+  ScriptedOperator& person_;
+};
+
+}  // namespace fakes
