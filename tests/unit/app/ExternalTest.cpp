@@ -1,0 +1,115 @@
+// Path table, variables, INI files and external programs.
+#include "app/External.h"
+
+#include "app/PathVariables.h"
+#include "unit/app/Fixture.h"
+
+namespace {
+
+/// Answers neither "found" nor "failed".
+class OddQX32 : public fakes::FakeQX32 {
+ public:
+  using FakeQX32::FakeQX32;
+  std::int32_t GetString(const std::string&, std::size_t, std::string& value) override {
+    value = "left over";
+    return 1;
+  }
+};
+
+using ExternalTest = AppTest;
+
+TEST_F(ExternalTest, PathEntries) {
+  std::string value = "kept";
+  EXPECT_EQ(app::GetPathEntry(application, "Nowhere", value), app::kFailed);
+  OddQX32 library(host.calls);
+  app::Application odd(Contracts(host, library, host.compactor), host.toolkit);
+  EXPECT_EQ(app::GetPathEntry(odd, "Temp", value), app::kFailed);
+  EXPECT_EQ(value, "kept");
+  host.qx32.pathTable["Temp"] = std::string(600, 'x');
+  EXPECT_EQ(app::GetPathEntry(application, "Temp", value), app::kDone);
+  EXPECT_EQ(value.size(), 512u);
+}
+
+TEST(CutAtNul, DropsThePrefixFirst) {
+  const std::string buffer("EN:T_MESSAGE\0rest:x", 19);
+  EXPECT_EQ(app::CutAtNul(buffer), "EN:T_MESSAGE");
+  EXPECT_EQ(app::CutAtNul(buffer, true), "T_MESSAGE");
+  EXPECT_EQ(app::CutAtNul(std::string("T\0", 2), true), "T");
+  EXPECT_EQ(app::CutAtNul(std::string("a:b:c\0", 6), true), "b:c");
+  EXPECT_EQ(app::CutAtNul("no end"), "no end");
+}
+
+TEST_F(ExternalTest, IniValues) {
+  host.WriteLines("C:\\x.ini", {"[One]", "Blank =1", "  Indented=2", "Key=  a = b  ", "key=lower", "Tab=\tx", "[Two]",
+                                "Key=second", ";Comment=no", "Disk12=piece", "Ümlaut=grün", "Empty="});
+  const struct {
+    const char* key;
+    const char* value;
+  } rows[] = {
+      {"Key", "a = b"}, {" Key ", "a = b"}, {"Blank", ""},      {"Indented", ""},    {"key", "lower"},
+      {"Tab", "\tx"},   {"KEY", ""},        {"Comment", ""},    {"Disk##", "piece"}, {"D*", "piece"},
+      {"Disk", ""},     {"[K]ey", "a = b"}, {"Ümlaut", "grün"}, {"Empty", ""},       {"[", ""},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(app::ReadIniValue(application, " C: ", "x.ini", row.key), row.value) << row.key;
+  EXPECT_EQ(app::ReadIniValue(application, "C:\\", "missing.ini", "Key"), "");
+}
+
+TEST_F(ExternalTest, TheIniReaderServesEventsAfterEachLine) {
+  host.WriteLines("C:\\x.ini", {"a=1", "b=2", "c=3", "d=4"});
+  app::ReadIniValue(application, "C:\\", "x.ini", "c");
+  EXPECT_EQ(host.messageLoop.yields, 3);
+}
+
+TEST_F(ExternalTest, RunAndWaitDoesNotLookAtTheExitCode) {
+  host.processes.Install("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; });
+  EXPECT_NE(app::RunAndWait(application, "C:\\Tarsus\\fails.bat"), 0u);
+  EXPECT_TRUE(host.processes.started.at(0).waitedFor);
+  EXPECT_EQ(host.processes.started.at(0).style, host::WindowStyle::Hidden);
+  EXPECT_EQ(app::RunAndWait(application, "C:\\Tarsus\\missing.bat"), 0u);
+  host.calls.FailFrom("StartedProgram", "Wait");
+  EXPECT_EQ(app::RunAndWait(application, "C:\\Tarsus\\fails.bat"), 0u);
+}
+
+TEST_F(ExternalTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
+  host.disk.SetCurrentFolder("C:\\");
+  {
+    const app::CurrentFolderScope scope(application, "D:\\", "C:\\Tarsus");
+    EXPECT_TRUE(scope.Entered());
+    EXPECT_EQ(host.disk.CurrentFolder(), "D:\\");
+  }
+  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Tarsus");
+  { EXPECT_FALSE(app::CurrentFolderScope(application, "C:\\Nowhere", "C:\\").Entered()); }
+  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\");
+}
+
+TEST_F(ExternalTest, PathVariables) {
+  const struct {
+    const char* item;
+    const char* expanded;
+    const char* variable;
+  } rows[] = {
+      {"%Temp%\\a.txt", "C:\\Tarsus\\Temp\\a.txt", "Temp"},
+      {"lost %Temp%\\a.txt", "C:\\Tarsus\\Temp\\a.txt", "Temp"},
+      {"%Temp%", "C:\\Tarsus\\Temp", "Temp"},
+      {"C:\\plain", "C:\\plain", "before"},
+  };
+  for (const auto& row : rows) {
+    std::string item = row.item;
+    std::string variable = "before";
+    EXPECT_EQ(app::ExpandPathVariable(application, item, &variable), app::kDone);
+    EXPECT_EQ(item, row.expanded);
+    EXPECT_EQ(variable, row.variable);
+  }
+}
+
+TEST_F(ExternalTest, VariablesThatThePathTableDoesNotKnow) {
+  for (const char* item : {"%Nowhere%\\a", "%Temp%\\%System%\\a", "100%", "%%"}) {
+    host.person.ExpectMessage(60326);
+    std::string changed = item;
+    EXPECT_EQ(app::ExpandPathVariable(application, changed), app::kFailed) << item;
+    EXPECT_EQ(changed, item);
+  }
+}
+
+}  // namespace

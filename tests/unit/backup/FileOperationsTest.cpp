@@ -1,0 +1,64 @@
+// The shared file operations and the staging folder.
+#include "backup/FileOperations.h"
+
+#include "backup/StagingFolder.h"
+#include "unit/backup/JobFixture.h"
+
+namespace {
+
+TEST_F(JobTest, XcopysExitCodeDecides) {
+  struct Exit {
+    std::uint32_t code;
+    app::ResultCode result;
+  };
+  for (const Exit exit : {Exit{0, 0}, Exit{1, -99}, Exit{2, -99}, Exit{4, -1}, Exit{5, -99}}) {
+    host.processes.Install("C:\\Windows\\System32\\CMD.exe",
+                           [=](fakes::Disk&, const fakes::Words&) { return exit.code; });
+    EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a b\\c.txt", "D:\\x\\"), exit.result) << exit.code;
+    EXPECT_EQ(host.processes.started.back().commandLine, "CMD /C xcopy \"C:\\a b\\c.txt\" \"D:\\x\\\" /S /Y");
+  }
+  host.calls.FailFrom("StartedProgram", "Wait");
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
+  host.disk.Remove("C:\\Windows\\System32\\CMD.exe");
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
+}
+
+TEST_F(JobTest, MovingNeverReplacesAFile) {
+  host.disk.Write("C:\\From\\a.txt", "new");
+  host.disk.Write("C:\\From\\b.txt", "new");
+  host.disk.Write("C:\\From\\c.txt\\inner.dat", "folder");
+  host.disk.Write("C:\\To\\a.txt", "old");
+  const backup::MoveCount count = backup::MoveFilesMatching(application, "C:\\From", "*.txt", "C:\\To\\");
+  EXPECT_EQ(count.moved, 1);
+  EXPECT_EQ(count.failed, 1);
+  EXPECT_EQ(host.disk.Tree("C:\\To"), (std::map<std::string, std::string>{{"a.txt", "old"}, {"b.txt", "new"}}));
+  EXPECT_EQ(NamesBelow("C:\\From"), (Names{"a.txt", "c.txt\\inner.dat"}));
+}
+
+TEST_F(JobTest, FolderSizeCountsTheFilesDirectlyInIt) {
+  host.disk.Write("C:\\Work\\a", std::string(1000, 'x'));
+  host.disk.Write("C:\\Work\\b", std::string(234, 'x'));
+  host.disk.Write("C:\\Work\\Sub\\c", std::string(5000, 'x'));
+  EXPECT_EQ(backup::GetFolderSize(application, kStaging), 1234u);
+  EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
+}
+
+TEST_F(JobTest, StagingFolderIsNamedAfterTheSecondAndGoesEvenWhenItIsCurrent) {
+  EXPECT_EQ(backup::CreateStagingFolder(application), "C:\\Users\\Operator\\Temp\\120315093012\\");
+  EXPECT_TRUE(host.disk.IsFolder(application.state.StagingFolder));
+  host.disk.Write(application.state.StagingFolder + "CABFILE\\a.cab", "x");
+  host.disk.Find(application.state.StagingFolder + "CABFILE\\a.cab")->attributes = fakes::kReadOnly;
+  host.disk.SetCurrentFolder(application.state.StagingFolder);
+  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone);
+  EXPECT_TRUE(host.disk.Children("C:\\Users\\Operator\\Temp").empty());
+  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone) << "nothing is left to remove";
+  EXPECT_TRUE(host.disk.IsFolder("C:\\Users\\Operator\\Temp"));
+}
+
+TEST_F(JobTest, StagingFolderThatCannotBeMadeIsEmpty) {
+  host.calls.FailFrom("FileSystem", "MakeFolder");
+  EXPECT_EQ(backup::CreateStagingFolder(application), "");
+  EXPECT_EQ(application.state.StagingFolder, "");
+}
+
+}  // namespace

@@ -1,0 +1,85 @@
+// The grammar of the job-definition file.
+#include <optional>
+
+#include "unit/backup/JobFixture.h"
+
+namespace {
+
+using backup::JobKey;
+
+struct Grammar {
+  const char* name;
+  std::vector<std::string> lines;  ///< the whole file
+  app::ResultCode result;
+  std::optional<std::string> batFile;  ///< value for USER_BACKUP; nothing when the key is not there
+};
+
+const Grammar kGrammar[] = {
+    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, 0, "a.bat"},
+    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, 0, "a.bat"},
+    {"header alone", {"[USER_BACKUP]"}, 0, std::nullopt},
+    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, -1, std::nullopt},
+    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, -1, std::nullopt},
+    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, -1, std::nullopt},
+    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, -1, std::nullopt},
+    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, 0, std::nullopt},
+    {"items of the section behind", {"[USER_BACKUP]", "[A]", "BatFile=y"}, 0, std::nullopt},
+    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, 0, std::nullopt},
+    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, 0, "y"},
+    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, 0, std::nullopt},
+    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, 0, "b"},
+    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, 0, "a=b c"},
+    {"empty value", {"[USER_BACKUP]", "BatFile="}, 0, ""},
+    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}, 0, std::nullopt},
+    {"indented key", {"[USER_BACKUP]", " BatFile=a"}, 0, std::nullopt},
+    {"lower case key", {"[USER_BACKUP]", "batfile=a"}, 0, std::nullopt},
+    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}, 0, std::nullopt},
+};
+
+TEST_F(JobTest, ReadsTheGrammarOfTheJobFile) {
+  for (const Grammar& grammar : kGrammar) {
+    SCOPED_TRACE(grammar.name);
+    host.WriteLines("C:\\Jobs\\list.ini", grammar.lines);
+    backup::JobDefinitions fresh;
+    EXPECT_EQ(fresh.Load(application, "C:\\Jobs", "list.ini", "USER_BACKUP"), grammar.result);
+    EXPECT_EQ(fresh.Items(JobKey::BatFile, "USER_BACKUP"), grammar.batFile ? Names{*grammar.batFile} : Names{});
+  }
+}
+
+TEST_F(JobTest, SplitsListsAndFillsInDefaults) {
+  LoadSection("LOG_BACKUP", {"EventLog=", "RegFile=", "Folder=a;b;;", "CommonFile="});
+  EXPECT_EQ(definitions.Items(JobKey::EventLog, "LOG_BACKUP"), Names{"%System%\\BackupEventLog.exe"});
+  EXPECT_EQ(definitions.Items(JobKey::RegFile, "LOG_BACKUP"),
+            Names{"Reg.exe save HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvantis\\TARSUS Tarsus.reg"});
+  EXPECT_EQ(definitions.Items(JobKey::Folder, "LOG_BACKUP"), (Names{"a", "b", "", ""}));
+  EXPECT_EQ(definitions.Items(JobKey::CommonFile, "LOG_BACKUP"), Names{""});
+  EXPECT_EQ(definitions.Items(JobKey::PersonalInfo, "LOG_BACKUP"), Names{});
+}
+
+TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
+  LoadSection("MENU_BACKUP", {"Folder=menu"});
+  LoadSection("USER_BACKUP", {"Folder=user", "BatFile=old"});
+  LoadSection("USER_BACKUP", {"Folder=new"});
+  EXPECT_EQ(definitions.Items(JobKey::Folder, "MENU_BACKUP"), Names{"menu"});
+  EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{"new"});
+  EXPECT_EQ(definitions.Items(JobKey::BatFile, "USER_BACKUP"), Names{});
+  host.disk.Remove("C:\\Tarsus\\System\\BackupList.ini");
+  EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), app::kDone);
+  EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{});
+}
+
+TEST_F(JobTest, RefusesItemsOfASectionWithoutANumber) {
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), app::kDone);
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), app::kFailed);
+  EXPECT_EQ(backup::SectionIndex("PATIENT_BACKUP"), 0);
+  EXPECT_EQ(backup::SectionIndex("LOG_DELETE"), 6);
+  EXPECT_EQ(backup::SectionIndex("REPORTSET_RESTORE"), 18);
+  EXPECT_EQ(backup::SectionIndex("patient_backup"), -1);
+}
+
+TEST_F(JobTest, FileThatCannotBeOpenedIsAFailure) {
+  host.calls.FailFrom("FileSystem", "OpenText");
+  EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), app::kFailed);
+}
+
+}  // namespace

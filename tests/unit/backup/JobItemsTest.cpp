@@ -1,0 +1,168 @@
+// The executors of the item kinds, and the deletion of logs.
+#include "backup/JobItems.h"
+
+#include "backup/LogDeletion.h"
+#include "unit/backup/JobFixture.h"
+
+namespace {
+
+using Executor = app::ResultCode (*)(const backup::JobContext&, const std::string&);
+
+struct Case {
+  const char* name;
+  Executor run;
+  std::string line;
+  app::ResultCode result;
+  Names staged;
+  bool unknownVariable = false;  ///< message 60326 is shown
+};
+
+const Case kCases[] = {
+    {"no key", backup::RunCommonFileItems, "; none", 1, {}},
+    {"common file", backup::RunCommonFileItems, "CommonFile=%System%\\Tarsus.log", 0, {"Tarsus.log"}},
+    {"text before the variable is lost",
+     backup::RunCommonFileItems,
+     "CommonFile=junk%System%\\Tarsus.log",
+     0,
+     {"Tarsus.log"}},
+    {"one of several common files",
+     backup::RunCommonFileItems,
+     "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini",
+     0,
+     {"menu.ini"}},
+    {"no common file there", backup::RunCommonFileItems, "CommonFile=C:\\none.x", 1, {}},
+    {"unknown variable",
+     backup::RunCommonFileItems,
+     "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini",
+     -1,
+     {},
+     true},
+    {"folder below the root", backup::RunFolderItems, "Folder=Menu", 0, {"Menu\\menu.ini"}},
+    {"folder with many separators at its end",
+     backup::RunFolderItems,
+     "Folder=C:\\Tarsus\\Menu\\\\",
+     0,
+     {"Menu\\menu.ini"}},
+    {"two folders, one of them missing",
+     backup::RunFolderItems,
+     "Folder=Menu;None;%Data%\\..\\User\\",
+     0,
+     {"Menu\\menu.ini", "User\\users.dat"}},
+    {"folder missing", backup::RunFolderItems, "Folder=None", 1, {}},
+    {"unknown variable of a folder", backup::RunFolderItems, "Folder=%Nowhere%\\a", -1, {}, true},
+    {"event log", backup::RunEventLogItems, "EventLog=", 0, {"Application.evt"}},
+    {"event log program missing", backup::RunEventLogItems, "EventLog=%System%\\none.exe", 1, {}},
+    {"event log program that writes nothing", backup::RunEventLogItems, "EventLog=%System%\\LoadPatients.bat", 1, {}},
+    {"event log without a folder", backup::RunEventLogItems, "EventLog=BackupEventLog.exe", 1, {}},
+    {"default registry export", backup::RunRegFileItems, "RegFile=", 0, {"Tarsus.reg"}},
+    {"registry program", backup::RunRegFileItems, "RegFile=%Temp%\\ExportKeys.exe;", 0, {"Keys.reg"}},
+    {"batch file", backup::RunBatFileItems, "BatFile=%System%\\DumpPatients.bat", 0, {}},
+    {"batch file missing", backup::RunBatFileItems, "BatFile=%System%\\none.bat", -1, {}},
+    {"batch file in a missing folder", backup::RunBatFileItems, "BatFile=C:\\none\\DumpPatients.bat", -1, {}},
+    {"empty batch file", backup::RunBatFileItems, "BatFile=", 1, {}},
+};
+
+TEST(JobItems, GatherIntoTheStagingFolder) {
+  for (const Case& each : kCases) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    station.host.processes.Install("C:\\Tarsus\\Temp\\ExportKeys.exe", [](fakes::Disk& disk, const fakes::Words&) {
+      return disk.Write("Keys.reg", "k") ? 7u : 1u;
+    });
+    station.LoadSection("LOG_BACKUP", {each.line});
+    if (each.unknownVariable) station.host.person.ExpectMessage(60326);
+    EXPECT_EQ(each.run(station.job, "LOG_BACKUP"), each.result);
+    EXPECT_EQ(station.Staged(), each.staged);
+    EXPECT_FALSE(station.host.disk.IsFile("C:\\Tarsus\\System\\Application.evt")) << "moved, not copied";
+    const bool registry = each.staged == Names{"Keys.reg"};
+    EXPECT_EQ(station.WasWarnedOf("Exit code 7: ExportKeys.exe (LOG_BACKUP)"), registry);
+  }
+}
+
+TEST_F(JobTest, ProgramsRunInTheirOwnFolder) {
+  LoadSection("LOG_BACKUP", {"BatFile=%System%\\DumpPatients.bat"});
+  backup::RunBatFileItems(job, "LOG_BACKUP");
+  ASSERT_EQ(host.processes.started.size(), 1u);
+  EXPECT_EQ(host.processes.started[0].commandLine, "DumpPatients.bat");
+  EXPECT_EQ(host.processes.started[0].currentFolder, "C:\\Tarsus\\System");
+  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Work");
+}
+
+TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
+  LoadSection("LOG_BACKUP", {"Folder="});
+  application.state.ApplicationRootFolder = "C:\\Tarsus\\Explain\\";
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kDone);
+  EXPECT_EQ(Staged(), Names{"Explain\\hand.txt"});
+  EXPECT_EQ(host.processes.started[0].commandLine,
+            "CMD /C xcopy \"C:\\Tarsus\\Explain\" \"C:\\Work\\Explain\\\" /S /Y");
+}
+
+TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenImagesAreWanted) {
+  host.disk.Write("C:\\Tarsus\\Image\\a.DDO\\1.dat", "x");
+  LoadSection("LOG_BACKUP", {"Folder=Image\\a.DDO"});
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kDone);
+  EXPECT_EQ(Staged(), Names{"a.DDO\\1.dat"});
+  application.state.CollectImages = 1;
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kStopped);
+  EXPECT_EQ(collectors.asked, Names{"images to C:\\Work\\"});
+}
+
+TEST_F(JobTest, MaintenanceTakesWhatABatchFileExports) {
+  application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
+  for (const char* name : {"a.txt", "b.BCP", "c.fmtt", "d.log", "e.dat"}) {
+    host.disk.Write(std::string("C:\\Dump\\") + name, "x");
+  }
+  host.processes.Install("C:\\Dump\\dump.bat", [](fakes::Disk&, const fakes::Words&) { return 0u; });
+  host.disk.MakeFolders("C:\\Work\\BCP");
+  LoadSection("MAINTENANCE", {"BatFile=C:\\Dump\\dump.bat"});
+  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), app::kDone);
+  EXPECT_EQ(Staged(), (Names{"BCP\\a.txt", "BCP\\b.BCP", "BCP\\c.fmtt", "BCP\\d.log"}));
+  EXPECT_EQ(NamesBelow("C:\\Dump"), (Names{"dump.bat", "e.dat"}));
+  host.disk.Write("C:\\Dump\\a.txt", "again");
+  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), app::kFailed) << "a.txt stands there already";
+}
+
+struct Deletion {
+  const char* name;
+  std::vector<std::string> lines;
+  app::ResultCode result;
+  Names kept;  ///< of C:\Logs
+  bool unknownVariable = false;
+};
+
+const Names kAllLogs = {"Sub\\d.log", "a.log", "b.log", "c.txt"};
+const Deletion kDeletions[] = {
+    {"common files", {"CommonFile=C:\\Logs\\*.log"}, 0, {"Sub\\d.log", "c.txt"}},
+    {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, 0, kAllLogs},
+    {"plain files of a folder", {"Folder=C:\\Logs"}, 0, {"Sub\\d.log"}},
+    {"nothing listed", {"; none"}, 0, kAllLogs},
+    {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, 0, kAllLogs},
+    {"folder missing, the rest deleted", {"Folder=C:\\Nowhere;C:\\Logs"}, -1, {"Sub\\d.log"}},
+    {"variable", {"Folder=%System%\\..\\..\\Logs"}, 0, {"Sub\\d.log"}},
+    {"unknown variable ends the run", {"CommonFile=%X%\\a", "Folder=C:\\Logs"}, -1, kAllLogs, true},
+    {"batch file missing ends the run", {"BatFile=C:\\Logs\\none.bat", "Folder=C:\\Logs"}, -1, kAllLogs},
+    {"commands run as they stand",
+     {"EventLog=Reg.exe save K C:\\Logs\\e.log", "CommonFile=C:\\Logs\\*.log"},
+     0,
+     {"Sub\\d.log", "c.txt", "e.log"}},
+};
+
+TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {
+  for (const Deletion& each : kDeletions) {
+    SCOPED_TRACE(each.name);
+    host.disk.Remove("C:\\Logs");
+    for (const std::string& name : kAllLogs) host.disk.Write("C:\\Logs\\" + name, "x");
+    host.disk.Find("C:\\Logs\\b.log")->attributes = fakes::kReadOnly;
+    host.disk.Write("C:\\root.txt", "stays");
+    LoadSection("LOG_DELETE", each.lines);
+    if (each.unknownVariable) host.person.ExpectMessage(60326);
+    EXPECT_EQ(backup::RunLogDeletion(job), each.result);
+    EXPECT_EQ(NamesBelow("C:\\Logs"), each.kept);
+    EXPECT_TRUE(host.disk.IsFile("C:\\root.txt"));
+    EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Work");
+  }
+  LoadSection("USER_BACKUP", {});
+  EXPECT_EQ(backup::RunLogDeletion(job), app::kFailed) << "section missing";
+}
+
+}  // namespace

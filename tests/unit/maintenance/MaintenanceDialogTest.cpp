@@ -1,0 +1,166 @@
+// The maintenance dialog: its counts, its choices, and what each button makes of them.
+#include <gtest/gtest.h>
+
+#include <limits>
+
+#include "unit/backup/JobFixture.h"
+#include "unit/maintenance/MaintenanceSession.h"
+
+namespace {
+
+using maintenance::Choice;
+
+constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
+
+struct Choosing {
+  const char* name;
+  bool unprotected;
+  bool range;
+  const char* days;     ///< typed into the range box
+  std::int32_t answer;  ///< to the confirmation; 0 where none comes
+  Choice result;
+  std::int32_t collectsImages;
+  std::int32_t dayCount;
+};
+
+const Choosing kChoosings[] = {
+    {"as it opens", false, false, "", 0, Choice::Protected, 0, 9999},
+    {"unprotected", true, false, "", 2, Choice::Unprotected, 0, 9999},
+    {"a week", false, true, "7", 0, Choice::Protected, 1, 7},
+    {"unprotected, a week", true, true, "7", 2, Choice::Unprotected, 1, 7},
+    {"no number", false, true, "", 0, Choice::Protected, 1, 0},
+    {"only digits enter", false, true, "-1a 2.5\b", 0, Choice::Protected, 1, 125},
+    {"more than 32 bits", false, true, "99999999999999999999", 0, Choice::Protected, 1, kLargest},
+};
+
+TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
+  for (const Choosing& each : kChoosings) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    frmMaintenance form(station.application);
+    station.host.person.Expect<frmMaintenance>([&](frmMaintenance& open) {
+      EXPECT_FALSE(open.txtCollectRange.Enabled() || open.lblLabel7.Enabled());
+      if (each.unprotected) fakes::Tick(open.Option2);
+      if (each.range) {
+        fakes::Tick(open.Option4);
+        EXPECT_FALSE(open.Option3.Value());
+        fakes::Type(open.txtCollectRange, each.days);
+      }
+      open.MoveTo(1234, 567);
+      fakes::Press(open.cmdStart);
+    });
+    if (each.answer != 0) station.host.person.ExpectMessage(64530, each.answer);
+    form.ShowModal();
+    EXPECT_EQ(form.Result(), each.result);
+    EXPECT_EQ(form.CollectsImages(), each.collectsImages);
+    EXPECT_EQ(form.DayCount(), each.dayCount);
+    EXPECT_TRUE(form.IsLoaded()) << "its owner has not read it yet";
+    form.Unload();
+    EXPECT_EQ(station.host.qx32.numbers["BackupUtility\\dlgMaintenanceLeft"], 1234u);
+  }
+}
+
+TEST(MaintenanceDialog, BackToAllImagesForgetsTheRange) {
+  JobStation station;
+  frmMaintenance form(station.application);
+  station.host.person.Expect<frmMaintenance>([](frmMaintenance& open) {
+    fakes::Tick(open.Option4);
+    fakes::Type(open.txtCollectRange, "3");
+    fakes::Tick(open.Option3);
+    EXPECT_FALSE(open.Option4.Value() || open.txtCollectRange.Enabled() || open.lblLabel7.Enabled());
+    fakes::Press(open.cmdStart);
+  });
+  form.ShowModal();
+  EXPECT_EQ(form.CollectsImages(), 0);
+  EXPECT_EQ(form.DayCount(), 9999);
+  form.Unload();
+}
+
+// A refused confirmation must not leave a start behind that the close box would then let through.
+TEST(MaintenanceDialog, RefusedConfirmationChangesNothing) {
+  for (const std::int32_t answer : {0, 1, 3}) {
+    JobStation station;
+    frmMaintenance form(station.application);
+    station.host.person.Expect<frmMaintenance>([](frmMaintenance& open) {
+      fakes::Tick(open.Option2);
+      fakes::Tick(open.Option4);
+      fakes::Type(open.txtCollectRange, "5");
+      fakes::Press(open.cmdStart);
+    });
+    station.host.person.ExpectMessage(64530, answer).Expect<frmMaintenance>([](frmMaintenance& open) {
+      EXPECT_TRUE(open.Option2.Value() && open.Option4.Value());
+      EXPECT_EQ(open.txtCollectRange.Text(), "5");
+      ASSERT_EQ(open.CancelButton(), &open.cmdCancel) << "what the close box presses";
+      fakes::Press(open.cmdCancel);
+    });
+    form.ShowModal();
+    EXPECT_EQ(form.Result(), Choice::Cancelled);
+    form.Unload();
+  }
+}
+
+TEST(MaintenanceDialog, PastedTextIsTakenUpToItsFirstOtherCharacter) {
+  const std::map<std::string, std::int32_t> kTexts = {{"12 days", 12}, {"-5", 0},     {"+5", 0},
+                                                      {" 30", 30},     {"days 5", 0}, {"007", 7}};
+  for (const auto& [text, number] : kTexts) EXPECT_EQ(maintenance::LeadingNumber(text), number) << text;
+  EXPECT_EQ(maintenance::LeadingNumber("2147483648"), kLargest);
+  EXPECT_EQ(maintenance::LeadingNumber("2147483647x"), kLargest);
+}
+
+struct Counting {
+  const char* name;
+  void (*arrange)(fakes::FakeHost&);
+  Names counts;
+  Names errors;
+  bool warns;
+};
+
+void FailQuery(fakes::FakeHost& host, const char* statement) {
+  host.calls.FailFrom("StudyDatabaseQuery", "OpenQuery", 1, statement);
+}
+
+const Counting kCountings[] = {
+    {"all read", [](fakes::FakeHost&) {}, {"3", "2", "1"}, {"", "", ""}, false},
+    {"patients",
+     [](fakes::FakeHost& h) { h.Told().studies["SELECT * FROM Patient.dbo.T_TPATIENT"].error = 5; },
+     {"0", "2", "1"},
+     {"text 66105", "", ""},
+     false},
+    {"studies, though rows are counted",
+     [](fakes::FakeHost& h) { FailQuery(h, "SELECT * FROM Study.dbo.T_TSTUDY"); },
+     {"3", "2", "1"},
+     {"", "text 66105", ""},
+     true},
+    {"users",
+     [](fakes::FakeHost& h) { h.Told().studies["SELECT * FROM UserData.dbo.T_MUSER"].error = -1; },
+     {"3", "2", "0"},
+     {"", "", "text 66105"},
+     true},
+    {"the count of studies",
+     [](fakes::FakeHost& h) { h.calls.FailFrom("StudyDatabaseQuery", "RecordCount", 2); },
+     {"3", "0", "0"},
+     {"", "text 66105", "text 66105"},
+     true},
+    {"no component",
+     [](fakes::FakeHost& h) { h.calls.FailFrom("ComponentFactory", "CreateStudyDatabaseQuery"); },
+     {"0", "0", "0"},
+     {"text 66105", "text 66105", "text 66105"},
+     true},
+};
+
+TEST(MaintenanceDialog, MarksTheCountsThatCannotBeRead) {
+  for (const Counting& each : kCountings) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    each.arrange(station.host);
+    if (each.warns) station.host.person.ExpectMessage(60520);
+    frmMaintenance form(station.application);
+    form.Load();
+    EXPECT_EQ((Names{form.txtPatientCount.Text(), form.txtStudyCount.Text(), form.txtUserCount.Text()}), each.counts);
+    EXPECT_EQ((Names{form.lblError1.Caption(), form.lblError2.Caption(), form.lblError3.Caption()}), each.errors);
+    EXPECT_EQ(station.host.toolkit.pointer, forms::Pointer::Default);
+    form.Unload();
+  }
+}
+
+}  // namespace
