@@ -1,0 +1,45 @@
+// What every host::FileSystem must do. The same suite runs on the file system
+// in memory that the unit tests use and on the real one, so that the former
+// cannot promise what the latter does not keep.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "host/FileSystem.h"
+
+namespace contract {
+
+/// A file system with an empty folder for one test, removed afterwards.
+class FileSystemWorld {
+ public:
+  virtual ~FileSystemWorld() = default;
+  virtual host::FileSystem& Files() = 0;
+  /// Ends in "\".
+  virtual std::string Folder() = 0;
+  virtual void MakeReadOnly(const std::string& path) = 0;
+};
+
+using WorldFactory = std::unique_ptr<FileSystemWorld> (*)();
+
+class FileSystemContract : public ::testing::TestWithParam<WorldFactory> {
+ protected:
+  host::FileSystem& Files() { return world_->Files(); }
+  /// A path in the test's folder.
+  std::string At(const std::string& name) { return world_->Folder() + name; }
+  void MakeReadOnly(const std::string& path) { world_->MakeReadOnly(path); }
+
+  /// Bytes in and out, past every conversion.
+  void Put(const std::string& path, const std::string& bytes);
+  std::string Contents(const std::string& path);
+  /// Names that `pattern` finds, sorted; a failure adds "!".
+  std::vector<std::string> Names(const std::string& folder, const std::string& pattern = "*");
+
+ private:
+  std::unique_ptr<FileSystemWorld> world_ = GetParam()();
+};
+
+}  // namespace contract

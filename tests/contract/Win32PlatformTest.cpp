@@ -1,0 +1,53 @@
+// Drives, the clock, the shell's folders.
+#include <gtest/gtest.h>
+
+#include "windows/adapters/Win32Clock.h"
+#include "windows/adapters/Win32Drives.h"
+#include "windows/adapters/Win32FileSystem.h"
+#include "windows/adapters/Win32Shell.h"
+
+namespace {
+
+TEST(Win32Drives, OnlyARealDriveIsReady) {
+  windows::Win32Drives drives;
+  std::string label = "before";
+  EXPECT_TRUE(drives.IsReady("C:"));
+  EXPECT_GT(drives.FreeSpace("C:"), 0);
+  EXPECT_EQ(drives.VolumeLabel("C:", label), 0);
+  label = "before";
+  for (const char* drive : {"Q:", "", ":", "C:\\nowhere"}) {
+    EXPECT_FALSE(drives.IsReady(drive)) << drive;
+    EXPECT_EQ(drives.FreeSpace(drive), -1) << drive;
+    EXPECT_EQ(drives.VolumeLabel(drive, label), -1) << drive;
+    EXPECT_EQ(drives.SetVolumeLabel(drive, "LABEL"), -1) << drive;
+  }
+  EXPECT_EQ(label, "before");
+}
+
+TEST(Win32Clock, FormatsTheGivenTime) {
+  windows::Win32Clock clock;
+  const host::LocalTime time{2012, 3, 14, 5, 6, 7};
+  const std::string date = clock.ShortDate(time);
+  EXPECT_NE(date.find("12"), std::string::npos) << date;
+  EXPECT_NE(date.find("14"), std::string::npos) << date;
+  const std::string moment = clock.LongTime(time);
+  EXPECT_NE(moment.find("06"), std::string::npos) << moment;
+  EXPECT_NE(moment.find("07"), std::string::npos) << moment;
+  EXPECT_GT(clock.Now().year, 2011);
+}
+
+TEST(Win32Shell, CopiesIntoAFolder) {
+  windows::Win32FileSystem files;
+  windows::Win32Shell shell;
+  EXPECT_TRUE(files.FolderExists(shell.DesktopFolder()));
+
+  const std::string folder = files.TemporaryFolder() + "shell-test";
+  ASSERT_EQ(files.MakeFolder(folder), 0);
+  ASSERT_EQ(files.MakeFolder(folder + "\\to"), 0);
+  EXPECT_EQ(files.CreateText(folder + "\\FDDivide001")->Write("piece"), 0);
+  EXPECT_EQ(shell.CopyWithProgress(folder + "\\\\FDDivide001", folder + "\\to\\", "Copying"), 0);
+  EXPECT_EQ(files.FileSize(folder + "\\to\\FDDivide001"), 5);
+  EXPECT_EQ(files.RemoveFolder(folder), 0);
+}
+
+}  // namespace
