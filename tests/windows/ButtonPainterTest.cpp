@@ -1,0 +1,64 @@
+// The drawn button: what an operator must be able to tell apart looks different.
+#include <gtest/gtest.h>
+
+#include <set>
+#include <vector>
+
+#include "windows/toolkit/ButtonPainter.h"
+
+namespace windows_tests {
+
+namespace {
+
+constexpr int kWidth = 60;
+constexpr int kHeight = 24;
+constexpr windows::ButtonColours kColours = {RGB(200, 220, 240), RGB(10, 20, 30)};
+
+std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption) {
+  HWND button =
+      CreateWindowExW(0, L"BUTTON", caption, BS_OWNERDRAW, 0, 0, kWidth, kHeight, nullptr, nullptr, nullptr, nullptr);
+  HDC screen = GetDC(nullptr);
+  HDC context = CreateCompatibleDC(screen);
+  HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
+  std::vector<COLORREF> pixels;
+  {
+    const windows::SelectScope picture(context, bitmap);
+    DRAWITEMSTRUCT item = {};
+    item.CtlType = ODT_BUTTON;
+    item.itemState = state;
+    item.hwndItem = button;
+    item.hDC = context;
+    item.rcItem = {0, 0, kWidth, kHeight};
+    windows::GdiCache gdi;
+    windows::PaintButton(item, kColours, isDefault, gdi);
+    for (int y = 0; y < kHeight; ++y) {
+      for (int x = 0; x < kWidth; ++x) pixels.push_back(GetPixel(context, x, y));
+    }
+  }
+  DeleteObject(bitmap);
+  DeleteDC(context);
+  ReleaseDC(nullptr, screen);
+  DestroyWindow(button);
+  return pixels;
+}
+
+}  // namespace
+
+TEST(ButtonPainterTest, EveryStateLooksDifferent) {
+  const std::set<std::vector<COLORREF>> pictures = {Paint(0, false, L"OK"),
+                                                    Paint(0, true, L"OK"),
+                                                    Paint(ODS_SELECTED, false, L"OK"),
+                                                    Paint(ODS_DISABLED, false, L"OK"),
+                                                    Paint(ODS_FOCUS, false, L"OK"),
+                                                    Paint(0, false, L"Cancel")};
+  EXPECT_EQ(pictures.size(), 6U);
+}
+
+TEST(ButtonPainterTest, UsesTheConfiguredColours) {
+  const auto pixels = Paint(0, true, L"");
+  EXPECT_EQ(pixels.front(), kColours.text) << "the default button's frame";
+  EXPECT_EQ(pixels[kWidth * kHeight / 2 + kWidth / 2], kColours.face);
+  EXPECT_NE(Paint(0, false, L"").front(), kColours.text);
+}
+
+}  // namespace windows_tests
