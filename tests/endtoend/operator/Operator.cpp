@@ -1,0 +1,79 @@
+#include "operator/Operator.h"
+
+#include "MessageDialogIds.h"
+#include "resource.h"
+
+namespace endtoend {
+
+void Operator::Tell(const std::string& step, const Window& window) const {
+  if (narrator_) narrator_(step, window);
+}
+
+Window Operator::SignInDialog() {
+  const Window dialog = program_.WaitForDialog(ID_frmUserAuthentication_cmbUserName);
+  Tell("The sign-in dialog is open", dialog);
+  return dialog;
+}
+
+void Operator::TrySignIn(const User& user) {
+  const Window dialog = SignInDialog();
+  dialog.TypeIntoCombo(ID_frmUserAuthentication_cmbUserName, user.name);
+  dialog.Type(ID_frmUserAuthentication_txtPassword, user.password);
+  WaitUntil([&] { return dialog.IsEnabled(ID_frmUserAuthentication_cmdOK); });
+  dialog.Press(ID_frmUserAuthentication_cmdOK);
+}
+
+Window Operator::SignIn(const User& user) {
+  TrySignIn(user);
+  const Window menu = MainMenu();
+  Tell("Signed in as " + user.name + "; the main menu is open", menu);
+  return menu;
+}
+
+Window Operator::MainMenu() { return program_.WaitForDialog(ID_frmMainMenu_cmdMenu0); }
+
+Window Operator::OpenBackup(const Categories& categories) {
+  MainMenu().Press(ID_frmMainMenu_cmdMenu0);
+  const Window dialog = program_.WaitForDialog(ID_frmBackup_chkPatientData);
+  dialog.Tick(ID_frmBackup_chkPatientData, categories.patient);
+  dialog.Tick(ID_frmBackup_chkSystemData, categories.system);
+  dialog.Tick(ID_frmBackup_chkLogData, categories.log);
+  dialog.Tick(ID_frmBackup_chkReportData, categories.report);
+  if (categories.log) dialog.Tick(ID_frmBackup_chkDeleteLog, categories.deleteLogs);
+  Tell("The backup dialog is open and the categories are ticked", dialog);
+  return dialog;
+}
+
+Window Operator::StartBackup(const Window& backupDialog) {
+  backupDialog.Press(ID_frmBackup_cmdStart);
+  const Window dialog = DestinationDialog();
+  Tell("The data is gathered and packed; destination " + dialog.Text(ID_frmSelectFolder_txtFolder) + ", space " +
+           dialog.Text(ID_frmSelectFolder_txtCapacity),
+       dialog);
+  return dialog;
+}
+
+Window Operator::DestinationDialog() { return program_.WaitForDialog(ID_frmSelectFolder_txtFolder); }
+
+void Operator::Accept(const Window& destinationDialog, const std::string& folder) {
+  if (!folder.empty()) destinationDialog.Type(ID_frmSelectFolder_txtFolder, folder);
+  destinationDialog.Press(ID_frmSelectFolder_cmdOK);
+}
+
+int Operator::Answer(endtoend::Answer answer) {
+  const Window window = program_.WaitForMessageWindow();
+  Tell("Message: " + window.Text(TARSUS_MESSAGE_TEXT), window);
+  return program_.AnswerMessage(answer).id;
+}
+
+void Operator::End(bool withShift) {
+  const Window menu = MainMenu();
+  if (withShift) {
+    menu.PressWithShift(ID_frmMainMenu_cmdEnd);
+  } else {
+    menu.Press(ID_frmMainMenu_cmdEnd);
+  }
+  program_.WaitForEnd();
+}
+
+}  // namespace endtoend

@@ -1,0 +1,60 @@
+// One window of another process, worked like a person works it: by its controls.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace endtoend {
+
+/// Texts are UTF-8. Every call that needs a control throws std::runtime_error when
+/// there is none with that ID.
+class Window {
+ public:
+  explicit Window(HWND handle = nullptr) : handle_(handle) {}
+
+  HWND Handle() const { return handle_; }
+  /// Whether the window exists and is on the screen.
+  bool IsOpen() const { return IsWindow(handle_) && IsWindowVisible(handle_); }
+  bool Has(int control) const { return GetDlgItem(handle_, control) != nullptr; }
+
+  std::string Title() const;
+  std::string Text(int control) const;
+  bool IsEnabled(int control) const { return IsWindowEnabled(Control(control)); }
+  bool IsVisible(int control) const { return IsWindowVisible(Control(control)); }
+  bool IsTicked(int control) const;
+
+  void Type(int control, const std::string& text) const;
+  void TypeIntoCombo(int control, const std::string& text) const;
+  /// Picks the entry `text` of a combo box.
+  void Pick(int control, const std::string& text) const;
+  /// Clicks a check box when it is not `ticked` already.
+  void Tick(int control, bool ticked = true) const;
+  /// Presses a button and does not wait for what that starts.
+  void Press(int control) const;
+  /// The same with the Shift key held until the window has closed.
+  void PressWithShift(int control) const;
+  /// Sends a key press to the window's focused control.
+  void Key(WPARAM key) const;
+
+ private:
+  HWND Control(int control) const;
+
+  HWND handle_;
+};
+
+/// Calls `condition` until it holds; false when it does not within `milliseconds`.
+template <typename Condition>
+bool WaitUntil(Condition condition, unsigned milliseconds = 20000) {
+  const ULONGLONG end = GetTickCount64() + milliseconds;
+  while (!condition()) {
+    if (GetTickCount64() > end) return false;
+    Sleep(15);
+  }
+  return true;
+}
+
+std::wstring Utf16(const std::string& utf8);
+std::string Utf8(const std::wstring& utf16);
+
+}  // namespace endtoend

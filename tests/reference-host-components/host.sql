@@ -1,0 +1,34 @@
+-- The test host's databases, all in one file.
+CREATE TABLE T_CONFIG (GROUP_NAME TEXT, NAME TEXT, VALUE TEXT);
+INSERT INTO T_CONFIG VALUES ('SysConfig', 'MsgTableName', 'TABLE:T_MESSAGE');
+
+CREATE TABLE T_MESSAGE (ID INTEGER PRIMARY KEY, String TEXT, BUTTONS INTEGER, ICON TEXT);
+INSERT INTO T_MESSAGE VALUES
+  (60370, 'Die Datei %1 fehlt in %2 (%3, %1).', 1, 'error'),
+  (60999, NULL, 1, 'error'),
+  (64400, 'Medium einlegen: 100 % leer, %4?', 2, 'question'),
+  (64530, 'Wirklich ohne Schutz?', 2, 'warning'),
+  (67001, 'OK', 1, 'information'),
+  (67002, '&Ja', 1, 'information'),
+  (67003, '&Nein', 1, 'information'),
+  (67004, 'Tarsus Mitteilung', 1, 'information');
+
+CREATE TABLE T_MUSER (USER_ID TEXT, DISP_NAME TEXT, USER_ORDER_NO INTEGER, USER_KIND INTEGER, SALT TEXT,
+                      PASSWORD_HASH TEXT);
+-- The passwords are "geheim", "Grüße 1" and "".
+INSERT INTO T_MUSER VALUES
+  ('keller', 'Keller, Ute', 2, 1, 'f00d', '3849fad57b9f5c0271caab64ff624c55ab3dc96d4cc0515a17e272c86d5c70e2'),
+  ('mueller', 'Müller O''Neill', 1, 6, 'salz', '93812ff28390781215c3cfdca92829521eae6e44266ad9ccfa04e721756a1150'),
+  ('gast', NULL, 3, 0, '', 'e3b0c44298fc1c149afbf4c8996fb92427ae41e4649b934ca495991b7852b855');
+CREATE VIEW V_MUSER AS SELECT USER_ID, DISP_NAME, USER_ORDER_NO FROM T_MUSER;
+CREATE TABLE T_FUNCTION_RIGHT (USER_ID TEXT, FUNCTION_CODE INTEGER);
+INSERT INTO T_FUNCTION_RIGHT VALUES ('keller', 2601), ('mueller', 2801);
+
+CREATE TABLE T_TSTUDY (STUDY_SEQ INTEGER, STUDY_DATETIME TEXT);
+INSERT INTO T_TSTUDY VALUES (1, datetime('now', 'localtime', '-2 days')), (2, datetime('now', 'localtime', '-9 days'));
+CREATE TABLE T_TDATA_FILE (STUDY_SEQ INTEGER, URL TEXT);
+INSERT INTO T_TDATA_FILE VALUES (1, 'file://C:\Bilder\ä 1.ddo'), (2, 'file://C:\Bilder\2.ddo');
+
+CREATE TABLE T_OPERATION (RECORDED_AT TEXT, HOST_NAME TEXT, USER_ID TEXT, PROGRAM TEXT, SCREEN TEXT, ACTION TEXT);
+CREATE TABLE T_SIGN (RECORDED_AT TEXT, USER_ID TEXT, WORD TEXT, TITLE TEXT);
+CREATE TABLE T_CATEGORY_PHASE (RECORDED_AT TEXT, USER_ID TEXT, PHASE TEXT, CATEGORY TEXT);
