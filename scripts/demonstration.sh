@@ -17,7 +17,8 @@ program='C:\Tarsus\Program\QXBackupUtility.exe'
 
 open_for_a_person() {
   say "Demonstration users"
-  column -t -s $'\t' "$demo/users.tsv"
+  printf '   %-20s %-16s %s\n' Name Password Right
+  awk -F '\t' '{ printf "   %-20s %-16s %s\n", $1, $3, $4 }' "$demo/databases/users.tsv"
   say "Opening the program; its removable drive E: is the folder $workstation.medium"
   wine "$program"
   wineserver -w
@@ -31,10 +32,22 @@ demonstrate() {
   display=$(start_screen)
   trap stop_screen EXIT
   export DISPLAY=$display
+  restart_wine # on this screen
+  register_components
   say "The operator works the windows"
-  wine "$root/build/windows/bin/operator.exe" "$root/build/screenshots" | tr -d '\r' ||
-    die "the demonstration failed"
+  run_operator "$root/build/screenshots" || die "the demonstration failed"
   show_backup_set
+}
+
+# Runs the operator program and shows its output as it comes. Through a file: a
+# pipe stays open as long as Wine's server lives.
+run_operator() {
+  local output="$root/build/operator.log" operator
+  : >"$output"
+  wine "$root/build/windows/bin/operator.exe" "$@" >"$output" 2>&1 </dev/null &
+  operator=$!
+  tail -n +1 -f --pid=$operator "$output" | tr -d '\r'
+  wait "$operator"
 }
 
 # Starts Xvfb with a window manager (without one, closed windows linger) and

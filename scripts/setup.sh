@@ -14,7 +14,7 @@ source scripts/common.sh
 root=$PWD
 
 common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils procps
-        sqlite3 cabextract icoutils librsvg2-bin ca-certificates)
+        sqlite3 bzip2 cabextract gcab fonts-wine fonts-liberation ca-certificates)
 i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
 x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
 
@@ -78,23 +78,27 @@ install_windows_tools() {
   echo x86_64 >build/target
 }
 
-# libdeflate is built from Debian's source package for both targets: Debian
-# has no Windows build of it.
-fetch_libdeflate() {
-  [ -f build/libdeflate/libdeflate.h ] && return
-  say "Fetching the source of libdeflate"
+# The archiver's libraries are built from Debian's source packages for both
+# targets: Debian has no Windows builds of them.
+fetch_source() {
+  local package=$1 proof=$2
+  [ -f "build/$package/$proof" ] && return
+  say "Fetching the source of $package"
   [ -f build/apt/release.list ] || write_release_list
-  install_quietly release_apt update || die "the package lists could not be read; see build/setup.log"
+  [ -n "$(ls build/apt/lists/*_source_Sources* 2>/dev/null)" ] || install_quietly release_apt update ||
+    die "the package lists could not be read; see build/setup.log"
   mkdir -p build/download
-  (cd build/download && release_apt source --download-only libdeflate) >>build/setup.log 2>&1 ||
-    die "the source of libdeflate could not be fetched; see build/setup.log"
-  mkdir -p build/libdeflate.new
-  tar -xf build/download/libdeflate_*.orig.tar.* -C build/libdeflate.new --strip-components=1
-  rm -rf build/libdeflate && mv build/libdeflate.new build/libdeflate
+  (cd build/download && release_apt source --download-only "$package") >>build/setup.log 2>&1 ||
+    die "the source of $package could not be fetched; see build/setup.log"
+  rm -rf "build/$package.new"
+  mkdir "build/$package.new"
+  tar -xf "build/download/$package"_*.orig.tar.* -C "build/$package.new" --strip-components=1
+  rm -rf "build/$package" && mv "build/$package.new" "build/$package"
 }
 
 mkdir -p build
 install_common
 install_windows_tools
-fetch_libdeflate
+fetch_source libdeflate libdeflate.h
+fetch_source zlib inflate.c
 say "Tools are in place; the Windows target is $(cat build/target)"

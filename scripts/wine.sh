@@ -31,11 +31,18 @@ use_new_prefix() {
 
 # Ends whatever runs in the prefix $1.
 stop_wine() {
-  [ -d "$1" ] && WINEPREFIX=$1 wineserver -k 2>/dev/null
-  return 0
+  if [ -d "$1" ]; then WINEPREFIX=$1 wineserver -k 2>/dev/null || true; fi
 }
 
-# The null graphics driver: real windows and messages, no screen needed.
+# The null graphics driver: real windows and messages, no screen needed. The
+# server starts anew, because it keeps the driver it began with.
 use_null_display() {
   wine reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f >/dev/null
+  restart_wine
+}
+
+restart_wine() {
+  wineserver -k 2>/dev/null || true
+  wineserver -w
+  wineserver -p60
 }

@@ -15,7 +15,8 @@ lay_out_workstation() {
   install_ansi "$demo"/System/*.ini "$target/System/"
   "$demo/databases/build.sh" "$target"
   cp "$bin"/{QXBackupUtility,cabarc}.exe "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
-  cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry}.exe "$target/System/"
+  cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry,ExportTable}.exe "$target/System/"
+  cp -r "$demo/Temp" "$target/"
 }
 
 # Copies text files into a folder in the code page and with the line ends that
@@ -37,6 +38,7 @@ install_workstation() {
   mkdir -p "$prefix.medium"
   ln -sfn "$prefix.medium" "$prefix/dosdevices/e:"
   wine reg add 'HKLM\Software\Wine\Drives' /v e: /d floppy /f >/dev/null
+  restart_wine # a drive's kind is fixed when the server first sees it
   wine regedit /S "$(winepath -w "$demo/registry.reg")"
   register_components
 }
