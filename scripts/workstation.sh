@@ -28,19 +28,26 @@ install_ansi() {
   done
 }
 
-# Makes the prefix $1 a workstation: files, registry, components, and a removable
-# drive E: whose medium is the folder $1.medium.
+# Makes the prefix $1 a workstation: files, registry, components, and two removable
+# drives. The medium in E:, the folder $1.medium, is labelled as ours; the one in
+# F:, the folder $1.foreign, is not.
 install_workstation() {
   local prefix=$1
   use_new_prefix "$prefix"
   lay_out_workstation "$prefix/drive_c/Tarsus"
-  rm -rf "$prefix.medium"
-  mkdir -p "$prefix.medium"
-  ln -sfn "$prefix.medium" "$prefix/dosdevices/e:"
-  wine reg add 'HKLM\Software\Wine\Drives' /v e: /d floppy /f >/dev/null
-  restart_wine # a drive's kind is fixed when the server first sees it
+  insert_medium e "$prefix.medium"
+  insert_medium f "$prefix.foreign"
+  echo BACKUP >"$prefix.medium/.windows-label"
+  restart_wine # the server looks at a drive's kind and label when it starts
   wine regedit /S "$(winepath -w "$demo/registry.reg")"
   register_components
+}
+
+insert_medium() {
+  rm -rf "$2"
+  mkdir -p "$2"
+  ln -sfn "$2" "$WINEPREFIX/dosdevices/$1:"
+  wine reg add 'HKLM\Software\Wine\Drives' /v "$1:" /d floppy /f >/dev/null
 }
 
 # Wine puts its own data-access classes back whenever it updates a prefix, so

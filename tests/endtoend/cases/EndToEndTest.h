@@ -27,7 +27,7 @@ class RunningSibling {
 
  private:
   static std::string Copied(const fs::path& path) {
-    fs::copy_file(L"C:\\windows\\system32\\notepad.exe", path, fs::copy_options::overwrite_existing);
+    CopyFileW(L"C:\\windows\\system32\\notepad.exe", path.c_str(), FALSE);
     return "\"" + Utf8(path.wstring()) + "\"";
   }
 

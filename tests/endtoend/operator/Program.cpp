@@ -10,7 +10,7 @@ namespace endtoend {
 namespace {
 
 // Long, because a busy machine makes every program under Wine slow; a test that passes never waits for it.
-constexpr unsigned kPatience = 120000;
+constexpr unsigned kPatience = 60000;
 
 std::wstring ClassOf(HWND window) {
   wchar_t name[64] = L"";

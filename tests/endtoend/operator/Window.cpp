@@ -87,6 +87,7 @@ void Window::Press(int control) const { PostMessageW(Control(control), BM_CLICK,
 void Window::PressWithShift(int control) const {
   SetForegroundWindow(handle_);
   SendKey(VK_SHIFT, true);
+  Sleep(150);  // a posted click would overtake the key
   Press(control);
   WaitUntil([this] { return !IsOpen(); });
   SendKey(VK_SHIFT, false);

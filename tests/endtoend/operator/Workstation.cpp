@@ -115,8 +115,11 @@ void EndAll(const std::wstring& executable) {
 void TidyUp() {
   for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
   std::error_code ignored;
-  for (const auto& folder : {kMedium, fs::temp_directory_path(), kTarsus / "Temp"}) {
-    for (const auto& entry : fs::directory_iterator(folder, ignored)) fs::remove_all(entry.path(), ignored);
+  for (const auto& folder : {kMedium, kForeignMedium, fs::temp_directory_path()}) {
+    for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+      // Wine keeps a medium's label in a file on it.
+      if (entry.path().filename() != ".windows-label") fs::remove_all(entry.path(), ignored);
+    }
   }
   fs::remove(kTarsus / "Log" / "BackupUtility.log", ignored);
 }

@@ -12,7 +12,8 @@ namespace endtoend {
 namespace fs = std::filesystem;
 
 inline const fs::path kTarsus = L"C:\\Tarsus";
-inline const fs::path kMedium = L"E:\\";
+inline const fs::path kMedium = L"E:\\";  ///< labelled BACKUP
+inline const fs::path kForeignMedium = L"F:\\";
 inline constexpr char kProgram[] = "C:\\Tarsus\\Program\\QXBackupUtility.exe";
 
 /// The file's bytes; empty when it does not exist.
@@ -77,7 +78,7 @@ bool IsRunning(const std::wstring& executable);
 void EndAll(const std::wstring& executable);
 
 /// Leaves the workstation as a test expects to find it: no program running, empty
-/// medium, no log, nothing left in the temporary folder.
+/// media, no log, nothing left in the temporary folder.
 void TidyUp();
 
 }  // namespace endtoend
