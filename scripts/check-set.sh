@@ -18,17 +18,18 @@ for archive in "$set"/*.cab; do
   printf '   %-20s %9d bytes  %4d files\n' "$name.cab" "$(stat -c %s "$archive")" "$(find "$work/$name" -type f | wc -l)"
 done
 
-# Which folder of the workstation each archived folder came from.
+# Which folder of the workstation each archived folder came from. A maintenance
+# log leaves the range of its images in range.txt.
 compare() {
   local archived=$work/$1 original=$tarsus/$2
   [ -d "$archived" ] || return 0
-  diff -r "$archived" "$original" >"$work/differences" ||
+  diff -r -x range.txt "$archived" "$original" >"$work/differences" ||
     { head -n 5 "$work/differences" >&2; die "$1 differs from $2"; }
   compared=$((compared + $(find "$archived" -type f | wc -l)))
 }
 compared=0
 compare PatientData/Patient Data/Patient
-compare PatientData/Image Data/Image
+compare PatientData/Image.ddo Data/Image.ddo
 compare MenuData/Menu Data/Menu
 compare UserData/User User
 compare ExplanationData/Explanation Data/Explanation

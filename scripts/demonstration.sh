@@ -37,6 +37,7 @@ demonstrate() {
   say "The operator works the windows"
   run_operator "$root/build/screenshots" || die "the demonstration failed"
   show_backup_set
+  show_maintenance_bundles
 }
 
 # Runs the operator program and shows its output as it comes. Through a file: a
@@ -71,11 +72,32 @@ stop_screen() {
   kill "$(cat "$root/build/screen.pid")" 2>/dev/null || true
 }
 
+# The protected bundle must not hold a listed patient; the unprotected one shows
+# that there was something to leave out.
+show_maintenance_bundles() {
+  local bundle listed work="$root/build/bundles"
+  rm -rf "$work"
+  say "The maintenance bundles"
+  for bundle in Protected Unprotected; do
+    mkdir -p "$work/$bundle"
+    LC_ALL=C.UTF-8 cabextract -q -d "$work/$bundle" "$workstation.medium/$bundle/MAINTENANCE.cab" >/dev/null ||
+      die "the archive of the $bundle bundle cannot be read"
+    cp "$workstation.medium/$bundle/T_TSTUDY.txt" "$work/$bundle/" || die "the $bundle bundle has no study list"
+    sqlite3 "$workstation/drive_c/Tarsus/Database/DeleteList.db" 'SELECT PATIENT_ID FROM T_DELETE_PATIENT' >"$work/listed"
+    listed=$( (grep -rlaFf "$work/listed" "$work/$bundle"; find "$work/$bundle" -type f | grep -Ff "$work/listed") |
+      sort -u | wc -l) || true
+    printf '   %-12s %4d files, %d of them of listed patients\n' "$bundle" \
+      "$(find "$work/$bundle" -type f | wc -l)" "$listed"
+    [ "$bundle" = Unprotected ] || [ "$listed" = 0 ] || die "the protected bundle holds listed patients"
+  done
+  [ "$listed" -gt 0 ] || die "the unprotected bundle holds no listed patient, so the comparison shows nothing"
+}
+
 # The set that was written, and the proof that it is one: an independent tool
 # reads the archives, and every byte is compared with the data it came from.
 show_backup_set() {
   local set
-  set=$(dirname "$(find "$workstation.medium" -name BackupInfo.ini | head -n 1)")
+  set=$(dirname "$(find "$workstation.medium"/20* -name BackupInfo.ini | head -n 1)")
   [ -f "$set/BackupInfo.ini" ] || die "no backup set was written to $workstation.medium"
   say "The backup set ($set)"
   tr -d '\r' <"$set/BackupInfo.ini"

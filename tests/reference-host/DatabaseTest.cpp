@@ -82,7 +82,7 @@ TEST(Database, FindsTheImagesOfRecentStudies) {
   EXPECT_GT(rows->cells.size(), 10U);
   EXPECT_LT(rows->cells.size(), 60U);
   for (const auto& row : rows->cells) {
-    EXPECT_TRUE(row[0]->starts_with("C:\\Tarsus\\Data\\Image\\") || row[0]->starts_with("\\\\ARCHIVE\\")) << *row[0];
+    EXPECT_TRUE(row[0]->starts_with("C:\\Tarsus\\Data\\Image.ddo\\") || row[0]->starts_with("\\\\ARCHIVE\\")) << *row[0];
   }
 }
 

@@ -104,7 +104,7 @@ class DemoData {
     const auto images = static_cast<int>(imageBytes_ / (kImageWidth * kHeight * 2));
     for (int image = 0; image < images; ++image) {
       const std::string patient = "P" + Number(1 + image % kPatients, 6);
-      WriteFile(fs::path("Data/Image") / Number(image / 64, 3) / (patient + "_" + Number(image, 5) + ".ddo"),
+      WriteFile(fs::path("Data/Image.ddo") / Number(image / 64, 3) / (patient + "_" + Number(image, 5) + ".ddo"),
                 Image(kHeight));
     }
   }

@@ -6,7 +6,7 @@
 # OUTDIR is the host's root, "C:\Tarsus", as this system names it. The databases
 # go to its folder Database, the small ones that sign-in compacts to Config and
 # Param; all are SQLite files, those ending in .mdb too. What is there already
-# is replaced. Where OUTDIR holds patients and images (Data/Patient, Data/Image),
+# is replaced. Where OUTDIR holds patients and images (Data/Patient, Data/Image.ddo),
 # the databases name just these; else they name those that demo-data makes with
 # its default size. Times are relative to now.
 #
@@ -67,15 +67,15 @@ take_patients() {
 # belongs to a study of the patient in its name.
 take_images() {
   local file number
-  [ -d "$root/Data/Image" ] || return 0
+  [ -d "$root/Data/Image.ddo" ] || return 0
   {
     echo "BEGIN; DELETE FROM T_TDATA_FILE WHERE URL LIKE 'file://C:%.ddo';"
-    (cd "$root/Data/Image" && find . -name '*_[0-9]*.ddo' | sort) | while IFS= read -r file; do
+    (cd "$root/Data/Image.ddo" && find . -name '*_[0-9]*.ddo' | sort) | while IFS= read -r file; do
       number=${file##*_}
       number=$((10#${number%.ddo}))
       file=${file#./}
       printf "INSERT INTO T_TDATA_FILE(STUDY_SEQ, URL) VALUES (%d, %s);\n" $((number % 240 + 1)) \
-        "$(quoted "file://C:\\Tarsus\\Data\\Image\\${file//\//\\}")"
+        "$(quoted "file://C:\\Tarsus\\Data\\Image.ddo\\${file//\//\\}")"
     done
     echo 'COMMIT;'
   } | sqlite3 -bail -batch "$databases/Study.db"

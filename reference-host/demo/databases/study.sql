@@ -19,7 +19,7 @@ INSERT INTO T_TSTUDY
     REGION.NAME
   FROM STUDY JOIN REGION ON REGION.NO = STUDY.NO % 6;
 INSERT INTO T_TDATA_FILE(STUDY_SEQ, URL)
-  SELECT STUDY_SEQ, printf('file://C:\Tarsus\Data\Image\%03d\%s_%05d.ddo', (STUDY_SEQ - 1) / 64, PATIENT_ID, STUDY_SEQ - 1)
+  SELECT STUDY_SEQ, printf('file://C:\Tarsus\Data\Image.ddo\%03d\%s_%05d.ddo', (STUDY_SEQ - 1) / 64, PATIENT_ID, STUDY_SEQ - 1)
   FROM T_TSTUDY WHERE STUDY_SEQ <= 256;
 -- The latest studies have a report too, and some older images have moved to the archive server.
 INSERT INTO T_TDATA_FILE(STUDY_SEQ, URL)

@@ -31,9 +31,16 @@ void RedrawWithBackground(HWND window) {
   RedrawWindow(dialog, &area, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN);
 }
 
+/// Frames and toggles are clipped to the measured width of their text, which cuts the overhang of
+/// a last letter in some fonts; the blank is the room for it.
+std::string ShownCaption(const forms::Control& control) {
+  const bool clipped = control.Kind() == ControlKind::Frame || IsToggle(control.Kind());
+  return clipped && !control.Caption().empty() ? control.Caption() + " " : control.Caption();
+}
+
 void WriteCaption(const BoundControl& bound) {
   if (IsInput(bound.control->Kind())) return;
-  ShowText(bound.window, bound.control->Caption());
+  ShowText(bound.window, ShownCaption(*bound.control));
   RedrawWithBackground(bound.window);
 }
 

@@ -1,16 +1,17 @@
-// The operator of `./run --unattended`: does the program's main job through its
-// windows, prints each step, and leaves a screenshot of each window.
+// The operator of `./run --unattended`: backs up, restores onto damaged data and
+// makes two maintenance bundles through the program's windows, prints each step,
+// and leaves a screenshot of each window.
 //
 //   operator.exe SCREENSHOT_FOLDER
 
 #include <windows.h>
 
 #include <cstdio>
-#include <exception>
+#include <stdexcept>
 #include <string>
 
-#include "MessageDialogIds.h"
 #include "operator/Operator.h"
+#include "resource.h"
 
 namespace {
 
@@ -38,16 +39,50 @@ void Require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
 }
 
-void MakeBackup(Operator& person) {
-  person.SignIn();
+void Say(const std::string& text) { std::printf("     %s\n", text.c_str()); }
+
+/// Backs everything up and returns the folder of the set.
+std::string MakeBackup(Operator& person) {
   const Window destination = person.StartBackup(person.OpenBackup({true, true, true, true, false}));
+  const std::string folder = destination.Text(ID_frmSelectFolder_txtFolder);
   person.Accept(destination);
-  for (int id = 0; id != 65300;) {
-    id = person.Answer();
-    Require(id == 64301 || id == 64302 || id == 65300, "message " + std::to_string(id) + " was not expected");
-  }
-  person.End();
-  Require(LogHolds("Finish Backup Utility"), "the log does not end as it should");
+  person.ConsentUntil(65300, {64302});
+  return folder;
+}
+
+/// What a bad day leaves: files gone, files altered, a folder gone.
+void DamageData() {
+  fs::remove_all(kTarsus / "Data" / "Report");
+  fs::remove_all(kTarsus / "Data" / "Patient" / "P000007");
+  WriteBytes(kTarsus / "Data" / "Menu" / "Standard.mnu", "damaged");
+  for (const auto& entry : fs::directory_iterator(kTarsus / "Data" / "Image.ddo" / "001")) fs::remove(entry.path());
+  Say("Patients, images, menus and reports of the workstation are altered and deleted");
+}
+
+void Restore(Operator& person, const std::string& set) {
+  const auto before = Snapshot(kTarsus / "Data");
+  DamageData();
+  Require(Snapshot(kTarsus / "Data") != before, "nothing was damaged");
+  person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
+  person.ConsentUntil(65400, {64402});
+  person.MainMenu();
+  const auto after = Snapshot(kTarsus / "Data");
+  Require(after == before, "the restored data is not the original data");
+  Say("All " + std::to_string(after.size()) + " files of the workstation's data are byte for byte as before");
+}
+
+void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folder) {
+  person.Accept(person.CollectMaintenanceLog(protect, 30), folder);
+  person.ConsentUntil(65450, {64452});
+  Require(fs::exists(folder + "MAINTENANCE.cab"), "there is no " + folder + "MAINTENANCE.cab");
+}
+
+void End(Operator& person) {
+  person.End(false);
+  Require(LogHolds("Finish Backup Utility and Start Tarsus"), "the log does not end as it should");
+  Require(WaitUntil([] { return IsRunning(L"Tarsus.exe"); }), "the host application was not started");
+  Say("The program has ended and started the host application");
+  EndAll(L"Tarsus.exe");
 }
 
 }  // namespace
@@ -66,8 +101,12 @@ int wmain(int argc, wchar_t** argv) {
       std::printf("%3d  %s\n", ++step, text.c_str());
       TakeScreenshot(folder, step);
     });
-    MakeBackup(person);
-    std::puts("     The program has ended");
+    person.SignIn();
+    const std::string set = MakeBackup(person);
+    Restore(person, set);
+    MakeMaintenanceLog(person, true, "E:\\Protected\\");
+    MakeMaintenanceLog(person, false, "E:\\Unprotected\\");
+    End(person);
   } catch (const std::exception& error) {
     std::printf("!!   %s\n", error.what());
     return 1;

@@ -1,5 +1,8 @@
 #include "operator/Operator.h"
 
+#include <algorithm>
+#include <stdexcept>
+
 #include "MessageDialogIds.h"
 #include "resource.h"
 
@@ -58,6 +61,38 @@ Window Operator::DestinationDialog() { return program_.WaitForDialog(ID_frmSelec
 void Operator::Accept(const Window& destinationDialog, const std::string& folder) {
   if (!folder.empty()) destinationDialog.Type(ID_frmSelectFolder_txtFolder, folder);
   destinationDialog.Press(ID_frmSelectFolder_cmdOK);
+}
+
+Window Operator::OpenRestore(const std::string& folder) {
+  MainMenu().Press(ID_frmMainMenu_cmdMenu1);
+  Accept(DestinationDialog(), folder);
+  const Window dialog = program_.WaitForDialog(ID_frmRestore_cmdStart);
+  Tell("The set of " + dialog.Text(ID_frmRestore_lblBackupDateValue) + " fits this system", dialog);
+  return dialog;
+}
+
+Window Operator::CollectMaintenanceLog(bool protect, int imageDays) {
+  MainMenu().Press(ID_frmMainMenu_cmdMenu2);
+  const Window dialog = program_.WaitForDialog(ID_frmMaintenance_cmdStart);
+  dialog.Choose(protect ? ID_frmMaintenance_Option1 : ID_frmMaintenance_Option2);
+  dialog.Choose(ID_frmMaintenance_Option4);
+  dialog.Type(ID_frmMaintenance_txtCollectRange, std::to_string(imageDays));
+  Tell("The maintenance options are chosen; " + dialog.Text(ID_frmMaintenance_txtPatientCount) + " patients, " +
+           dialog.Text(ID_frmMaintenance_txtStudyCount) + " studies",
+       dialog);
+  dialog.Press(ID_frmMaintenance_cmdStart);
+  if (!protect) ConsentUntil(64530, {});
+  const Window destination = DestinationDialog();
+  Tell("The maintenance log is collected; destination " + destination.Text(ID_frmSelectFolder_txtFolder), destination);
+  return destination;
+}
+
+void Operator::ConsentUntil(int last, const std::vector<int>& allowed) {
+  for (int id = 0; id != last;) {
+    id = Answer();
+    if (id != last && std::ranges::find(allowed, id) == allowed.end())
+      throw std::runtime_error("message " + std::to_string(id) + " was not expected");
+  }
 }
 
 int Operator::Answer(endtoend::Answer answer) {

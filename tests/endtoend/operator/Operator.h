@@ -53,8 +53,15 @@ class Operator {
   Window DestinationDialog();
   /// Types a folder, where one is given, and presses OK.
   void Accept(const Window& destinationDialog, const std::string& folder = {});
+  /// Opens the restore of the set in `folder` and returns the restore dialog.
+  Window OpenRestore(const std::string& folder);
+  /// Chooses what a maintenance bundle holds, collects it, and returns the destination dialog. The
+  /// question that an unprotected bundle raises is consented to.
+  Window CollectMaintenanceLog(bool protect, int imageDays);
   /// Answers the next message and returns its number.
   int Answer(endtoend::Answer answer = endtoend::Answer::Consent);
+  /// Consents to every message up to `last`; throws on one that is neither that nor in `allowed`.
+  void ConsentUntil(int last, const std::vector<int>& allowed);
   /// Ends the program from the main menu.
   void End(bool withShift = true);
 

@@ -82,6 +82,8 @@ void Window::Tick(int control, bool ticked) const {
   SendMessageW(Control(control), BM_CLICK, 0, 0);
 }
 
+void Window::Choose(int control) const { SendMessageW(Control(control), BM_CLICK, 0, 0); }
+
 void Window::Press(int control) const { PostMessageW(Control(control), BM_CLICK, 0, 0); }
 
 void Window::PressWithShift(int control) const {

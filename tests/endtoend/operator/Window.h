@@ -30,6 +30,8 @@ class Window {
   void Pick(int control, const std::string& text) const;
   /// Clicks a check box when it is not `ticked` already.
   void Tick(int control, bool ticked = true) const;
+  /// Clicks an option button.
+  void Choose(int control) const;
   /// Presses a button and does not wait for what that starts.
   void Press(int control) const;
   /// The same with the Shift key held until the window has closed.
