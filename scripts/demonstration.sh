@@ -38,6 +38,7 @@ demonstrate() {
   run_operator "$root/build/screenshots" || die "the demonstration failed"
   show_backup_set
   show_maintenance_bundles
+  restore_from_floppies
 }
 
 # Runs the operator program and shows its output as it comes. Through a file: a
@@ -72,6 +73,26 @@ stop_screen() {
   kill "$(cat "$root/build/screen.pid")" 2>/dev/null || true
 }
 
+# A pile of floppies of the same set: the archives joined by the archiver under
+# the names they have on floppies, cut by the program's own cutter, and restored
+# disk by disk.
+restore_from_floppies() {
+  local pile="$root/build/floppies" disks archive
+  rm -rf "$pile"
+  mkdir -p "$pile/set"
+  for archive in "$(backup_set)"/*.cab; do cp "$archive" "$pile/set/$(basename "$archive").tmp"; done
+  cp "$(backup_set)/BackupInfo.ini" "$pile/set/"
+  (cd "$pile/set" && "$root/build/native/bin/cabarc" -r -p n FDDivide.cab ./*.tmp >/dev/null) ||
+    die "the archives cannot be joined"
+  disks=$("$root/build/native/bin/floppy-set" "$pile/set" "$pile") || die "the floppies cannot be made"
+  say "The operator restores from $disks floppies"
+  run_operator "$root/build/screenshots" "$pile" "$disks" || die "the restore from floppies failed"
+}
+
+backup_set() {
+  dirname "$(find "$workstation.medium"/20* -name BackupInfo.ini | head -n 1)"
+}
+
 # The protected bundle must not hold a listed patient; the unprotected one shows
 # that there was something to leave out.
 show_maintenance_bundles() {
@@ -97,7 +118,7 @@ show_maintenance_bundles() {
 # reads the archives, and every byte is compared with the data it came from.
 show_backup_set() {
   local set
-  set=$(dirname "$(find "$workstation.medium"/20* -name BackupInfo.ini | head -n 1)")
+  set=$(backup_set)
   [ -f "$set/BackupInfo.ini" ] || die "no backup set was written to $workstation.medium"
   say "The backup set ($set)"
   tr -d '\r' <"$set/BackupInfo.ini"

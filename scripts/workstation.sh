@@ -28,8 +28,8 @@ install_ansi() {
   done
 }
 
-# Makes the prefix $1 a workstation: files, registry, components, and two removable
-# drives. The medium in E:, the folder $1.medium, is labelled as ours; the one in
+# Makes the prefix $1 a workstation: files, registry, components, and removable
+# drives A:, E: and F:. The medium in E:, the folder $1.medium, is labelled as ours; the one in
 # F:, the folder $1.foreign, is not.
 install_workstation() {
   local prefix=$1
@@ -37,6 +37,7 @@ install_workstation() {
   lay_out_workstation "$prefix/drive_c/Tarsus"
   insert_medium e "$prefix.medium"
   insert_medium f "$prefix.foreign"
+  insert_medium a "$prefix.floppy"
   echo BACKUP >"$prefix.medium/.windows-label"
   restart_wine # the server looks at a drive's kind and label when it starts
   wine regedit /S "$(winepath -w "$demo/registry.reg")"

@@ -11,7 +11,8 @@ TEST_F(SignIn, EachRightEnablesItsButtons) {
   const struct {
     const User& user;
     bool backup, restore;
-  } rights[] = {{kBackupOnly, true, false}, {kRestoreOnly, false, true}, {kBoth, true, true}, {kPrivileged, true, true}};
+  } rights[] = {
+      {kBackupOnly, true, false}, {kRestoreOnly, false, true}, {kBoth, true, true}, {kPrivileged, true, true}};
   for (const auto& right : rights) {
     SCOPED_TRACE(right.user.name);
     Operator person;

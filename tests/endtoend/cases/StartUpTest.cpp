@@ -14,12 +14,13 @@ const fs::path kDirectoryIni = kTarsus / "System" / "Directory.ini";
 
 /// Directory.ini with the entry `name` renamed away, or with another value.
 std::unique_ptr<Altered> WithoutEntry(const std::string& name) {
-  return std::make_unique<Altered>(kDirectoryIni, Replaced(ReadBytes(kDirectoryIni), "\n" + name + "=", "\nx" + name + "="));
+  return std::make_unique<Altered>(kDirectoryIni,
+                                   Replaced(ReadBytes(kDirectoryIni), "\n" + name + "=", "\nx" + name + "="));
 }
 
 std::unique_ptr<Altered> WithEntry(const std::string& name, const std::string& value) {
-  return std::make_unique<Altered>(kDirectoryIni,
-                                   Replaced(ReadBytes(kDirectoryIni), "\n" + name + "=", "\n" + name + "=" + value + ";"));
+  return std::make_unique<Altered>(
+      kDirectoryIni, Replaced(ReadBytes(kDirectoryIni), "\n" + name + "=", "\n" + name + "=" + value + ";"));
 }
 
 class StartUp : public EndToEndTest {

@@ -1,8 +1,8 @@
 // The operator of `./run --unattended`: backs up, restores onto damaged data and
-// makes two maintenance bundles through the program's windows, prints each step,
-// and leaves a screenshot of each window.
+// makes two maintenance bundles through the program's windows, or restores from a
+// pile of floppies; prints each step and leaves a screenshot of each window.
 //
-//   operator.exe SCREENSHOT_FOLDER
+//   operator.exe SCREENSHOT_FOLDER [PILE_OF_DISKS NUMBER_OF_DISKS]
 
 #include <windows.h>
 
@@ -17,21 +17,26 @@ namespace {
 
 using namespace endtoend;
 
-// The screen as the X server shows it, through the machine's own tool: Wine starts it like
-// any program, but cannot wait for it. The picture gets its name when it is whole.
+// Runs a command of the machine that Wine runs on: Wine starts it like any program,
+// but cannot wait for it.
+void RunNative(const std::string& command) {
+  std::wstring line = Utf16("Z:\\bin\\sh -c \"" + Replaced(command, "\"", "\\\"") + "\"");
+  STARTUPINFOW startup{};
+  startup.cb = sizeof(startup);
+  PROCESS_INFORMATION process{};
+  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
+    throw std::runtime_error("cannot run " + command);
+  CloseHandle(process.hThread);
+  CloseHandle(process.hProcess);
+}
+
+// The screen as the X server shows it. The picture gets its name when it is whole.
 void TakeScreenshot(const std::string& folder, int number) {
   Sleep(300);  // a window is on the screen a moment after it is open
   char name[16];
   std::snprintf(name, sizeof(name), "%02d.png", number);
   const std::string picture = folder + "/" + name;
-  std::wstring command = Utf16("Z:\\bin\\sh -c \"import -window root '" + picture + ".new.png' && mv '" + picture +
-                               ".new.png' '" + picture + "'\"");
-  STARTUPINFOW startup{};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION process{};
-  if (!CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) return;
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
+  RunNative("import -window root '" + picture + ".new.png' && mv '" + picture + ".new.png' '" + picture + "'");
   WaitUntil([&] { return fs::exists("Z:" + picture); });
 }
 
@@ -39,7 +44,9 @@ void Require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
 }
 
-void Say(const std::string& text) { std::printf("     %s\n", text.c_str()); }
+void Say(const std::string& text) {
+  std::printf("     %s\n", text.c_str());
+}
 
 /// Backs everything up and returns the folder of the set.
 std::string MakeBackup(Operator& person) {
@@ -59,16 +66,56 @@ void DamageData() {
   Say("Patients, images, menus and reports of the workstation are altered and deleted");
 }
 
-void Restore(Operator& person, const std::string& set) {
+/// Damages the data, lets `restore` put it back, and compares.
+template <typename Action>
+void ProveRestore(Operator& person, Action restore) {
   const auto before = Snapshot(kTarsus / "Data");
   DamageData();
   Require(Snapshot(kTarsus / "Data") != before, "nothing was damaged");
-  person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
-  person.ConsentUntil(65400, {64402});
+  restore();
   person.MainMenu();
   const auto after = Snapshot(kTarsus / "Data");
   Require(after == before, "the restored data is not the original data");
   Say("All " + std::to_string(after.size()) + " files of the workstation's data are byte for byte as before");
+}
+
+void RestoreFolder(Operator& person, const std::string& set) {
+  ProveRestore(person, [&] {
+    person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
+    person.ConsentUntil(65400, {64402});
+  });
+}
+
+/// Puts another disk into drive A: the drive is a link of Wine's to a folder.
+void InsertDisk(const std::string& pile, int number) {
+  RunNative("ln -sfn '" + pile + "/" + std::to_string(number) + "' \"$WINEPREFIX/dosdevices/a:\"");
+  const fs::path descriptor = L"A:\\BackupInfo.ini";
+  Require(WaitUntil([&] {
+            return ReadBytes(descriptor).find("FDNumber=" + std::to_string(number) + "\r") != std::string::npos;
+          }),
+          "disk " + std::to_string(number) + " does not appear in drive A");
+}
+
+/// Restores from the pile of disks, and takes a wrong one once.
+void RestoreFloppies(Operator& person, const std::string& pile, int disks) {
+  ProveRestore(person, [&] {
+    InsertDisk(pile, 1);
+    person.OpenRestore("A:\\").Press(ID_frmRestore_cmdStart);
+    int inserted = 1;
+    bool wrongDiskTried = false;
+    for (int id = 0; id != 65400;) {
+      id = person.NextMessage();
+      if (id == 64406 && !wrongDiskTried) {
+        InsertDisk(pile, disks);
+        wrongDiskTried = true;
+      } else if (id == 64406 || id == 64401) {
+        InsertDisk(pile, ++inserted);
+      }
+      Require(id == 64402 || id == 64406 || id == 64401 || id == 65400, "message " + std::to_string(id));
+      person.Answer();
+    }
+    Require(inserted == disks, "not every disk was asked for");
+  });
 }
 
 void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folder) {
@@ -88,24 +135,26 @@ void End(Operator& person) {
 }  // namespace
 
 int wmain(int argc, wchar_t** argv) {
-  if (argc != 2) {
-    std::puts("usage: operator SCREENSHOT_FOLDER");
+  if (argc != 2 && argc != 4) {
+    std::puts("usage: operator SCREENSHOT_FOLDER [PILE_OF_DISKS NUMBER_OF_DISKS]");
     return 2;
   }
   std::setvbuf(stdout, nullptr, _IONBF, 0);
   const std::string folder = Utf8(argv[1]);
-  int step = 0;
+  int step = argc == 2 ? 0 : 50;
   try {
-    TidyUp();
     Operator person([&](const std::string& text, const Window&) {
       std::printf("%3d  %s\n", ++step, text.c_str());
       TakeScreenshot(folder, step);
     });
     person.SignIn();
-    const std::string set = MakeBackup(person);
-    Restore(person, set);
-    MakeMaintenanceLog(person, true, "E:\\Protected\\");
-    MakeMaintenanceLog(person, false, "E:\\Unprotected\\");
+    if (argc == 4) {
+      RestoreFloppies(person, Utf8(argv[2]), std::stoi(argv[3]));
+    } else {
+      RestoreFolder(person, MakeBackup(person));
+      MakeMaintenanceLog(person, true, "E:\\Protected\\");
+      MakeMaintenanceLog(person, false, "E:\\Unprotected\\");
+    }
     End(person);
   } catch (const std::exception& error) {
     std::printf("!!   %s\n", error.what());

@@ -33,7 +33,9 @@ Window Operator::SignIn(const User& user) {
   return menu;
 }
 
-Window Operator::MainMenu() { return program_.WaitForDialog(ID_frmMainMenu_cmdMenu0); }
+Window Operator::MainMenu() {
+  return program_.WaitForDialog(ID_frmMainMenu_cmdMenu0);
+}
 
 Window Operator::OpenBackup(const Categories& categories) {
   MainMenu().Press(ID_frmMainMenu_cmdMenu0);
@@ -56,7 +58,9 @@ Window Operator::StartBackup(const Window& backupDialog) {
   return dialog;
 }
 
-Window Operator::DestinationDialog() { return program_.WaitForDialog(ID_frmSelectFolder_txtFolder); }
+Window Operator::DestinationDialog() {
+  return program_.WaitForDialog(ID_frmSelectFolder_txtFolder);
+}
 
 void Operator::Accept(const Window& destinationDialog, const std::string& folder) {
   if (!folder.empty()) destinationDialog.Type(ID_frmSelectFolder_txtFolder, folder);
@@ -93,6 +97,10 @@ void Operator::ConsentUntil(int last, const std::vector<int>& allowed) {
     if (id != last && std::ranges::find(allowed, id) == allowed.end())
       throw std::runtime_error("message " + std::to_string(id) + " was not expected");
   }
+}
+
+int Operator::NextMessage() {
+  return Program::MessageNumber(program_.WaitForMessageWindow());
 }
 
 int Operator::Answer(endtoend::Answer answer) {

@@ -58,6 +58,8 @@ class Operator {
   /// Chooses what a maintenance bundle holds, collects it, and returns the destination dialog. The
   /// question that an unprotected bundle raises is consented to.
   Window CollectMaintenanceLog(bool protect, int imageDays);
+  /// Waits for the next message and returns its number; it stays open.
+  int NextMessage();
   /// Answers the next message and returns its number.
   int Answer(endtoend::Answer answer = endtoend::Answer::Consent);
   /// Consents to every message up to `last`; throws on one that is neither that nor in `allowed`.

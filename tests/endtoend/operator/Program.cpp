@@ -38,12 +38,6 @@ std::vector<HWND> WindowsTakingInput(DWORD process) {
   return search.found;
 }
 
-// The window shows "ID 60326".
-int MessageNumber(const Window& window) {
-  const std::string text = window.Text(TARSUS_MESSAGE_ID);
-  return std::stoi(text.substr(std::min(text.find_first_of("0123456789"), text.size() - 1)));
-}
-
 }  // namespace
 
 Program::Program(const std::string& commandLine) {
@@ -96,9 +90,14 @@ Window Program::WaitForDialog(int control) {
 }
 
 Window Program::WaitForMessageWindow() {
-  return WaitForActive("a message", [](const Window& window) {
-    return ClassOf(window.Handle()) == L"" TARSUS_MESSAGE_CLASS;
-  });
+  return WaitForActive("a message",
+                       [](const Window& window) { return ClassOf(window.Handle()) == L"" TARSUS_MESSAGE_CLASS; });
+}
+
+// The window shows "ID 60326".
+int Program::MessageNumber(const Window& message) {
+  const std::string text = message.Text(TARSUS_MESSAGE_ID);
+  return std::stoi(text.substr(std::min(text.find_first_of("0123456789"), text.size() - 1)));
 }
 
 Program::Message Program::AnswerMessage(Answer answer) {

@@ -31,6 +31,7 @@ class Program {
   Window WaitForDialog(int control);
   /// Waits for a message of the host's message dialog.
   Window WaitForMessageWindow();
+  static int MessageNumber(const Window& message);
   struct Message {
     int id = 0;
     std::string text;

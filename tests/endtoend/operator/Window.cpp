@@ -36,9 +36,9 @@ std::wstring Utf16(const std::string& utf8) {
 
 std::string Utf8(const std::wstring& utf16) {
   std::string text(utf16.size() * 3, '\0');
-  text.resize(static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, utf16.data(), static_cast<int>(utf16.size()),
-                                                           text.data(), static_cast<int>(text.size()), nullptr,
-                                                           nullptr)));
+  text.resize(
+      static_cast<std::size_t>(WideCharToMultiByte(CP_UTF8, 0, utf16.data(), static_cast<int>(utf16.size()),
+                                                   text.data(), static_cast<int>(text.size()), nullptr, nullptr)));
   return text;
 }
 
@@ -48,9 +48,13 @@ HWND Window::Control(int control) const {
   return child;
 }
 
-std::string Window::Title() const { return Utf8(TextOf(handle_)); }
+std::string Window::Title() const {
+  return Utf8(TextOf(handle_));
+}
 
-std::string Window::Text(int control) const { return Utf8(TextOf(Control(control))); }
+std::string Window::Text(int control) const {
+  return Utf8(TextOf(Control(control)));
+}
 
 bool Window::IsTicked(int control) const {
   DWORD_PTR state = 0;
@@ -82,9 +86,13 @@ void Window::Tick(int control, bool ticked) const {
   SendMessageW(Control(control), BM_CLICK, 0, 0);
 }
 
-void Window::Choose(int control) const { SendMessageW(Control(control), BM_CLICK, 0, 0); }
+void Window::Choose(int control) const {
+  SendMessageW(Control(control), BM_CLICK, 0, 0);
+}
 
-void Window::Press(int control) const { PostMessageW(Control(control), BM_CLICK, 0, 0); }
+void Window::Press(int control) const {
+  PostMessageW(Control(control), BM_CLICK, 0, 0);
+}
 
 void Window::PressWithShift(int control) const {
   SetForegroundWindow(handle_);

@@ -94,8 +94,8 @@ struct Offers {
   std::string dialog;                 ///< "x" ticked, "0" not in the set, "v" other version, "." hidden
 };
 
-const std::vector<std::string> kAllVersions = {"PatientData=V2.1",     "MenuData=V2.1",      "SystemData=V2.1",
-                                               "UserData=V2.1",        "ExplanationData=V2.1", "IPCounter=V2.1",
+const std::vector<std::string> kAllVersions = {"PatientData=V2.1",   "MenuData=V2.1",        "SystemData=V2.1",
+                                               "UserData=V2.1",      "ExplanationData=V2.1", "IPCounter=V2.1",
                                                "ReportSetData=V2.1", "ReportData=V2.1"};
 
 const Offers kOffers[] = {
@@ -113,17 +113,19 @@ const Offers kOffers[] = {
 };
 
 std::string Shown(frmRestore& form) {
-  const std::array<forms::Label*, restore::kCategories> notes = {&form.LblPatient,     &form.LblMenu,
-                                                                 &form.LblSystem,      &form.LblUser,
-                                                                 &form.LblExplanation, &form.LblReportSet,
-                                                                 &form.LblReport,      &form.lblIPCounter};
+  const std::array<forms::Label*, restore::kCategories> notes = {
+      &form.LblPatient,     &form.LblMenu,      &form.LblSystem, &form.LblUser,
+      &form.LblExplanation, &form.LblReportSet, &form.LblReport, &form.lblIPCounter};
   std::string shown;
   for (std::size_t i = 0; i < notes.size(); ++i) {
     forms::CheckBox& box = form.*kBoxes[i];
     EXPECT_EQ(box.Visible(), notes[i]->Visible());
     EXPECT_TRUE(box.Enabled() == box.Value() || !box.Visible()) << "what is offered is ticked";
     const std::string& note = notes[i]->Caption();
-    const char offer = box.Value() && note.empty() ? 'x' : note == "note 66080" ? '0' : note == "note 66081" ? 'v' : '?';
+    const char offer = box.Value() && note.empty() ? 'x'
+                       : note == "note 66080"      ? '0'
+                       : note == "note 66081"      ? 'v'
+                                                   : '?';
     shown += box.Visible() ? offer : '.';
   }
   return shown;

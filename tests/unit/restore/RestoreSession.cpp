@@ -39,10 +39,10 @@ void RestoreSession::BackUpEverything() {
   processes.started.clear();
 }
 
-void RestoreSession::InsertDisk(const MediumFiles& files) {
+void RestoreSession::InsertDisk(const MediumFiles& contents) {
   disk.FindDrive("A:")->ready = true;
   disk.Format("A:");
-  for (const auto& [name, bytes] : files) EXPECT_TRUE(disk.Write("A:\\" + name, bytes));
+  for (const auto& [name, bytes] : contents) EXPECT_TRUE(disk.Write("A:\\" + name, bytes));
 }
 
 std::vector<std::string> DescriptorLines(const std::vector<std::string>& more) {

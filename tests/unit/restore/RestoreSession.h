@@ -19,8 +19,9 @@ inline constexpr const char* kSetFolder = "D:\\Set\\";
 
 /// The dialog's boxes, in the order of the categories.
 inline constexpr std::array<forms::CheckBox frmRestore::*, restore::kCategories> kBoxes = {
-    &frmRestore::chkPatientData,   &frmRestore::chkMenuData,      &frmRestore::chkSystemData, &frmRestore::chkUserData,
-    &frmRestore::chkExplanationData, &frmRestore::chkReportSetData, &frmRestore::chkReportData, &frmRestore::chkIPCounter};
+    &frmRestore::chkPatientData, &frmRestore::chkMenuData,        &frmRestore::chkSystemData,
+    &frmRestore::chkUserData,    &frmRestore::chkExplanationData, &frmRestore::chkReportSetData,
+    &frmRestore::chkReportData,  &frmRestore::chkIPCounter};
 
 struct RestoreSession : flows::Session {
   /// Opens the restore of the set in `folder`, up to the restore dialog.
@@ -35,7 +36,7 @@ struct RestoreSession : flows::Session {
   /// A whole run of the program that backs everything up into `kSetFolder`.
   void BackUpEverything();
   /// Replaces what is in drive A:.
-  void InsertDisk(const MediumFiles& files);
+  void InsertDisk(const MediumFiles& contents);
 };
 
 /// A descriptor that the demo workstation accepts, without line ends at its lines.

@@ -63,9 +63,9 @@ TEST(Restore, BringsEveryFileBack) {
     if (program.commandLine.starts_with("cabarc")) unpacked.push_back(program.commandLine);
   }
   const auto command = [](const std::string& archive) { return "cabarc -r -p X " + archive + ".cab CABFILE"; };
-  EXPECT_EQ(unpacked, (Paths{command("PatientData"), command("MenuData"), command("SystemData"), command("UserData"),
-                             command("ExplanationData"), command("ReportSetData"), command("ReportData"),
-                             command("LogData")}));
+  EXPECT_EQ(unpacked,
+            (Paths{command("PatientData"), command("MenuData"), command("SystemData"), command("UserData"),
+                   command("ExplanationData"), command("ReportSetData"), command("ReportData"), command("LogData")}));
 }
 
 // Neither the report categories nor what is not ticked leave an audit record.
