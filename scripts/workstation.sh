@@ -10,7 +10,7 @@ lay_out_workstation() {
   local target=$1 bin="$root/build/windows/bin"
   rm -rf "$target"
   mkdir -p "$target/Program" "$target/System"
-  "$root/build/native/bin/demo-data" "$target" >/dev/null
+  "$root/build/native/bin/demo-data" "$target" "${demo_megabytes:-12}" >/dev/null
   cp -r "$demo/System/." "$target/System/"
   install_ansi "$demo"/System/*.ini "$target/System/"
   "$demo/databases/build.sh" "$target"

@@ -117,10 +117,4 @@ TEST(ArchivePieces, GoOnWhereTheSourceStandsHoweverItReads) {
   EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\3", 1), app::kFailed);
 }
 
-TEST(ArchivePieces, AreNumberedWithThreeDigitsAndMoreWhereNeeded) {
-  EXPECT_EQ(backup::PieceName(1), "FDDivide001");
-  EXPECT_EQ(backup::PieceName(100), "FDDivide100");
-  EXPECT_EQ(backup::PieceName(1000), "FDDivide1000");
-}
-
 }  // namespace

@@ -104,124 +104,115 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Menu\\menu.ini"}));
 }
 
+using Arrangement = std::function<void(RestoreSession&)>;
+
+/// The job file's section for the user data; empty for none.
+Arrangement UserJob(const std::vector<std::string>& section) {
+  return [=](RestoreSession& session) {
+    std::vector<std::string> lines = {"[MENU_RESTORE]", "Folder=Menu", "[REPORT_RESTORE]", "Folder=Report"};
+    lines.insert(lines.end(), section.begin(), section.end());
+    session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", lines);
+  };
+}
+
+/// An archiver that does `work` in place of its own on the user data.
+Arrangement Archiver(const fakes::ProgramAction& work) {
+  return [=](RestoreSession& session) {
+    session.processes.Install("C:\\Tarsus\\Backup\\cabarc.exe", [=](fakes::Disk& disk, const fakes::Words& words) {
+      return words[4] == "UserData.cab" ? work(disk, words) : fakes::RunCabarc(disk, words);
+    });
+  };
+}
+
+std::uint32_t DoNothing(fakes::Disk&, const fakes::Words&) {
+  return 0;
+}
+
+std::uint32_t StopHalfway(fakes::Disk& disk, const fakes::Words&) {
+  disk.Write("CABFILE\\User\\users.dat", "half");
+  return 1;
+}
+
+void VanishMedium(RestoreSession& session) {
+  session.processes.beforeWork = [&](const std::string& command) {
+    if (command.find("UserData.cab\" ") != std::string::npos) session.disk.FindDrive("D:")->ready = false;
+  };
+}
+
+void TruncateArchive(RestoreSession& session) {
+  const std::string bytes = session.disk.Read("D:\\Set\\UserData.cab");
+  session.disk.Write("D:\\Set\\UserData.cab", bytes.substr(0, bytes.size() - 1));
+}
+
+// What arrives is a whole archive, but not the one that was sent.
+void ShortenCopy(RestoreSession& session) {
+  session.processes.Install(kInterpreter, [](fakes::Disk& disk, const fakes::Words& words) {
+    const std::uint32_t code = fakes::RunCommandInterpreter(disk, words);
+    const std::string copy = std::string(kStaging) + "\\UserData.cab";
+    if (disk.IsFile(copy)) disk.Write(copy, fakes::MakeCabinet({{"User\\users.dat", "half"}}));
+    return code;
+  });
+}
+
+Arrangement Fault(const char* contract, const char* method, std::size_t n = 1, const std::string& detail = {}) {
+  return [=](RestoreSession& session) { session.calls.FailFrom(contract, method, n, detail); };
+}
+
 struct Failure {
   const char* name;
-  void (*arrange)(RestoreSession&);
+  Arrangement arrange;
   std::vector<std::int32_t> messages;
   Paths restored;
 };
 
-void PrintTo(const Failure& failure, std::ostream* out) {
-  *out << failure.name;
-}
-
-const Paths kMenuOnly = {"Menu\\menu.ini"};
-const Paths kAllThree = {"Menu\\menu.ini", "Report\\2012\\report1.txt", "User\\users.dat"};
-
-void ReplaceUserJob(RestoreSession& session, const std::vector<std::string>& userJob) {
-  std::vector<std::string> lines = {"[MENU_RESTORE]", "Folder=Menu"};
-  lines.insert(lines.end(), userJob.begin(), userJob.end());
-  lines.insert(lines.end(), {"[REPORT_RESTORE]", "Folder=Report"});
-  session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", lines);
-}
-
-class RestoreFailure : public testing::TestWithParam<Failure> {};
+const std::string kMenu = "Menu\\menu.ini";
+const std::string kReport = "Report\\2012\\report1.txt";
+const std::string kUser = "User\\users.dat";
 
 // Menu, user and report data, in this order: the second goes wrong.
-TEST_P(RestoreFailure, IsShownAndKeepsWhatWasRestoredBefore) {
-  const Failure& failure = GetParam();
-  RestoreSession session;
-  session.BackUpEverything();
-  for (const std::string& path : kAllThree) session.disk.Write("C:\\Tarsus\\" + path, "damaged");
-  failure.arrange(session);
-  session.BeginRestore(kSetFolder);
-  session.StartRestore("-x-x--x-");
-  for (const std::int32_t message : failure.messages) session.person.ExpectMessage(message);
-  const bool succeeds = failure.messages.back() == 65400;
-  if (succeeds) {
+TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
+  const Failure failures[] = {
+      {"section missing", UserJob({}), {60420}, {kMenu}},
+      {"unknown variable", UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}), {60326, 60402}, {kMenu}},
+      {"archive missing", [](RestoreSession& s) { s.disk.Remove("D:\\Set\\UserData.cab"); }, {60421}, {kMenu}},
+      {"archive truncated", TruncateArchive, {60401}, {kMenu}},
+      {"no archiver", Fault("Processes", "Start", 1, "cabarc -r -p X UserData.cab CABFILE"), {60401}, {kMenu}},
+      {"archiver does nothing", Archiver(DoNothing), {60401}, {kMenu}},
+      {"archiver stops halfway", Archiver(StopHalfway), {60401}, {kMenu}},
+      {"medium vanishes", VanishMedium, {60401}, {kMenu}},
+      {"copy is short", ShortenCopy, {60401}, {kMenu}},
+      {"audit refused", Fault("AuditTrail", "RecordCategoryPhase", 2), {60511}, {kMenu, kReport, kUser}},
+      {"target in use: passed over",
+       [](RestoreSession& s) { s.disk.Find("C:\\Tarsus\\User\\users.dat")->readers = 1; },
+       {65400},
+       {kMenu, kReport}},
+      {"batch file missing: passed over",
+       UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat", "Folder=User"}),
+       {65400},
+       {kMenu, kReport, kUser}},
+      {"no parent folder: passed over",
+       UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"}),
+       {65400},
+       {kMenu, kReport}},
+  };
+  for (const Failure& failure : failures) {
+    SCOPED_TRACE(failure.name);
+    RestoreSession session;
+    session.BackUpEverything();
+    for (const std::string& path : {kMenu, kReport, kUser}) session.disk.Write("C:\\Tarsus\\" + path, "damaged");
+    failure.arrange(session);
+    session.BeginRestore(kSetFolder);
+    session.StartRestore("-x-x--x-");
+    for (const std::int32_t message : failure.messages) session.person.ExpectMessage(message);
+    const bool succeeds = failure.messages.back() == 65400;
+    if (!succeeds) session.CancelFolder();
     session.EndMenu();
-  } else {
-    session.LeaveSelection();
+    session.Run();
+    EXPECT_EQ(session.ChangedHostFiles(), failure.restored);
+    EXPECT_TRUE(session.IsTemporaryFolderEmpty());
+    EXPECT_EQ(session.state.RestoreDone, succeeds);
   }
-  session.Run();
-  Paths changed = session.ChangedHostFiles();
-  std::erase(changed, "System\\BackupList.ini");
-  EXPECT_EQ(changed, failure.restored);
-  EXPECT_TRUE(session.IsTemporaryFolderEmpty());
-  EXPECT_EQ(session.state.RestoreDone, succeeds);
 }
-
-const Failure kFailures[] = {
-    {"SectionMissing", [](RestoreSession& s) { ReplaceUserJob(s, {}); }, {60420}, kMenuOnly},
-    {"UnknownVariable",
-     [](RestoreSession& s) {
-       ReplaceUserJob(s, {"[USER_RESTORE]", "Folder=%Nowhere%\\User"});
-     },
-     {60326, 60402},
-     kMenuOnly},
-    {"ArchiveMissing", [](RestoreSession& s) { s.disk.Remove("D:\\Set\\UserData.cab"); }, {60421}, kMenuOnly},
-    {"ArchiveTruncated",
-     [](RestoreSession& s) {
-       const std::string bytes = s.disk.Read("D:\\Set\\UserData.cab");
-       s.disk.Write("D:\\Set\\UserData.cab", bytes.substr(0, bytes.size() - 1));
-     },
-     {60401},
-     kMenuOnly},
-    {"ArchiverMissing",
-     [](RestoreSession& s) { s.calls.FailFrom("Processes", "Start", 1, "cabarc -r -p X UserData.cab CABFILE"); },
-     {60401},
-     kMenuOnly},
-    {"ArchiverMakesNothing",
-     [](RestoreSession& s) {
-       s.processes.Install("C:\\Tarsus\\Backup\\cabarc.exe", [](fakes::Disk& disk, const fakes::Words& words) {
-         return words[4] == "UserData.cab" ? 0u : fakes::RunCabarc(disk, words);
-       });
-     },
-     {60401},
-     kMenuOnly},
-    {"MediumVanishes",
-     [](RestoreSession& s) {
-       s.processes.beforeWork = [&s](const std::string& command) {
-         if (command.find("UserData.cab\" ") != std::string::npos) s.disk.FindDrive("D:")->ready = false;
-       };
-     },
-     {60401},
-     kMenuOnly},
-    {"CopyIsShort",
-     [](RestoreSession& s) {
-       s.processes.Install(kInterpreter, [](fakes::Disk& disk, const fakes::Words& words) {
-         const std::uint32_t code = fakes::RunCommandInterpreter(disk, words);
-         const std::string copy = std::string(kStaging) + "\\UserData.cab";
-         if (disk.IsFile(copy)) disk.Write(copy, fakes::MakeCabinet({}));
-         return code;
-       });
-     },
-     {60401},
-     kMenuOnly},
-    {"AuditRefused",
-     [](RestoreSession& s) { s.calls.FailFrom("AuditTrail", "RecordCategoryPhase", 2); },
-     {60511},
-     kAllThree},
-    {"TargetInUseIsPassedOver",
-     [](RestoreSession& s) { s.disk.Find("C:\\Tarsus\\User\\users.dat")->readers = 1; },
-     {65400},
-     {"Menu\\menu.ini", "Report\\2012\\report1.txt"}},
-    {"BatchFileMissingIsPassedOver",
-     [](RestoreSession& s) {
-       ReplaceUserJob(s, {"[USER_RESTORE]", "BatFile=%System%\\Missing.bat", "Folder=User"});
-     },
-     {65400},
-     kAllThree},
-    {"ParentFolderMissingIsPassedOver",
-     [](RestoreSession& s) {
-       ReplaceUserJob(s, {"[USER_RESTORE]", "Folder=C:\\Gone\\User"});
-     },
-     {65400},
-     {"Menu\\menu.ini", "Report\\2012\\report1.txt"}},
-};
-
-INSTANTIATE_TEST_SUITE_P(All, RestoreFailure, testing::ValuesIn(kFailures),
-                         [](const auto& test) { return test.param.name; });
 
 // It is tried again when the dialog goes; neither failure hides the outcome.
 TEST(Restore, StagingFolderThatStaysIsSaid) {
