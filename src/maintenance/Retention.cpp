@@ -3,9 +3,11 @@
 
 #include <algorithm>
 #include <optional>
+#include <set>
 #include <string_view>
 #include <utility>
 
+#include "app/TextFormat.h"
 #include "app/Unicode.h"
 #include "app/WindowsPath.h"
 #include "backup/FileOperations.h"
@@ -17,20 +19,25 @@ namespace {
 constexpr std::uint32_t kDefaultNumber = 20;
 constexpr std::size_t kSuffixLength = 13;  // "_yymmddhhmmss"
 
-bool IsLess(std::string_view left, std::string_view right) {
+/// Compares as Windows compares names, as far as the shorter text goes: below, at or above 0.
+int CompareCommon(std::string_view left, std::string_view right) {
   while (!left.empty() && !right.empty()) {
     const char32_t leftLetter = app::FoldCase(app::TakeCharacter(left));
     const char32_t rightLetter = app::FoldCase(app::TakeCharacter(right));
-    if (leftLetter != rightLetter) return leftLetter < rightLetter;
+    if (leftLetter != rightLetter) return leftLetter < rightLetter ? -1 : 1;
   }
-  return left.empty() && !right.empty();
+  return 0;
 }
 
-/// Names of the folders in `folder` that fit `pattern`, the newest of a client first.
-std::vector<std::string> FolderNames(app::Application& application, const std::string& folder,
-                                     const std::string& pattern) {
+bool IsLess(std::string_view left, std::string_view right) {
+  const int order = CompareCommon(left, right);
+  return order < 0 || (order == 0 && left.size() < right.size());
+}
+
+/// Names of all folders in `folder`, the newest of a client first.
+std::vector<std::string> FolderNames(app::Application& application, const std::string& folder) {
   std::vector<host::FolderEntry> entries;
-  application.host.files.List(folder, pattern, entries);
+  application.host.files.List(folder, "*", entries);
   std::vector<std::string> names;
   for (const host::FolderEntry& entry : entries) {
     if (entry.isFolder) names.push_back(entry.name);
@@ -48,41 +55,51 @@ std::optional<std::string> ClientPrefix(std::string_view name) {
   return std::string(name.substr(0, name.size() - rest.size()));
 }
 
-/// Each client once, in the order of `names`; false when a name has no prefix.
+/// Each client once, in the order of `names`; false when a maintenance folder's name has no prefix.
 bool DistinctPrefixes(const std::vector<std::string>& names, std::vector<std::string>& prefixes) {
+  std::set<std::string, decltype(&IsLess)> known(&IsLess);
   for (const std::string& name : names) {
+    if (!app::MatchesFileName(name, "Maintenance_*")) continue;
     const std::optional<std::string> prefix = ClientPrefix(name);
     if (!prefix) return false;
-    const bool known = std::any_of(prefixes.begin(), prefixes.end(),
-                                   [&](const std::string& other) { return app::SameName(other, *prefix); });
-    if (!known) prefixes.push_back(*prefix);
+    if (known.insert(*prefix).second) prefixes.push_back(*prefix);
   }
   return true;
 }
 
-/// The prefix is a plain wildcard, as the host's own tools have it: a client whose name begins another
-/// one's counts, and may delete, that one's folders too.
-void PruneClient(app::Application& application, const std::string& folder, const std::string& prefix,
-                 std::size_t keep) {
-  const std::vector<std::string> names = FolderNames(application, folder, prefix + "*");
-  for (std::size_t i = keep; i < names.size(); ++i) {
-    if (backup::DeleteFolderForced(application, folder + names[i]) != app::kDone) {
-      backup::WarnOfLoss(application, "Not deleted: " + folder + names[i], "client logs");
-    }
-    application.host.messageLoop.Yield();
-  }
+bool Delete(app::Application& application, const std::string& folder) {
+  const bool deleted = backup::DeleteFolderForced(application, folder) == app::kDone;
+  if (!deleted) backup::WarnOfLoss(application, "Not deleted: " + folder, "client logs");
+  application.host.messageLoop.Yield();
+  return deleted;
+}
+
+/// Deletes, and takes out of `names`, all but the first `keep` names that begin with `prefix`. They
+/// stand together, because `names` is sorted. The prefix is a plain wildcard, as the host's own tools
+/// have it: a client whose name begins another one's counts, and may delete, that one's folders too.
+void PruneClient(app::Application& application, const std::string& folder, const std::string& prefix, std::size_t keep,
+                 std::vector<std::string>& names) {
+  const auto first = std::partition_point(names.begin(), names.end(),
+                                          [&](const std::string& name) { return CompareCommon(name, prefix) > 0; });
+  const auto last = std::partition_point(first, names.end(), [&](const std::string& name) {
+    return CompareCommon(name, prefix) == 0 && name.size() >= prefix.size();
+  });
+  if (static_cast<std::size_t>(last - first) <= keep) return;
+  const auto kept = std::remove_if(first + static_cast<std::ptrdiff_t>(keep), last,
+                                   [&](const std::string& name) { return Delete(application, folder + name); });
+  names.erase(kept, last);
 }
 
 }  // namespace
 
 app::ResultCode PruneClientLogBackups(app::Application& application, const std::string& folder) {
   const std::string from = app::WithTrailingBackslash(app::Trim(folder));
-  const std::vector<std::string> names = FolderNames(application, from, "Maintenance_*");
+  std::vector<std::string> names = FolderNames(application, from);
   std::uint32_t keep = kDefaultNumber;
   if (application.host.qx32.RegGetKeyDWORD("ClientLogBackupNumber", keep) == -1) keep = kDefaultNumber;
   std::vector<std::string> prefixes;
   if (!DistinctPrefixes(names, prefixes)) return app::kFailed;
-  for (const std::string& prefix : prefixes) PruneClient(application, from, prefix, keep);
+  for (const std::string& prefix : prefixes) PruneClient(application, from, prefix, keep, names);
   return app::kDone;
 }
 

@@ -81,7 +81,7 @@ bool CopyPiece(app::Application& application, std::int16_t number) {
 // pieces: its last disk holds a descriptor alone, and all before it are full.
 bool IsSurplusDisk(app::Application& application, std::int16_t number) {
   host::FileSystem& files = application.host.files;
-  return number > 1 && !files.FileExists(application.state.SelectedFolder + backup::PieceName(number)) &&
+  return !files.FileExists(application.state.SelectedFolder + backup::PieceName(number)) &&
          files.FileSize(application.state.StagingFolder + backup::PieceName(number - 1)) == backup::kPieceSize;
 }
 
