@@ -85,6 +85,7 @@ Drive* Disk::FindDrive(const std::string& path) {
 std::int64_t Disk::FreeSpace(const std::string& path) {
   const Drive* drive = FindDrive(path);
   if (drive == nullptr || !drive->ready) return -1;
+  if (drive->capacity == kUnlimited) return INT64_MAX;
   const std::uint64_t used = UsedBytes(*drive->root);
   return used >= drive->capacity ? 0 : static_cast<std::int64_t>(drive->capacity - used);
 }

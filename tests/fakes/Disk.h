@@ -28,6 +28,9 @@ struct Entry {
   std::map<std::u32string, std::shared_ptr<Entry>> children;
 };
 
+/// Capacity of a drive that never fills, and whose contents are not added up for every write.
+inline constexpr std::uint64_t kUnlimited = UINT64_MAX;
+
 struct Drive {
   std::string label;
   std::uint64_t capacity = 0;  ///< bytes

@@ -103,7 +103,14 @@ std::int32_t Win32FileSystem::RemoveFolder(const std::string& path) {
   const std::wstring folder = UnlimitedPath(path);
   // A drive has no folder of its own to delete; emptying it instead would be a disaster.
   if (folder.empty() || IsDriveRoot(folder) || !FolderExists(path)) return app::kFailed;
-  return ResultOf(DeleteTree(folder));
+  // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
+  constexpr int kTries = 8;
+  constexpr DWORD kPause = 25;  // milliseconds
+  for (int tries = 1; !DeleteTree(folder); ++tries) {
+    if (tries == kTries) return app::kFailed;
+    Sleep(kPause);
+  }
+  return app::kDone;
 }
 
 std::int32_t Win32FileSystem::MoveTo(const std::string& source, const std::string& target) {
