@@ -104,7 +104,7 @@ std::int32_t Win32FileSystem::RemoveFolder(const std::string& path) {
   // A drive has no folder of its own to delete; emptying it instead would be a disaster.
   if (folder.empty() || IsDriveRoot(folder) || !FolderExists(path)) return app::kFailed;
   // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
-  constexpr int kTries = 8;
+  constexpr int kTries = 20;
   constexpr DWORD kPause = 25;  // milliseconds
   for (int tries = 1; !DeleteTree(folder); ++tries) {
     if (tries == kTries) return app::kFailed;
