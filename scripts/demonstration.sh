@@ -28,6 +28,7 @@ demonstrate() {
   local display
   rm -rf "$root/build/screenshots"
   mkdir -p "$root/build/screenshots"
+  rm -rf "$workstation.medium"/* # what an earlier demonstration has left there, with --keep
   say "Starting a screen of its own for the operator"
   display=$(start_screen)
   trap stop_screen EXIT
