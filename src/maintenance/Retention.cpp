@@ -19,8 +19,9 @@ namespace {
 constexpr std::uint32_t kDefaultNumber = 20;
 constexpr std::size_t kSuffixLength = 13;  // "_yymmddhhmmss"
 
-/// Compares as Windows compares names, as far as the shorter text goes: below, at or above 0.
-int CompareCommon(std::string_view left, std::string_view right) {
+/// Takes what both texts have in common off their heads, compared as Windows compares names; below,
+/// at or above 0 as the left one's next letter is to the right one's, 0 also when a text has ended.
+int CompareCommon(std::string_view& left, std::string_view& right) {
   while (!left.empty() && !right.empty()) {
     const char32_t leftLetter = app::FoldCase(app::TakeCharacter(left));
     const char32_t rightLetter = app::FoldCase(app::TakeCharacter(right));
@@ -31,7 +32,11 @@ int CompareCommon(std::string_view left, std::string_view right) {
 
 bool IsLess(std::string_view left, std::string_view right) {
   const int order = CompareCommon(left, right);
-  return order < 0 || (order == 0 && left.size() < right.size());
+  return order < 0 || (order == 0 && left.empty() && !right.empty());
+}
+
+bool BeginsWith(std::string_view name, std::string_view prefix) {
+  return CompareCommon(name, prefix) == 0 && prefix.empty();
 }
 
 /// Names of all folders in `folder`, the newest of a client first.
@@ -79,11 +84,10 @@ bool Delete(app::Application& application, const std::string& folder) {
 /// have it: a client whose name begins another one's counts, and may delete, that one's folders too.
 void PruneClient(app::Application& application, const std::string& folder, const std::string& prefix, std::size_t keep,
                  std::vector<std::string>& names) {
-  const auto first = std::partition_point(names.begin(), names.end(),
-                                          [&](const std::string& name) { return CompareCommon(name, prefix) > 0; });
-  const auto last = std::partition_point(first, names.end(), [&](const std::string& name) {
-    return CompareCommon(name, prefix) == 0 && name.size() >= prefix.size();
-  });
+  const auto begins = [&](const std::string& name) { return BeginsWith(name, prefix); };
+  const auto first = std::partition_point(
+      names.begin(), names.end(), [&](const std::string& name) { return !begins(name) && IsLess(prefix, name); });
+  const auto last = std::partition_point(first, names.end(), begins);
   if (static_cast<std::size_t>(last - first) <= keep) return;
   const auto kept = std::remove_if(first + static_cast<std::ptrdiff_t>(keep), last,
                                    [&](const std::string& name) { return Delete(application, folder + name); });
