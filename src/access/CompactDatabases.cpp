@@ -5,6 +5,7 @@
 
 #include "app/Application.h"
 #include "app/External.h"
+#include "app/Log.h"
 #include "app/TextFormat.h"
 #include "app/WindowsPath.h"
 
@@ -34,9 +35,14 @@ void CompactDatabase(app::Application& application, const std::string& folder, c
   const std::string source = base + fileName;
   const std::string temporary = base + app::FormatShortStamp(application.host.clock.Now()) + fileName;
   if (application.host.compactor.Compact(source, temporary, locale) != app::kDone) return;
-  if (files.CopyTo(temporary, source) != app::kDone) return;
-  if (files.ClearAttributes(temporary) != app::kDone) return;
-  files.RemoveFile(temporary);
+  const auto warn = [&](const std::string& what) {
+    app::WriteLog(application, 1, app::LogLevel::Warning, what + temporary);
+  };
+  // A copy that broke off may have spoilt the database; the compacted one is then all there is.
+  if (files.CopyTo(temporary, source) != app::kDone) return warn("Database not replaced; its contents are in: ");
+  if (files.ClearAttributes(temporary) != app::kDone || files.RemoveFile(temporary) != app::kDone) {
+    warn("Compacted copy not removed: ");
+  }
 }
 
 }  // namespace operator_access

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/Application.h"
+#include "app/Log.h"
 #include "app/TextFormat.h"
 #include "app/WindowsPath.h"
 
@@ -27,12 +28,14 @@ std::string ReadIniValue(Application& application, const std::string& folder, co
                          const std::string& key) {
   const std::string path = WithTrailingBackslash(Trim(folder)) + fileName;
   const std::unique_ptr<host::TextReader> reader = application.host.files.OpenText(path);
-  if (!reader) return {};
   const std::string pattern = Trim(key) + "=*";
   std::string line;
-  while (reader->ReadLine(line)) {
+  while (reader && reader->ReadLine(line)) {
     application.host.messageLoop.Yield();
     if (MatchesPattern(line, pattern)) return Trim(std::string_view(line).substr(line.find('=') + 1));
+  }
+  if (!reader || reader->Failed()) {
+    WriteLog(application, 1, LogLevel::Warning, "Not readable: " + path + " (" + key + ")");
   }
   return {};
 }

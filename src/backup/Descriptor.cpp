@@ -52,6 +52,11 @@ class Writer {
   bool good_;
 };
 
+/// Whether a restore can ever accept the set: it refuses one that does not say who made it.
+bool CanBeAccepted(const app::Application& application) {
+  return !application.state.SoftwareVersion.empty() && !HostApplicationType(application).empty();
+}
+
 void WriteInfo(app::Application& application, Writer& file, std::int16_t diskNumber, const std::string& archives) {
   host::Clock& clock = application.host.clock;
   const host::LocalTime now = clock.Now();
@@ -83,6 +88,7 @@ bool WriteVersions(app::Application& application, Writer& file) {
 }  // namespace
 
 app::ResultCode WriteDescriptor(app::Application& application, std::int16_t diskNumber) {
+  if (!CanBeAccepted(application)) return app::kFailed;
   const std::string& staging = application.state.StagingFolder;
   const std::string path = staging + kDescriptorFile;
   const bool stale = diskNumber != 0 && application.host.files.FileExists(path);

@@ -17,8 +17,9 @@ inline constexpr char kVolumeLabel[] = "BACKUP";
 
 /// Writes the descriptor into the staging folder. `diskNumber` is 0 for a set on one medium, else the
 /// disk of a split set, from 1: an earlier disk's descriptor is then deleted first, and the archives
-/// are those of the archive folder. kFailed when the file cannot be written or a category that is
-/// present has no version in the host's version file; what was written until then stays.
+/// are those of the archive folder. kFailed when the file cannot be written, the host's version or
+/// application is unknown, or a category that is present has no version in the host's version file;
+/// what was written until then stays.
 app::ResultCode WriteDescriptor(app::Application& application, std::int16_t diskNumber);
 
 /// The host application's name without ".exe": the descriptor's "AppType".

@@ -30,10 +30,11 @@ class DestinationCopy {
 
   app::ResultCode Run() {
     using Step = app::ResultCode (DestinationCopy::*)();
-    constexpr std::array<Step, 9> kSteps = {
-        &DestinationCopy::CheckMedium,    &DestinationCopy::FormatMedium, &DestinationCopy::CheckSpace,
-        &DestinationCopy::CheckLabel,     &DestinationCopy::MakeFolder,   &DestinationCopy::ListSet,
-        &DestinationCopy::AskToOverwrite, &DestinationCopy::DescribeSet,  &DestinationCopy::CopyFiles};
+    constexpr std::array<Step, 10> kSteps = {&DestinationCopy::CheckMedium,     &DestinationCopy::FormatMedium,
+                                             &DestinationCopy::CheckSpace,      &DestinationCopy::CheckLabel,
+                                             &DestinationCopy::MakeFolder,      &DestinationCopy::ListSet,
+                                             &DestinationCopy::AskToOverwrite,  &DestinationCopy::DescribeSet,
+                                             &DestinationCopy::RetractOlderSet, &DestinationCopy::CopyFiles};
     for (const Step step : kSteps) {
       if (const app::ResultCode result = (this->*step)(); result != app::kDone) return result;
     }
@@ -106,6 +107,13 @@ class DestinationCopy {
 
   app::ResultCode DescribeSet() {
     return WriteDescriptor(application_, 0) == app::kDone ? app::kDone : Fail(messages_.descriptorFailed);
+  }
+
+  /// The operator has given the older set up. Without its descriptor nobody can take a mixture of old and
+  /// new archives, which an interruption would leave, for a set.
+  app::ResultCode RetractOlderSet() {
+    const std::string descriptor = destination_ + kDescriptorFile;
+    return application_.host.files.FileExists(descriptor) ? DeleteFileForced(application_, descriptor) : app::kDone;
   }
 
   app::ResultCode CopyFiles() {

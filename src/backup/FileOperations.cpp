@@ -97,7 +97,7 @@ app::ResultCode EmptyFolder(app::Application& application, const std::string& fo
   const std::string from = app::WithTrailingBackslash(folder);
   app::ResultCode result = DeleteFilesMatching(application, from, "*");
   std::vector<host::FolderEntry> entries;
-  application.host.files.List(from, "*", entries);
+  if (application.host.files.List(from, "*", entries) != 0) result = app::kFailed;
   for (const host::FolderEntry& entry : entries) {
     if (!entry.isFolder || app::SameName(entry.name, keptFolder)) continue;
     if (DeleteFolderForced(application, from + entry.name) != app::kDone) result = app::kFailed;

@@ -4,17 +4,12 @@
 #include <algorithm>
 #include <string_view>
 
+#include "app/Log.h"
 #include "app/TextFormat.h"
 #include "app/WindowsPath.h"
 
 namespace backup {
 namespace {
-
-constexpr std::array<std::string_view, 19> kSections = {
-    "PATIENT_BACKUP", "MENU_BACKUP",         "SYSTEM_BACKUP",     "USER_BACKUP",      "EXPLANATION_BACKUP",
-    "LOG_BACKUP",     "LOG_DELETE",          "PATIENT_RESTORE",   "MENU_RESTORE",     "SYSTEM_RESTORE",
-    "USER_RESTORE",   "EXPLANATION_RESTORE", "IPCOUNTER_RESTORE", "MAINTENANCE",      "PERSONALINFOPROTECTION",
-    "REPORT_BACKUP",  "REPORT_RESTORE",      "REPORTSET_BACKUP",  "REPORTSET_RESTORE"};
 
 struct KeyRule {
   JobKey key;
@@ -46,8 +41,8 @@ bool FindSection(app::Application& application, host::TextReader& reader, const 
 }  // namespace
 
 int SectionIndex(const std::string& section) {
-  const auto* const found = std::find(kSections.begin(), kSections.end(), section);
-  return found == kSections.end() ? -1 : static_cast<int>(found - kSections.begin());
+  const auto* const found = std::find(kJobSections.begin(), kJobSections.end(), section);
+  return found == kJobSections.end() ? -1 : static_cast<int>(found - kJobSections.begin());
 }
 
 app::ResultCode JobDefinitions::Load(app::Application& application, const std::string& folder,
@@ -56,7 +51,10 @@ app::ResultCode JobDefinitions::Load(app::Application& application, const std::s
   Forget(index);
   host::FileSystem& files = application.host.files;
   const std::string path = app::WithTrailingBackslash(folder) + fileName;
-  if (!files.FileExists(path)) return app::kDone;
+  if (!files.FileExists(path)) {
+    app::WriteLog(application, 1, app::LogLevel::Warning, "Job file missing: " + path + " (" + section + ")");
+    return app::kDone;
+  }
   const auto reader = files.OpenText(path);
   if (!reader || !FindSection(application, *reader, section)) return app::kFailed;
 
@@ -66,7 +64,8 @@ app::ResultCode JobDefinitions::Load(app::Application& application, const std::s
     application.host.messageLoop.Yield();
     if (IsHeader(line)) break;
   }
-  return app::kDone;
+  // Half a section would be a job that leaves data out.
+  return reader->Failed() ? app::kFailed : app::kDone;
 }
 
 std::vector<std::string> JobDefinitions::Items(JobKey key, const std::string& section) const {

@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/Application.h"
@@ -26,6 +27,13 @@ inline constexpr std::size_t kJobKeys = 6;
 /// line, not a path.
 inline constexpr char kDefaultRegistryCommand[] =
     "Reg.exe save HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvantis\\TARSUS Tarsus.reg";
+
+/// Every section, at its fixed number.
+inline constexpr std::array<std::string_view, 19> kJobSections = {
+    "PATIENT_BACKUP", "MENU_BACKUP",         "SYSTEM_BACKUP",     "USER_BACKUP",      "EXPLANATION_BACKUP",
+    "LOG_BACKUP",     "LOG_DELETE",          "PATIENT_RESTORE",   "MENU_RESTORE",     "SYSTEM_RESTORE",
+    "USER_RESTORE",   "EXPLANATION_RESTORE", "IPCOUNTER_RESTORE", "MAINTENANCE",      "PERSONALINFOPROTECTION",
+    "REPORT_BACKUP",  "REPORT_RESTORE",      "REPORTSET_BACKUP",  "REPORTSET_RESTORE"};
 
 /// The fixed number of a section, 0 to 18; -1 for a name that is none, letter case included.
 int SectionIndex(const std::string& section);

@@ -39,9 +39,13 @@ app::ResultCode RunExporters(const JobContext& job, JobKey key, const std::strin
   return result;
 }
 
-bool IsImageFolder(const std::string& folder) {
+/// Only a maintenance log takes some days' images: the choice outlives it, and a backup of the patient
+/// data later in the same session must hold them all.
+bool TakesRecentImages(const app::Application& application, const std::string& folder) {
   constexpr std::size_t kLength = 5;
-  return folder.size() >= kLength && app::SameName(folder.substr(folder.size() - kLength), ".ddo\\");
+  return application.state.CurrentOperation == app::Operation::MaintenanceLogBackup &&
+         application.state.CollectImages == 1 && folder.size() >= kLength &&
+         app::SameName(folder.substr(folder.size() - kLength), ".ddo\\");
 }
 
 }  // namespace
@@ -94,7 +98,7 @@ app::ResultCode RunFolderItems(const JobContext& job, const std::string& section
     if (app::ExpandPathVariable(job.application, item) != app::kDone) return app::kFailed;
     if (item.find(':') == std::string::npos) item = job.application.state.ApplicationRootFolder + item;
     const std::string& staging = job.application.state.StagingFolder;
-    if (IsImageFolder(item) && job.application.state.CollectImages == 1) {
+    if (TakesRecentImages(job.application, item)) {
       job.collectors.CopyRecentImages(staging);
     } else if (CopyFolderByXcopy(job.application, item, staging, section) == app::kDone) {
       result = app::kDone;

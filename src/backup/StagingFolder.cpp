@@ -22,7 +22,7 @@ app::ResultCode RemoveStagingFolder(app::Application& application) {
   host::FileSystem& files = application.host.files;
   files.SetCurrentFolder(application.state.StartupDirectory);  // a current folder cannot be deleted
   std::string& staging = application.state.StagingFolder;
-  if (!staging.empty() && files.FolderExists(staging) && DeleteFolderForced(application, staging) != app::kDone) {
+  if (!staging.empty() && DeleteFolderForced(application, staging) != app::kDone && files.FolderExists(staging)) {
     return app::kFailed;
   }
   staging.clear();

@@ -25,8 +25,10 @@ class TextReader {
  public:
   virtual ~TextReader() = default;
   /// Reads the next line without its end (CR LF or LF; the last line needs none).
-  /// Returns false at the end of the file.
+  /// Returns false at the end of the file, and when it cannot be read on: Failed() then tells which.
   virtual bool ReadLine(std::string& line) = 0;
+  /// Whether reading ended on an error, so that lines may be missing.
+  virtual bool Failed() const = 0;
 };
 
 /// Writes a text file in the system's code page. The file is closed with the object.

@@ -3,6 +3,7 @@
 
 #include "app/External.h"
 #include "app/PathVariables.h"
+#include "backup/Programs.h"
 
 namespace maintenance {
 namespace {
@@ -32,7 +33,10 @@ app::ResultCode ApplyPersonalInfoList(app::Application& application, const backu
                                       const std::string& section) {
   const auto filter = application.host.components.CreatePersonalInfoFilter();
   std::string listDatabase;
-  if (!filter || app::GetPathEntry(application, "DeleteListDB", listDatabase) != app::kDone) return app::kFailed;
+  if (!filter || app::GetPathEntry(application, "DeleteListDB", listDatabase) != app::kDone) {
+    backup::WarnOfLoss(application, "No personal-information filter or no list of patients", section);
+    return app::kFailed;
+  }
   filter->SetListDatabase(listDatabase);
 
   std::int32_t& firstCode = application.state.PersonalInfoResult;
@@ -44,9 +48,11 @@ app::ResultCode ApplyPersonalInfoList(app::Application& application, const backu
     if (item.find(':') == std::string::npos) item = application.state.ApplicationRootFolder + item;
     const bool images = variable == kImageVariable;
     if (images && application.state.CollectImages == 1 && WriteImageRange(application) != app::kDone) {
+      backup::WarnOfLoss(application, "Image range not written: " + item, section);
       return app::kFailed;
     }
     const std::int32_t code = Filter(application, *filter, item, images);
+    if (code != 0) backup::WarnOfLoss(application, "Filter code " + std::to_string(code) + ": " + item, section);
     if (firstCode == 0) firstCode = code;
   }
   return app::kDone;

@@ -45,9 +45,12 @@ app::ResultCode RestoreFolders(app::Application& application, const backup::JobD
     if (item.find(':') == std::string::npos) item = application.state.ApplicationRootFolder + item;
     item = app::WithoutTrailingBackslash(item);
     const std::string parent = app::FolderOf(item);
-    if (application.host.files.FolderExists(parent))
+    if (application.host.files.FolderExists(parent)) {
       backup::CopyFolderByXcopy(application, backup::ArchiveFolder(application) + app::FileNameOf(item), parent,
                                 section);
+    } else {
+      backup::WarnOfLoss(application, "Not restored, no such folder: " + parent, section);
+    }
     return true;
   });
 }

@@ -11,7 +11,7 @@ bool CallCounter::Rule::Covers(const Call& call) const {
 
 bool CallCounter::Fails(const std::string& contract, const std::string& method, const std::string& detail) {
   calls_.push_back({contract, method, detail});
-  bool fails = calls_.size() == failing_;
+  bool fails = calls_.size() >= failFirst_ && calls_.size() <= failLast_;
   for (Rule& rule : rules_) {
     if (!rule.Covers(calls_.back())) continue;
     if (rule.remaining == 0)
@@ -30,7 +30,7 @@ void CallCounter::FailFrom(const std::string& contract, const std::string& metho
 void CallCounter::Reset() {
   calls_.clear();
   rules_.clear();
-  failing_ = 0;
+  failFirst_ = failLast_ = 0;
 }
 
 std::size_t CallCounter::CountOf(const std::string& contract, const std::string& method) const {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -22,7 +23,12 @@ class CallCounter {
   bool Fails(const std::string& contract, const std::string& method, const std::string& detail = {});
 
   /// The call number `n`, counted from 1 over all contracts, fails; 0 for none.
-  void FailCall(std::size_t n) { failing_ = n; }
+  void FailCall(std::size_t n) { failFirst_ = failLast_ = n; }
+  /// The call number `n` fails, and every one after it.
+  void FailEveryCallFrom(std::size_t n) {
+    failFirst_ = n;
+    failLast_ = SIZE_MAX;
+  }
   /// Calls of `contract` and `method` fail from their `n`-th one on, `n` counted from now and from 1; an
   /// empty method stands for all of the contract. Where `detail` is given, only calls that carry it count.
   void FailFrom(const std::string& contract, const std::string& method, std::size_t n = 1,
@@ -44,7 +50,8 @@ class CallCounter {
 
   std::vector<Call> calls_;
   std::vector<Rule> rules_;
-  std::size_t failing_ = 0;
+  std::size_t failFirst_ = 0;
+  std::size_t failLast_ = 0;
 };
 
 }  // namespace fakes

@@ -95,6 +95,7 @@ bool Disk::Format(const std::string& path) {
   if (drive == nullptr || !drive->ready || !drive->writable || InUse(*drive->root)) return false;
   drive->root->children.clear();
   drive->label.clear();
+  Changed();
   return true;
 }
 
@@ -174,6 +175,7 @@ bool Disk::MakeFolder(const std::string& path) {
   folder->name = name;
   folder->isFolder = true;
   parent->children[Fold(name)] = folder;
+  Changed();
   return true;
 }
 
@@ -195,6 +197,7 @@ std::shared_ptr<Entry> Disk::Create(const std::string& path) {
   if (file->name.empty()) file->name = name;
   file->bytes.clear();
   file->attributes |= kArchive;
+  Changed();
   return file;
 }
 
@@ -202,8 +205,12 @@ bool Disk::Append(const std::string& path, Entry& file, const std::string& bytes
   const Drive* drive = FindDrive(Absolute(path));
   if (drive == nullptr || !drive->ready || !drive->writable) return false;
   const auto room = static_cast<std::uint64_t>(FreeSpace(Absolute(path)));
-  file.bytes += bytes.substr(0, static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size())));
-  return room >= bytes.size();
+  const auto taken = static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size()));
+  file.bytes.append(bytes, 0, taken / 2);
+  Changed();
+  file.bytes.append(bytes, taken / 2, taken - taken / 2);
+  Changed();
+  return taken == bytes.size();
 }
 
 bool Disk::Write(const std::string& path, const std::string& bytes) {
@@ -236,6 +243,7 @@ bool Disk::Move(const std::string& source, const std::string& target) {
   from->children.erase(Fold(oldName));
   entry->name = newName;
   to->children[Fold(newName)] = entry;
+  Changed();
   return true;
 }
 
@@ -245,6 +253,7 @@ bool Disk::Remove(const std::string& path) {
   const auto entry = Find(path);
   if (!parent || !entry || InUse(*entry) || IsAtOrBelow(current_, Absolute(path))) return false;
   parent->children.erase(Fold(name));
+  Changed();
   return true;
 }
 

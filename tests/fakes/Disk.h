@@ -6,6 +6,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -43,6 +44,10 @@ struct Drive {
 /// answer bool return false when Windows would refuse.
 class Disk {
  public:
+  /// Runs whenever something has changed, and in the middle of every write: the place to look at what
+  /// a crash at that moment would leave.
+  std::function<void()> afterChange;
+
   Drive& AddDrive(char letter, const std::string& label, std::uint64_t capacity);
   /// The drive of a path such as "D:" or "D:\x"; null when there is none.
   Drive* FindDrive(const std::string& path);
@@ -82,6 +87,9 @@ class Disk {
   std::map<std::string, std::string> Tree(const std::string& folder);
 
  private:
+  void Changed() const {
+    if (afterChange) afterChange();
+  }
   /// The folder that holds or would hold `path`, and the last component. Null when there is none.
   std::shared_ptr<Entry> Parent(const std::string& path, std::string& name);
 

@@ -53,7 +53,8 @@ class FakeTextReader : public host::TextReader, private Reading {
  public:
   using Reading::Reading;
   bool ReadLine(std::string& line) override {
-    if (Fails("TextReader", "ReadLine") || at_ >= Bytes().size()) return false;
+    failed_ = Fails("TextReader", "ReadLine");
+    if (failed_ || at_ >= Bytes().size()) return false;
     const std::size_t end = std::min(Bytes().find('\n', at_), Bytes().size());
     std::string bytes = Bytes().substr(at_, end - at_);
     if (bytes.ends_with('\r')) bytes.pop_back();
@@ -61,6 +62,10 @@ class FakeTextReader : public host::TextReader, private Reading {
     at_ = end + 1;
     return true;
   }
+  bool Failed() const override { return failed_; }
+
+ private:
+  bool failed_ = false;
 };
 
 class FakeBinaryReader : public host::BinaryReader, private Reading {

@@ -69,7 +69,7 @@ class ScriptedOperator {
 
   /// For runs whose course is not known beforehand: what the person does at a form, or
   /// answers to a message, when no step is left in the script. More than `limit` such steps
-  /// fail the test.
+  /// fail the test. With a habit for messages, disks are formatted as the program proposes.
   template <class F>
   void Habit(std::function<void(F&)> step) {
     habits_.push_back(OnForm<F>(std::move(step)));
@@ -80,6 +80,11 @@ class ScriptedOperator {
   /// Everything that was shown, in order.
   const std::vector<ShownMessage>& Messages() const { return messages_; }
   bool WasShown(std::int32_t id) const;
+  /// How many plain message boxes were shown.
+  int PlainMessages() const { return plainMessages_; }
+
+  /// Whether the script was departed from; the test has failed then.
+  bool HasFailed() const { return failed_; }
 
   /// Called by the toolkit, the message dialog and the shell.
   void AtForm(forms::Form& form);
@@ -120,6 +125,7 @@ class ScriptedOperator {
   std::vector<FormStep> habits_;
   std::vector<ShownMessage> messages_;
   int habitual_ = 0;
+  int plainMessages_ = 0;
   bool failed_ = false;
 };
 
@@ -133,6 +139,7 @@ class ScriptedToolkit : public forms::Toolkit {
   int screenWidth = 15360;
   int screenHeight = 11520;
   forms::Pointer pointer = forms::Pointer::Default;
+  std::string font;  ///< by which dialogs are laid out, such as "Tahoma 9"
   /// Names of the forms whose windows exist, in the order of creation.
   std::vector<std::string> windows;
 
@@ -141,6 +148,7 @@ class ScriptedToolkit : public forms::Toolkit {
   void DestroyView(forms::Form& form) override;
   int ScreenWidth() override { return screenWidth; }
   int ScreenHeight() override { return screenHeight; }
+  void SetFont(const std::string& name, std::uint32_t points) override { font = name + " " + std::to_string(points); }
   void SetPointer(forms::Pointer shape) override { pointer = shape; }
   void ShowPlainMessage(const std::string& text, const std::string& title) override;
 

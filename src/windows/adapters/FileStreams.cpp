@@ -18,7 +18,8 @@ constexpr std::size_t kLargestTransfer = 64 * 1024 * 1024;
 bool FileTextReader::Refill() {
   block_.resize(kBlockSize);
   DWORD read = 0;
-  if (ReadFile(file_.Get(), block_.data(), static_cast<DWORD>(block_.size()), &read, nullptr) == FALSE) read = 0;
+  failed_ = ReadFile(file_.Get(), block_.data(), static_cast<DWORD>(block_.size()), &read, nullptr) == FALSE;
+  if (failed_) read = 0;
   block_.resize(read);
   position_ = 0;
   return read > 0;
@@ -35,6 +36,7 @@ bool FileTextReader::ReadLine(std::string& line) {
     ended = end < block_.size();
     position_ = ended ? end + 1 : end;
   } while (!ended && Refill());
+  if (failed_) return false;  // half a line may say something else than the whole one
   if (bytes.ends_with('\r')) bytes.pop_back();
   line = FromCodePage(bytes);
   return true;

@@ -11,6 +11,7 @@ class FileTextReader : public host::TextReader {
  public:
   explicit FileTextReader(Handle file) : file_(std::move(file)) {}
   bool ReadLine(std::string& line) override;
+  bool Failed() const override { return failed_; }
 
  private:
   bool Refill();
@@ -18,6 +19,7 @@ class FileTextReader : public host::TextReader {
   Handle file_;
   std::string block_;
   std::size_t position_ = 0;
+  bool failed_ = false;
 };
 
 /// Each write goes to the system at once, so that its failure is the caller's to see.

@@ -39,6 +39,18 @@ TEST_F(StartUpTest, WithoutInstallationThereIsOnePlainMessage) {
   EXPECT_EQ(host.catalogue.state, fakes::FakeCatalogue::State::Never);
 }
 
+TEST_F(StartUpTest, HelpOpensTheManualOrTheLogSaysThatItCannot) {
+  Dialogs dialogs(false);
+  app::Main(application, dialogs);
+  host.toolkit.HelpRequested();
+  EXPECT_EQ(host.shell.openedDocument, "QXBackupUtility.html");
+  EXPECT_EQ(host.disk.Read(fakes::kLogFile).find("Warning"), std::string::npos);
+  host.calls.FailFrom("Shell", "OpenDocument");
+  host.toolkit.HelpRequested();
+  EXPECT_TRUE(host.disk.Read(fakes::kLogFile).ends_with("Manual not opened : QXBackupUtility.html\r\n"));
+  EXPECT_TRUE(host.person.Messages().empty());
+}
+
 // Each failure is tried with all later ones in place too, so that the order shows.
 TEST(StartUpOrder, TheFirstFailureIsShownAndHalts) {
   const struct {

@@ -97,12 +97,14 @@ TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
             "CMD /C xcopy \"C:\\Tarsus\\Explain\" \"C:\\Work\\Explain\\\" /S /Y");
 }
 
-TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenImagesAreWanted) {
+// The choice outlives the maintenance log, and must not thin out a backup after it.
+TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenAMaintenanceLogWantsImages) {
   host.disk.Write("C:\\Tarsus\\Image\\a.DDO\\1.dat", "x");
   LoadSection("LOG_BACKUP", {"Folder=Image\\a.DDO"});
+  application.state.CollectImages = 1;
   EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kDone);
   EXPECT_EQ(Staged(), Names{"a.DDO\\1.dat"});
-  application.state.CollectImages = 1;
+  application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
   EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kStopped);
   EXPECT_EQ(collectors.asked, Names{"images to C:\\Work\\"});
 }

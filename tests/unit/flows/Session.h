@@ -57,6 +57,8 @@ struct Session : fakes::FakeHost {
 
   /// The program, from start-up to exit. Checks what holds at every exit.
   void Run();
+  /// The same without the checks, for a program that is hit by faults.
+  void RunUnchecked();
 
   /// Files of the host system that the session has changed, added or removed, but for the
   /// program's log, the compacted databases and what the jobs' programs write.
