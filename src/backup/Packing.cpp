@@ -7,6 +7,7 @@
 #include "app/External.h"
 #include "app/Log.h"
 #include "app/WindowsPath.h"
+#include "backup/CabinetCheck.h"
 #include "backup/FileOperations.h"
 #include "backup/Programs.h"
 #include "backup/StagingFolder.h"
@@ -30,14 +31,18 @@ std::string ArgumentList(const std::vector<host::FolderEntry>& entries) {
   return list;
 }
 
-app::ResultCode RunArchiver(app::Application& application, const std::string& archiveName, const std::string& list) {
+/// Packs what `list` names, `files` files in all, into an archive in the staging folder.
+app::ResultCode RunArchiver(app::Application& application, const std::string& archiveName, const std::string& list,
+                            std::size_t files) {
   const std::string command = kPackCommand + archiveName + ".cab" + list;
   if (WideLength(command) > kLongestCommandLine) {
     app::WriteLog(application, 1, app::LogLevel::Error,
                   "Too many files for one command line: cabarc (" + archiveName + ")");
     return app::kFailed;
   }
-  return RunProgram(application, command, archiveName).started ? app::kDone : app::kFailed;
+  if (!RunProgram(application, command, archiveName).started) return app::kFailed;
+  WarnUnlessWhole(application, application.state.StagingFolder + archiveName + ".cab", files, archiveName);
+  return app::kDone;
 }
 
 app::ResultCode MoveToArchiveFolder(app::Application& application, const std::string& archive) {
@@ -72,7 +77,8 @@ app::ResultCode PackCategory(app::Application& application, const std::string& a
   if (!inStaging.Entered() || application.host.files.List(staging, "*", entries) != 0) return app::kFailed;
   const std::string list = ArgumentList(entries);
   if (list.empty()) return app::kStopped;
-  if (RunArchiver(application, archiveName, list) != app::kDone) return app::kFailed;
+  const std::size_t files = CountFiles(application, staging, kArchiveFolderName);
+  if (RunArchiver(application, archiveName, list, files) != app::kDone) return app::kFailed;
   if (MoveToArchiveFolder(application, staging + archiveName + ".cab") != app::kDone) return app::kFailed;
   if (EmptyFolder(application, staging, kArchiveFolderName) != app::kDone) {
     WarnOfLoss(application, "Staging folder not emptied: " + staging, archiveName);
@@ -89,7 +95,7 @@ app::ResultCode JoinArchives(app::Application& application, const std::string& n
   if (archives->empty()) return app::kStopped;
   std::string list;
   for (const std::string& archive : *archives) list += " " + CommandArgument(archive);
-  if (RunArchiver(application, name, list) != app::kDone ||
+  if (RunArchiver(application, name, list, archives->size()) != app::kDone ||
       MoveToArchiveFolder(application, staging + name + ".cab") != app::kDone)
     return app::kFailed;
   const auto withoutEnding = [](const std::string& file) { return file.substr(0, file.rfind('.')); };

@@ -1,11 +1,10 @@
 // Bringing archives in: joining the pieces of a floppy set, and unpacking.
 #include "restore/Archives.h"
 
-#include <vector>
-
 #include "app/External.h"
 #include "app/WindowsPath.h"
 #include "backup/ArchivePieces.h"
+#include "backup/CabinetCheck.h"
 #include "backup/FileOperations.h"
 #include "backup/Programs.h"
 #include "backup/StagingFolder.h"
@@ -34,9 +33,11 @@ app::ResultCode CopyIntoStaging(app::Application& application, const std::string
   return files.FileSize(staging + app::FileNameOf(file)) == files.FileSize(file) ? app::kDone : app::kFailed;
 }
 
-bool HoldsAnything(app::Application& application, const std::string& folder) {
-  std::vector<host::FolderEntry> entries;
-  return application.host.files.List(folder, "*", entries) == 0 && !entries.empty();
+/// Whether the archive folder holds something, and no fewer files than the archive says that it has.
+bool CameOutWhole(app::Application& application, const std::string& archive) {
+  const std::size_t files = backup::CountFiles(application, backup::ArchiveFolder(application));
+  const auto header = backup::ReadCabinetHeader(application, archive);
+  return files > 0 && header && files >= header->files;
 }
 
 }  // namespace
@@ -68,7 +69,7 @@ app::ResultCode ExtractArchive(app::Application& application, const std::string&
   const std::string name = app::FileNameOf(archive);
   const std::string command = kUnpackCommand + name + ".cab " + backup::kArchiveFolderName;
   if (!backup::RunProgram(application, command, name).Succeeded()) return app::kFailed;
-  return HoldsAnything(application, archiveFolder) ? app::kDone : app::kFailed;
+  return CameOutWhole(application, application.state.StagingFolder + name + ".cab") ? app::kDone : app::kFailed;
 }
 
 }  // namespace restore

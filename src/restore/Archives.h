@@ -24,8 +24,8 @@ app::ResultCode JoinPieces(app::Application& application, std::int32_t count);
 
 /// Unpacks `archive`, a path without ".cab", into the archive folder, which is created where it is
 /// missing. kStepFailed when the copy into the staging folder says so; kFailed when that copy fails
-/// otherwise or is short, or when the archiver cannot be started, reports a failure or leaves nothing:
-/// half of an archive must not replace the data it was made from.
+/// otherwise or is short, or when the archiver cannot be started, reports a failure or leaves fewer files
+/// than the archive says that it has: half of an archive must not replace the data it was made from.
 app::ResultCode ExtractArchive(app::Application& application, const std::string& archive, bool copyFirst);
 
 }  // namespace restore

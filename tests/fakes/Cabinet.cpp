@@ -5,7 +5,19 @@
 namespace fakes {
 namespace {
 
-constexpr const char* kMark = "CABINET\n";
+constexpr std::size_t kHeaderSize = 36;
+
+// A number of `width` bytes, the lowest first.
+std::string Number(std::size_t number, std::size_t width) {
+  std::string bytes;
+  for (; width > 0; --width, number >>= 8) bytes += static_cast<char>(number & 0xFF);
+  return bytes;
+}
+
+// The fields of a real cabinet's header that somebody may look at: signature, size, number of files.
+std::string Header(std::size_t size, std::size_t files) {
+  return "MSCF" + Number(0, 4) + Number(size, 4) + Number(0, 16) + Number(files, 2) + Number(0, 6);
+}
 
 // A length in decimal, a line feed, then that many bytes.
 void AddText(std::string& cabinet, const std::string& text) {
@@ -25,24 +37,26 @@ std::optional<std::string> TakeText(const std::string& cabinet, std::size_t& at)
 }  // namespace
 
 std::string MakeCabinet(const CabinetContents& contents) {
-  std::string cabinet = kMark;
+  std::string body;
   for (const auto& [path, bytes] : contents) {
-    AddText(cabinet, path);
-    AddText(cabinet, bytes);
+    AddText(body, path);
+    AddText(body, bytes);
   }
-  return cabinet + "END";
+  body += "END";
+  return Header(kHeaderSize + body.size(), contents.size()) + body;
 }
 
 std::optional<CabinetContents> ReadCabinet(const std::string& bytes) {
-  if (!bytes.starts_with(kMark)) return std::nullopt;
+  if (bytes.size() < kHeaderSize) return std::nullopt;
   CabinetContents contents;
-  std::size_t at = std::string(kMark).size();
+  std::size_t at = kHeaderSize;
   while (bytes.substr(at) != "END") {
     const auto path = TakeText(bytes, at);
     const auto file = path ? TakeText(bytes, at) : std::nullopt;
     if (!file) return std::nullopt;
     contents[*path] = *file;
   }
+  if (!bytes.starts_with(Header(bytes.size(), contents.size()))) return std::nullopt;
   return contents;
 }
 

@@ -1,5 +1,5 @@
 // The imaginary cabinets that the imaginary cabarc makes. The format is the
-// fakes' own; a cabinet that was cut, padded or joined wrongly is not read.
+// fakes' own behind a real cabinet's header; a cabinet that was cut, padded or joined wrongly is not read.
 #pragma once
 
 #include <map>
