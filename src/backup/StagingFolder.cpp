@@ -14,7 +14,7 @@ std::string CreateStagingFolder(app::Application& application) {
   const std::string stamp = app::FormatShortStamp(application.host.clock.Now());
   std::string& staging = application.state.StagingFolder;
   staging = app::WithTrailingBackslash(temporary) + stamp + "\\";
-  if (!files.FolderExists(staging) && files.MakeFolder(staging) != 0) staging.clear();
+  if (!files.FolderExists(staging) && files.MakePrivateFolder(staging) != 0) staging.clear();
   return staging;
 }
 

@@ -91,6 +91,9 @@ class FileSystem {
   virtual std::int32_t ClearAttributes(const std::string& path) = 0;
   /// Creates one folder; its parent must exist and it must not.
   virtual std::int32_t MakeFolder(const std::string& path) = 0;
+  /// The same, for data that others must not read: with what comes into it later, the folder is open to the
+  /// signed-in Windows user, the administrators and the system alone, where the file system knows rights.
+  virtual std::int32_t MakePrivateFolder(const std::string& path) = 0;
 
   /// The process's current folder, without a trailing "\" unless it is a root.
   virtual std::string CurrentFolder() = 0;

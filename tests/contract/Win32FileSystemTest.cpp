@@ -1,6 +1,8 @@
 // The real file system keeps the contract.
 #include "windows/adapters/Win32FileSystem.h"
 
+#include <aclapi.h>
+
 #include "contract/FileSystemContract.h"
 #include "windows/adapters/ApiPath.h"
 #include "windows/adapters/Win32.h"
@@ -48,6 +50,37 @@ TEST_P(Win32FileSystemTest, LongPathsWork) {
   EXPECT_EQ(Contents(At("up.txt")), "deep");
   EXPECT_EQ(Files().RemoveFolder(At(std::string(40, 'a'))), 0);
   EXPECT_EQ(Names(At("")), std::vector<std::string>{"up.txt"});
+}
+
+/// Whether the access list of `path` names everybody, as that of an ordinary folder does here.
+bool IsOpenToEverybody(const std::string& path) {
+  ACL* list = nullptr;
+  void* descriptor = nullptr;
+  const std::wstring name = windows::ApiPath(path);
+  EXPECT_EQ(GetNamedSecurityInfoW(name.c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list,
+                                  nullptr, &descriptor),
+            ERROR_SUCCESS);
+  std::byte everybody[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof everybody;
+  EXPECT_TRUE(CreateWellKnownSid(WinWorldSid, nullptr, everybody, &size));
+  bool open = false;
+  for (DWORD i = 0; list != nullptr && i < list->AceCount; ++i) {
+    void* entry = nullptr;
+    GetAce(list, i, &entry);
+    open = open || EqualSid(&static_cast<ACCESS_ALLOWED_ACE*>(entry)->SidStart, everybody);
+  }
+  LocalFree(descriptor);
+  return open;
+}
+
+TEST_P(Win32FileSystemTest, PrivateFoldersAreClosedToOthers) {
+  ASSERT_EQ(Files().MakeFolder(At("ordinary")), 0);
+  ASSERT_EQ(Files().MakePrivateFolder(At("private")), 0);
+  EXPECT_EQ(Files().MakePrivateFolder(At("private")), -1);
+  Put(At("private\\x.txt"), "mine");
+  EXPECT_EQ(Contents(At("private\\x.txt")), "mine");
+  EXPECT_TRUE(IsOpenToEverybody(At("ordinary")));
+  EXPECT_FALSE(IsOpenToEverybody(At("private")));
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
-// Drives, the clock, the shell's folders.
+// Drives, the clock, the shell.
 #include <gtest/gtest.h>
 
+#include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Text.h"
+#include "windows/adapters/Win32.h"
 #include "windows/adapters/Win32Clock.h"
 #include "windows/adapters/Win32Drives.h"
 #include "windows/adapters/Win32FileSystem.h"
@@ -48,6 +51,23 @@ TEST(Win32Shell, CopiesIntoAFolder) {
   EXPECT_EQ(shell.CopyWithProgress(folder + "\\\\FDDivide001", folder + "\\to\\", "Copying"), 0);
   EXPECT_EQ(files.FileSize(folder + "\\to\\FDDivide001"), 5);
   EXPECT_EQ(files.RemoveFolder(folder), 0);
+}
+
+// A batch file stands for a document here: it leaves a trace of having been opened.
+TEST(Win32Shell, OpensWhatStandsBesideTheProgram) {
+  windows::Win32FileSystem files;
+  windows::Win32Shell shell;
+  EXPECT_FALSE(shell.OpenDocument("missing.html"));
+
+  const std::string document = windows::Utf8(windows::ProgramFolder()) + "shell-test.bat";
+  const std::string trace = files.TemporaryFolder() + "shell-test.txt";
+  files.RemoveFile(trace);
+  EXPECT_EQ(files.CreateText(document)->Write("@echo opened>\"" + trace + "\"\r\n"), 0);
+  EXPECT_TRUE(shell.OpenDocument("shell-test.bat"));
+  for (int wait = 0; wait < 500 && files.FileSize(trace) <= 0; ++wait) Sleep(20);
+  EXPECT_GT(files.FileSize(trace), 0);
+  EXPECT_EQ(files.RemoveFile(document), 0);
+  EXPECT_EQ(files.RemoveFile(trace), 0);
 }
 
 }  // namespace

@@ -212,6 +212,10 @@ std::int32_t FakeFileSystem::MakeFolder(const std::string& path) {
   return Answer("MakeFolder", path, [&] { return disk_.MakeFolder(path); });
 }
 
+std::int32_t FakeFileSystem::MakePrivateFolder(const std::string& path) {
+  return Answer("MakePrivateFolder", path, [&] { return disk_.MakeFolder(path); });
+}
+
 std::int32_t FakeFileSystem::SetCurrentFolder(const std::string& path) {
   return Answer("SetCurrentFolder", path, [&] { return disk_.SetCurrentFolder(path); });
 }

@@ -5,6 +5,7 @@
 #include "windows/adapters/ApiPath.h"
 #include "windows/adapters/FileStreams.h"
 #include "windows/adapters/FileTree.h"
+#include "windows/adapters/PrivateFolder.h"
 #include "windows/adapters/Results.h"
 #include "windows/adapters/Text.h"
 
@@ -136,6 +137,10 @@ std::int32_t Win32FileSystem::ClearAttributes(const std::string& path) {
 
 std::int32_t Win32FileSystem::MakeFolder(const std::string& path) {
   return ResultOf(CreateDirectoryW(ApiPath(path).c_str(), nullptr));
+}
+
+std::int32_t Win32FileSystem::MakePrivateFolder(const std::string& path) {
+  return ResultOf(CreatePrivateFolder(ApiPath(path)));
 }
 
 std::string Win32FileSystem::CurrentFolder() {

@@ -23,6 +23,7 @@ class Win32FileSystem : public host::FileSystem {
   std::int32_t CopyTo(const std::string& source, const std::string& target) override;
   std::int32_t ClearAttributes(const std::string& path) override;
   std::int32_t MakeFolder(const std::string& path) override;
+  std::int32_t MakePrivateFolder(const std::string& path) override;
   std::string CurrentFolder() override;
   std::int32_t SetCurrentFolder(const std::string& path) override;
   std::string TemporaryFolder() override;

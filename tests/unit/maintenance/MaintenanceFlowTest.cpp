@@ -149,7 +149,7 @@ const Failure kCollectionFailures[] = {
     {"nothing to pack",
      [](MaintenanceSession& s) {
        s.WriteLines("C:\\Tarsus\\System\\BackupList.ini", {"[PERSONALINFOPROTECTION]"});
-       s.calls.FailFrom("FileSystem", "MakeFolder", 2);  // no export folder either
+       s.calls.FailFrom("FileSystem", "MakeFolder");  // no export folder either
      },
      {60471}},
     {"archiver missing", [](MaintenanceSession& s) { s.disk.Remove("C:\\Tarsus\\Backup\\cabarc.exe"); }, {60471}},
