@@ -14,7 +14,7 @@ source scripts/common.sh
 root=$PWD
 
 common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils procps
-        sqlite3 bzip2 cabextract gcab fonts-wine fonts-liberation ca-certificates)
+        sqlite3 bzip2 cabextract gcab nsis fonts-wine fonts-liberation ca-certificates python3-markdown)
 i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
 x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
 

@@ -4,19 +4,28 @@
 
 demo="$root/reference-host/demo"
 
-# Lays out the workstation's files in $1, the folder that becomes C:\Tarsus,
-# from the Windows build in build/windows/bin.
-lay_out_workstation() {
-  local target=$1 bin="$root/build/windows/bin"
+# Lays out the host's files in $1, the folder that becomes C:\Tarsus, with the executables of the
+# folder $2.
+lay_out_host() {
+  local target=$1 bin=$2
   rm -rf "$target"
   mkdir -p "$target/Program" "$target/System"
   "$root/build/native/bin/demo-data" "$target" "${demo_megabytes:-12}" >/dev/null
   cp -r "$demo/System/." "$target/System/"
   install_ansi "$demo"/System/*.ini "$target/System/"
   "$demo/databases/build.sh" "$target"
-  cp "$bin"/{QXBackupUtility,cabarc}.exe "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
+  cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
+  cp "$bin"/{cabarc,QXHostCheck}.exe "$target/Program/"
   cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry,ExportTable}.exe "$target/System/"
   cp -r "$demo/Temp" "$target/"
+}
+
+# The same with the program and its manual, from the Windows build in build/windows.
+lay_out_workstation() {
+  local bin="$root/build/windows/bin"
+  lay_out_host "$1" "$bin"
+  cp "$bin/QXBackupUtility.exe" "$1/Program/"
+  "$root/docs/manual/build.sh" "$1/Program/QXBackupUtility.html"
 }
 
 # Copies text files into a folder in the code page and with the line ends that

@@ -6,8 +6,8 @@
 #include <atomic>
 #include <memory>
 
+#include "common/ServerUse.h"
 #include "components/Component.h"
-#include "components/ServerUse.h"
 
 namespace components {
 
@@ -33,7 +33,7 @@ class Object final : public IDispatch {
  private:
   ~Object() = default;
 
-  ServerUse use_;
+  reference::ServerUse use_;
   std::atomic<ULONG> references_{1};
   std::unique_ptr<Component> component_;
 };

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "components/ServerUse.h"
+#include "common/ServerUse.h"
 
 namespace dataaccess {
 
@@ -77,7 +77,7 @@ class AutomationObject : public IDispatch {
 
   std::span<const Member> members_;
   std::atomic<ULONG> references_{1};
-  components::ServerUse use_;
+  reference::ServerUse use_;
 };
 
 void SetText(VARIANT& result, const std::string& utf8);

@@ -3,14 +3,10 @@
 
 #include <string>
 
+#include "windows/adapters/ApiPath.h"
+
 namespace windows {
 namespace {
-
-std::wstring ProgramFolder() {
-  std::wstring path(32768, L'\0');
-  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
-  return path.substr(0, path.rfind(L'\\') + 1);
-}
 
 std::wstring SystemFolder() {
   std::wstring path(MAX_PATH, L'\0');
@@ -34,8 +30,10 @@ HMODULE Load(const wchar_t* fileName) {
 
 HostLibrary::HostLibrary(const wchar_t* fileName) : library_(Load(fileName)) {}
 
-FARPROC HostLibrary::Address(const char* exportName) const {
-  return library_ == nullptr ? nullptr : GetProcAddress(library_.get(), exportName);
+FARPROC HostLibrary::Address(const char* exportName) {
+  const FARPROC address = library_ == nullptr ? nullptr : GetProcAddress(library_.get(), exportName);
+  exports_.push_back({exportName, address != nullptr});
+  return address;
 }
 
 }  // namespace windows

@@ -2,6 +2,8 @@
 // there is a normal answer: the program then reports it like a failed call.
 #pragma once
 
+#include <vector>
+
 #include "windows/adapters/Handles.h"
 
 namespace windows {
@@ -14,14 +16,23 @@ class HostLibrary {
 
   /// Sets `function` to the export of exactly that name, or to null.
   template <typename Function>
-  void Find(const char* exportName, Function*& function) const {
+  void Find(const char* exportName, Function*& function) {
     function = reinterpret_cast<Function*>(reinterpret_cast<void*>(Address(exportName)));
   }
 
+  struct Export {
+    const char* name;
+    bool found;
+  };
+  /// What was looked for so far, in that order: an installation is examined by it.
+  const std::vector<Export>& Exports() const { return exports_; }
+  bool IsLoaded() const { return library_ != nullptr; }
+
  private:
-  FARPROC Address(const char* exportName) const;
+  FARPROC Address(const char* exportName);
 
   Library library_;
+  std::vector<Export> exports_;
 };
 
 }  // namespace windows

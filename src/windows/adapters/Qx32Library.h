@@ -9,6 +9,7 @@ namespace windows {
 class Qx32Library : public host::QX32 {
  public:
   Qx32Library();
+  const HostLibrary& Library() const { return library_; }
 
   std::int32_t GetString(const std::string& name, std::size_t capacity, std::string& value) override;
   std::int32_t RegGetKeySZ(const std::string& name, std::string& value) override;

@@ -9,6 +9,7 @@ namespace windows {
 class Qx32libLibrary : public host::QX32lib {
  public:
   Qx32libLibrary();
+  const HostLibrary& Library() const { return library_; }
 
   std::int32_t SysDBConnect(const std::string& connection) override;
   std::int32_t SysDBReadszValue(const std::string& group, const std::string& name, std::string& value) override;

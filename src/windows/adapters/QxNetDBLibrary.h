@@ -9,6 +9,7 @@ namespace windows {
 class QxNetDBLibrary : public host::QXNetDB {
  public:
   QxNetDBLibrary();
+  const HostLibrary& Library() const { return library_; }
 
   std::int32_t Connect(const std::string& location) override;
   std::int32_t GetEquip(const std::string& kind, std::vector<std::int32_t>& numbers) override;

@@ -1,7 +1,7 @@
 // Whether the component server is in use, which decides whether COM may unload it.
 #pragma once
 
-namespace components {
+namespace reference {
 
 /// Keeps the server loaded for as long as it lives.
 class ServerUse {
@@ -16,4 +16,4 @@ class ServerUse {
   static bool Any();
 };
 
-}  // namespace components
+}  // namespace reference

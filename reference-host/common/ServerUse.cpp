@@ -1,8 +1,9 @@
-#include "components/ServerUse.h"
+// Counts what keeps a component server loaded.
+#include "common/ServerUse.h"
 
 #include <atomic>
 
-namespace components {
+namespace reference {
 namespace {
 
 // One number per loaded server: COM asks the DLL as a whole, not an object.
@@ -25,4 +26,4 @@ bool ServerUse::Any() {
   return uses != 0;
 }
 
-}  // namespace components
+}  // namespace reference

@@ -1,0 +1,118 @@
+; What both packages share. The script that includes it defines
+;   PRODUCT      the name that people read
+;   KEY          the name of its entry in the list of installed programs
+;   DESCRIPTION  one line
+;   UNINSTALLER  file name of the uninstaller in $INSTDIR
+; and build.sh hands in BIN (the folder of the executables), MANUAL (the manual's file) and PACKAGES (where the
+; package goes).
+;
+; Exit codes of a silent run, installer and uninstaller alike; the numbers are Windows' own:
+;   0    done
+;   2    a file could not be written, or the run was stopped
+;   32   a file of the installation is in use: the program runs
+;   87   an option is wrong
+;   183  the reference host alone: this machine has a host system already
+;   740  administrator's rights are missing
+
+Unicode true
+!ifdef AMD64
+Target amd64-unicode
+!define PROGRAMS_FOLDER $PROGRAMFILES64
+!else
+!define PROGRAMS_FOLDER $PROGRAMFILES32
+!endif
+ManifestDPIAware true
+ManifestSupportedOS all
+RequestExecutionLevel admin
+; A second for the build; the better method takes twenty and halves the demonstration alone.
+SetCompressor /SOLID zlib
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+
+; The executable's own version is the package's.
+!ifndef VERSION
+!getdllversion "${BIN}/QXBackupUtility.exe" VERSION_
+!define VERSION "${VERSION_1}.${VERSION_2}.${VERSION_3}"
+!endif
+
+!define PUBLISHER "QXBackupUtility developers"
+!define UNINSTALL_KEY "Software\Microsoft\Windows\CurrentVersion\Uninstall\${KEY}"
+; The host system's key, which the host's library reads too.
+!define HOST_KEY "SOFTWARE\Orvantis\TARSUS"
+
+Name "${PRODUCT}"
+Caption "${PRODUCT} ${VERSION} Setup"
+BrandingText "${PRODUCT} ${VERSION}"
+VIProductVersion "${VERSION}.0"
+VIAddVersionKey ProductName "${PRODUCT}"
+VIAddVersionKey ProductVersion "${VERSION}"
+VIAddVersionKey FileVersion "${VERSION}"
+VIAddVersionKey FileDescription "${DESCRIPTION}"
+VIAddVersionKey LegalCopyright "${PUBLISHER}"
+ShowInstDetails hide
+ShowUninstDetails hide
+
+!define MUI_ICON "../src/windows/resources/QXBackupUtility.ico"
+!define MUI_UNICON "../src/windows/resources/QXBackupUtility.ico"
+!define MUI_ABORTWARNING
+
+; Ends the run with a message, or silently with the exit code alone.
+!macro Refuse CODE MESSAGE
+  MessageBox MB_OK|MB_ICONSTOP "${MESSAGE}" /SD IDOK
+  SetErrorLevel ${CODE}
+  Quit
+!macroend
+
+; At the start of installer and uninstaller.
+!macro Begin
+  SetShellVarContext all
+  UserInfo::GetAccountType
+  Pop $0
+  ${If} $0 != "Admin"
+    !insertmacro Refuse 740 "Installing and removing ${PRODUCT} needs administrator's rights."
+  ${EndIf}
+!macroend
+
+; Windows lets nobody write to a program that runs, or to a library that is loaded.
+!macro RefuseWhileInUse FILE
+  ${If} ${FileExists} "${FILE}"
+    ClearErrors
+    FileOpen $0 "${FILE}" a
+    ${If} ${Errors}
+      !insertmacro Refuse 32 "${FILE} is in use. Close it, then start again. Nothing was changed."
+    ${EndIf}
+    FileClose $0
+  ${EndIf}
+!macroend
+
+; After the files: a silent run passes over a file that cannot be written, and must not count as done.
+!macro RequireWritten
+  ${If} ${Errors}
+    SetErrorLevel 2
+    Abort "A file could not be written to $INSTDIR."
+  ${EndIf}
+!macroend
+
+; ICON is a file name in $INSTDIR, SIZE the kilobytes that were installed.
+!macro EnterInList ICON SIZE
+  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayName "${PRODUCT}"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayVersion "${VERSION}"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" Publisher "${PUBLISHER}"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" DisplayIcon "$INSTDIR\${ICON}"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" Comments "${DESCRIPTION}"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" InstallLocation "$INSTDIR"
+  WriteRegStr HKLM "${UNINSTALL_KEY}" UninstallString '"$INSTDIR\${UNINSTALLER}"'
+  WriteRegStr HKLM "${UNINSTALL_KEY}" QuietUninstallString '"$INSTDIR\${UNINSTALLER}" /S'
+  WriteRegDWORD HKLM "${UNINSTALL_KEY}" EstimatedSize "${SIZE}"
+  WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoModify 1
+  WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoRepair 1
+!macroend
+
+; At the end of the uninstaller. Other programs may live in the folder: it goes only when it is empty.
+!macro LeaveList
+  Delete "$INSTDIR\${UNINSTALLER}"
+  RMDir "$INSTDIR"
+  DeleteRegKey HKLM "${UNINSTALL_KEY}"
+!macroend

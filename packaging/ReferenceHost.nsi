@@ -1,0 +1,89 @@
+; The reference host's package: a stand-in for the host system, with made-up patients, to see and try the
+; program on a machine that has no host system. It refuses a machine that has one.
+;
+; build.sh hands in STAGE (the folder with everything that goes to C:\Tarsus) and FILES (a list of what is
+; in it, as instructions that delete it).
+;
+; Its path table, databases and scripts name C:\Tarsus, so there is no other folder.
+
+!define PRODUCT "Tarsus reference host (demonstration)"
+!define KEY "TarsusReferenceHost"
+!define DESCRIPTION "Demonstration of the host system, for QXBackupUtility"
+!define UNINSTALLER "ReferenceHost-uninstall.exe"
+!include Package.nsh
+OutFile "${PACKAGES}/ReferenceHost-${VERSION}-demonstration-setup.exe"
+
+!define SHORTCUTS "$SMPROGRAMS\Tarsus reference host (demonstration)"
+!define COMPONENTS "$INSTDIR\Program\TarsusComponents.dll"
+!define DATA_ACCESS "$INSTDIR\Program\TarsusDataAccess.dll"
+
+!define MUI_WELCOMEPAGE_TITLE "A demonstration, not the host system"
+!define MUI_WELCOMEPAGE_TEXT "This installs a stand-in for the host system, with made-up patients, in C:\Tarsus. With \
+it QXBackupUtility can be tried on a computer that has no host system.$\r$\n$\r$\nNever install it on a \
+workstation that is used for patients."
+!insertmacro MUI_PAGE_WELCOME
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE English
+
+Section "Demonstration" SectionHost
+  !insertmacro RefuseWhileInUse "$INSTDIR\System\Tarsus.exe"
+  !insertmacro RefuseWhileInUse "$INSTDIR\Program\QX32.dll"
+  !insertmacro RefuseWhileInUse "${COMPONENTS}"
+  SetOutPath "$INSTDIR"
+  ClearErrors
+  File /r "${STAGE}/*"
+  File "/oname=THIS IS A DEMONSTRATION.txt" "Demonstration.txt"
+  InitPluginsDir
+  File "/oname=$PLUGINSDIR\host.reg" "../reference-host/demo/registry.reg"
+  WriteUninstaller "$INSTDIR\${UNINSTALLER}"
+  !insertmacro RequireWritten
+  nsExec::Exec '"$SYSDIR\reg.exe" import "$PLUGINSDIR\host.reg"'
+  Pop $0
+  RegDLL "${COMPONENTS}"
+  ${If} $0 != 0
+  ${OrIf} ${Errors}
+    SetErrorLevel 2
+    Abort "The host's settings or components could not be registered."
+  ${EndIf}
+  ; Answers that it will not, and changes nothing, on a machine with a data access of its own.
+  RegDLL "${DATA_ACCESS}"
+  CreateDirectory "${SHORTCUTS}"
+  CreateShortcut "${SHORTCUTS}\Tarsus.lnk" "$INSTDIR\System\Tarsus.exe"
+  CreateShortcut "${SHORTCUTS}\About the demonstration.lnk" "$INSTDIR\THIS IS A DEMONSTRATION.txt"
+  SectionGetSize ${SectionHost} $1
+  !insertmacro EnterInList "System\Tarsus.exe" $1
+SectionEnd
+
+Function .onInit
+  StrCpy $INSTDIR "C:\Tarsus"
+  !insertmacro Begin
+  ReadRegStr $0 HKLM "${UNINSTALL_KEY}" InstallLocation
+  ReadRegStr $1 HKLM "${HOST_KEY}" PathAppl
+  ${If} $0 == ""
+    ${If} $1 != ""
+    ${OrIf} ${FileExists} "$INSTDIR\*.*"
+      !insertmacro Refuse 183 "This computer has a host system. The demonstration must not be installed beside it."
+    ${EndIf}
+  ${EndIf}
+FunctionEnd
+
+Function un.onInit
+  !insertmacro Begin
+FunctionEnd
+
+Section Uninstall
+  !insertmacro RefuseWhileInUse "$INSTDIR\System\Tarsus.exe"
+  !insertmacro RefuseWhileInUse "$INSTDIR\Program\QX32.dll"
+  UnRegDLL "${DATA_ACCESS}"
+  UnRegDLL "${COMPONENTS}"
+  !include "${FILES}"
+  Delete "$INSTDIR\THIS IS A DEMONSTRATION.txt"
+  Delete "${SHORTCUTS}\*.lnk"
+  RMDir "${SHORTCUTS}"
+  DeleteRegKey HKLM "${HOST_KEY}"
+  DeleteRegKey /ifempty HKLM "SOFTWARE\Orvantis"
+  !insertmacro LeaveList
+SectionEnd
