@@ -61,6 +61,7 @@ Section "Program" SectionProgram
   SetOutPath "$INSTDIR"
   ClearErrors
   File "${BIN}/QXBackupUtility.exe"
+  File "${BIN}/QXHostCheck.exe"
   File "/oname=QXBackupUtility.html" "${MANUAL}"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
@@ -100,7 +101,7 @@ Section "-List"
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
-  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program and its manual."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program, its manual, and QXHostCheck, which tells what the host system lacks."
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionArchiver} \
     "Packs the data. For computers that have no cabarc.exe of their own."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
@@ -171,6 +172,7 @@ Section Uninstall
   ${EndIf}
   Delete "${PROGRAM}"
   Delete "$INSTDIR\QXBackupUtility.html"
+  Delete "$INSTDIR\QXHostCheck.exe"
   Delete "${SHORTCUT}"
   !insertmacro LeaveList
 SectionEnd

@@ -18,13 +18,6 @@ common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils proc
 i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
 x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
 
-installed() {
-  local package
-  for package in "$@"; do
-    dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null | grep -q '^installed' || return 1
-  done
-}
-
 # A sources list that names this machine's own archive and its plain release
 # suite alone: the i386 index of the security suite is at times out of step
 # with the amd64 one, and apt then refuses the whole i386 set.

@@ -15,16 +15,16 @@ lay_out_host() {
   install_ansi "$demo"/System/*.ini "$target/System/"
   "$demo/databases/build.sh" "$target"
   cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
-  cp "$bin"/{cabarc,QXHostCheck}.exe "$target/Program/"
+  cp "$bin/cabarc.exe" "$target/Program/"
   cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry,ExportTable}.exe "$target/System/"
   cp -r "$demo/Temp" "$target/"
 }
 
-# The same with the program and its manual, from the Windows build in build/windows.
+# The same with what the program's own package holds, from the Windows build in build/windows.
 lay_out_workstation() {
   local bin="$root/build/windows/bin"
   lay_out_host "$1" "$bin"
-  cp "$bin/QXBackupUtility.exe" "$1/Program/"
+  cp "$bin"/{QXBackupUtility,QXHostCheck}.exe "$1/Program/"
   "$root/docs/manual/build.sh" "$1/Program/QXBackupUtility.html"
 }
 

@@ -88,7 +88,7 @@ class Installer : public EndToEndTest {
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   ASSERT_EQ(InstallProgram(), 0U);
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html",
+  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
                                            "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());

@@ -7,7 +7,15 @@ namespace {
 
 using SignIn = EndToEndTest;
 
-TEST_F(SignIn, EachRightEnablesItsButtons) {
+/// What somebody with a tool for it can do to a button that the program has disabled.
+void Force(const Window& dialog, int button) {
+  const HWND window = GetDlgItem(dialog.Handle(), button);
+  EnableWindow(window, TRUE);
+  PostMessageW(window, BM_CLICK, 0, 0);
+  PostMessageW(dialog.Handle(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(window));
+}
+
+TEST_F(SignIn, EachRightEnablesItsButtonsAndNoForceTheOthers) {
   const struct {
     const User& user;
     bool backup, restore;
@@ -20,6 +28,10 @@ TEST_F(SignIn, EachRightEnablesItsButtons) {
     EXPECT_EQ(menu.IsEnabled(ID_frmMainMenu_cmdMenu0), right.backup);
     EXPECT_EQ(menu.IsEnabled(ID_frmMainMenu_cmdMenu1), right.restore);
     EXPECT_EQ(menu.IsEnabled(ID_frmMainMenu_cmdMenu2), right.backup);
+    if (!right.backup) Force(menu, ID_frmMainMenu_cmdMenu0);
+    if (!right.restore) Force(menu, ID_frmMainMenu_cmdMenu1);
+    if (!right.backup) Force(menu, ID_frmMainMenu_cmdMenu2);
+    person.MainMenu();
     person.End();
   }
 }

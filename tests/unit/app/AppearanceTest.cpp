@@ -26,7 +26,9 @@ class Sample : public forms::Form {
 };
 
 TEST_F(AppearanceTest, EveryValueIsRequired) {
+  host.qx32.numbers["BackupUtility\\BUFontSizeS"] = 12;
   EXPECT_EQ(app::ReadAppearanceSettings(application), app::kDone);
+  EXPECT_EQ(host.toolkit.font, "Tahoma 12") << "dialogs are laid out by the larger font";
   std::vector<std::string> names;
   for (const fakes::Call& call : host.calls.Calls()) names.push_back(call.detail);
   EXPECT_EQ(names.size(), 16u);

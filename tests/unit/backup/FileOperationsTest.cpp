@@ -56,7 +56,7 @@ TEST_F(JobTest, StagingFolderIsNamedAfterTheSecondAndGoesEvenWhenItIsCurrent) {
 }
 
 TEST_F(JobTest, StagingFolderThatCannotBeMadeIsEmpty) {
-  host.calls.FailFrom("FileSystem", "MakeFolder");
+  host.calls.FailFrom("FileSystem", "MakePrivateFolder");
   EXPECT_EQ(backup::CreateStagingFolder(application), "");
   EXPECT_EQ(application.state.StagingFolder, "");
 }

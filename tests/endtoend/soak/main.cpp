@@ -1,0 +1,82 @@
+// Many backups and restores in one run of the program: what it holds must not grow with them.
+//
+//   soak ROUNDS      (on a workstation that nobody else works at)
+//
+// Each round saves the report data over the last round's set and restores it. Prints the program's kernel
+// handles, GDI and user objects (0 where the system does not count them) and private memory now and then;
+// ends with 1 when one of them has grown after the first tenth.
+#include <windows.h>
+
+#include <psapi.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+#include "MessageDialogIds.h"
+#include "operator/Operator.h"
+#include "resource.h"
+
+namespace {
+
+using endtoend::Operator;
+
+constexpr char kSet[] = "E:\\Soak\\";
+constexpr SIZE_T kMemorySlack = 2 * 1024 * 1024;  // what the heap may keep back
+constexpr DWORD kHandleSlack = 8;                 // threads of the COM runtime come and go
+
+struct Holdings {
+  DWORD handles = 0;
+  DWORD gdiObjects = 0;
+  DWORD userObjects = 0;
+  SIZE_T bytes = 0;
+
+  bool HaveGrownFrom(const Holdings& before) const {
+    return handles > before.handles + kHandleSlack || gdiObjects > before.gdiObjects ||
+           userObjects > before.userObjects || bytes > before.bytes + kMemorySlack;
+  }
+};
+
+Holdings HoldingsOf(HANDLE process) {
+  Holdings now;
+  PROCESS_MEMORY_COUNTERS memory{};
+  memory.cb = sizeof memory;
+  GetProcessMemoryInfo(process, &memory, sizeof memory);
+  GetProcessHandleCount(process, &now.handles);
+  now.gdiObjects = GetGuiResources(process, GR_GDIOBJECTS);
+  now.userObjects = GetGuiResources(process, GR_USEROBJECTS);
+  now.bytes = memory.PagefileUsage;
+  return now;
+}
+
+void BackUpAndRestore(Operator& person) {
+  person.Accept(person.StartBackup(person.OpenBackup({.report = true})), kSet);
+  person.ConsentUntil(65300, {64302, 64303});
+  person.OpenRestore(kSet).Press(ID_frmRestore_cmdStart);
+  person.ConsentUntil(65400, {});
+  person.MainMenu();
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  const int rounds = count > 1 ? _wtoi(arguments[1]) : 200;
+  const int step = std::max(1, rounds / 10);
+  Operator person;
+  person.SignIn();
+  Holdings settled;
+  Holdings now;
+  for (int round = 1; round <= rounds; ++round) {
+    BackUpAndRestore(person);
+    if (round % step != 0) continue;
+    now = HoldingsOf(person.TheProgram().Handle());
+    if (round == step) settled = now;
+    std::printf("round %3d: %lu handles, %lu GDI objects, %lu user objects, %lu KiB\n", round, now.handles,
+                now.gdiObjects, now.userObjects, static_cast<unsigned long>(now.bytes / 1024));
+    std::fflush(stdout);
+  }
+  person.End();
+  const bool grown = now.HaveGrownFrom(settled);
+  std::printf("%s\n", grown ? "it has grown" : "nothing has grown");
+  return grown ? 1 : 0;
+}
