@@ -2,8 +2,8 @@
 if(NOT EXISTS ${QX_LIBDEFLATE_DIR}/libdeflate.h)
   message(FATAL_ERROR "libdeflate is missing from ${QX_LIBDEFLATE_DIR}; scripts/setup.sh fetches it")
 endif()
-file(GLOB libdeflate_sources ${QX_LIBDEFLATE_DIR}/lib/deflate_*.c ${QX_LIBDEFLATE_DIR}/lib/utils.c
-  ${QX_LIBDEFLATE_DIR}/lib/*/cpu_features.c)
+file(GLOB libdeflate_sources ${QX_LIBDEFLATE_DIR}/lib/deflate_*.c ${QX_LIBDEFLATE_DIR}/lib/crc32.c
+  ${QX_LIBDEFLATE_DIR}/lib/utils.c ${QX_LIBDEFLATE_DIR}/lib/*/cpu_features.c)
 
 # Where data repeat nothing, libdeflate before 1.19 writes no distance code at all. The format allows that, but several
 # cabinet readers, Wine's among them, refuse it. The change gives such data the code that later versions give them.

@@ -1,6 +1,7 @@
 // Reads a file piece by piece through a large buffer.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -12,7 +13,9 @@ namespace cabinet {
 
 class BufferedInput {
  public:
-  explicit BufferedInput(platform::File& file) : file_(file), buffer_(kBufferSize) {}
+  /// `size`: how long the file is, in bytes.
+  BufferedInput(platform::File& file, std::uint64_t size)
+      : file_(file), buffer_(static_cast<std::size_t>(std::clamp<std::uint64_t>(size, 1, kBufferSize))) {}
 
   /// Goes on reading at `position`, in bytes from the start of the file.
   Status Seek(std::uint64_t position) {

@@ -1,7 +1,7 @@
 // Writes the records that open a cabinet.
 #include "cabarc/CabFormat.h"
 
-#include <zlib.h>
+#include <libdeflate.h>
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ void AddHeader(RecordBytes& out, const CabinetRecords& records) {
   out.Add32(0);
   out.Add32(records.size);
   out.Add32(0);
-  out.Add32(static_cast<std::uint32_t>(foldersAt + kFolderRecordSize * records.folders.size()));
+  out.Add32(static_cast<std::uint32_t>(foldersAt + (kFolderRecordSize + kFolderCrcSize) * records.folders.size()));
   out.Add32(0);
   out.Add16(kVersion);
   out.Add16(static_cast<std::uint16_t>(records.folders.size()));
@@ -41,7 +41,8 @@ void AddHeader(RecordBytes& out, const CabinetRecords& records) {
   out.Add16(kFlagReserve);
   out.Add32(0);  // set and number in the set: none
   out.Add16(kCrcReserveSize);
-  out.Add16(0);  // nothing reserved in folders and blocks
+  out.Add8(kFolderCrcSize);
+  out.Add8(0);  // nothing reserved in blocks
   out.AddText(kCrcMark);
   out.Add32(0);
 }
@@ -55,6 +56,7 @@ std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records) {
     out.Add32(folder.dataAt);
     out.Add16(folder.blocks);
     out.Add16(folder.method);
+    out.Add32(folder.crc);
   }
   for (const MemberRecord& member : records.members) {
     out.Add32(member.size);
@@ -72,7 +74,7 @@ std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records) {
 
 std::uint32_t RecordsCrc(std::vector<std::uint8_t> records) {
   if (records.size() >= kCrcAt + 4) Put32(records.data() + kCrcAt, 0);
-  return static_cast<std::uint32_t>(crc32_z(0, records.data(), records.size()));
+  return libdeflate_crc32(0, records.data(), records.size());
 }
 
 }  // namespace cabinet

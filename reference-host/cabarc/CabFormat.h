@@ -44,16 +44,19 @@ inline constexpr std::uint16_t kVersion = 0x0103;
 /// In a file's attributes: its name is UTF-8.
 inline constexpr std::uint16_t kNameIsUtf8 = 0x0080;
 
-/// The format guards only the data blocks. In the area that it reserves for applications our cabinets hold this mark
-/// and a CRC-32 of all records (the CRC's own bytes taken as 0), so that a damaged name, size or date is found too.
-/// Other readers pass over it.
+/// The format guards only the data blocks, each for itself and weakly. In the areas that it reserves for applications
+/// our cabinets hold this mark and a CRC-32 of all records (the CRC's own bytes taken as 0), so that a damaged name,
+/// size or date is found too; and with each folder record a CRC-32 of the folder's blocks, so that a block of another
+/// cabinet is found even where it fits. Other readers pass over them.
 inline constexpr std::string_view kCrcMark = "QXTC";
 inline constexpr std::size_t kCrcReserveSize = 8;
+inline constexpr std::uint8_t kFolderCrcSize = 4;
 
 struct FolderRecord {
   std::uint32_t dataAt = 0;  ///< offset of the first block in the cabinet
   std::uint16_t blocks = 0;
   std::uint16_t method = 0;  ///< a Method in kMethodMask, or an unsupported one
+  std::uint32_t crc = 0;     ///< of all blocks, headers included; of a guarded cabinet only
 };
 
 struct MemberRecord {
@@ -68,6 +71,7 @@ struct MemberRecord {
 /// All that stands before the data.
 struct CabinetRecords {
   std::uint32_t size = 0;
+  bool guarded = false;  ///< whether this archiver wrote it: every block has a checksum, every folder a CRC
   std::uint8_t folderReserve = 0;
   std::uint8_t blockReserve = 0;  ///< bytes between each block's header and its data
   std::vector<FolderRecord> folders;

@@ -1,6 +1,8 @@
 // Opens a cabinet, and hands out the data of its folders.
 #include "cabarc/CabinetReader.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
 #include <cstring>
 
@@ -15,7 +17,7 @@ namespace {
 Status TextOf(BlockState state) {
   switch (state) {
     case BlockState::Unchecked:
-      return BrokenCabinet("its data have no checksum; --allow-unchecked extracts them nevertheless");
+      return BrokenCabinet("its data have no checksum (see --allow-unchecked)");
     case BlockState::BadChecksum:
       return BrokenCabinet("its data are damaged: a checksum is wrong");
     default:
@@ -28,8 +30,11 @@ Status TextOf(BlockState state) {
 // Reads blocks ahead, has them unpacked by the pool and passes the results on in order.
 class CabinetReader::Unpacking {
  public:
-  Unpacking(BufferedInput& input, std::uint8_t blockReserve, const ReadOptions& options)
-      : input_(input), blockReserve_(blockReserve), options_(options), pool_(options.threads) {}
+  Unpacking(BufferedInput& input, const CabinetRecords& records, const ReadOptions& options)
+      : input_(input),
+        blockReserve_(records.blockReserve),
+        allowUnchecked_(options.allowUnchecked && !records.guarded),
+        pool_(options.threads) {}
 
   // `end`: where the folder's data must end at the latest.
   Status Read(const FolderRecord& folder, std::uint64_t end, const Sink& sink) {
@@ -57,7 +62,7 @@ class CabinetReader::Unpacking {
  private:
   Status Fill(UnpackJob& job, unsigned count) {
     job.blockReserve = blockReserve_;
-    job.allowUnchecked = options_.allowUnchecked;
+    job.allowUnchecked = allowUnchecked_;
     job.history = usesHistory_;
     job.blocks.clear();
     job.places.clear();
@@ -108,7 +113,7 @@ class CabinetReader::Unpacking {
 
   BufferedInput& input_;
   const std::uint8_t blockReserve_;
-  const ReadOptions options_;
+  const bool allowUnchecked_;
   OrderedPool<UnpackJob, BlockUnpacker> pool_;
   HistoryUnpacker history_;
   bool usesHistory_ = false;
@@ -125,7 +130,29 @@ Status CabinetReader::Open(const std::string& path) {
   if (!file_.OpenForReading(path)) return FileError("it cannot be opened: " + platform::LastError());
   const std::optional<platform::FileInfo> info = file_.Info();
   if (!info || info->kind != platform::Kind::File) return FileError("it is not a file");
-  return ReadRecords(input_.emplace(file_), info->size, records_);
+  return ReadRecords(input_.emplace(file_, info->size), info->size, records_);
+}
+
+Status CabinetReader::CheckGuards() {
+  if (!records_.guarded) return {};
+  std::vector<std::uint8_t> bytes(std::size_t{1} << 18);
+  for (std::size_t i = 0; i < records_.folders.size(); ++i) {
+    const FolderRecord& folder = records_.folders[i];
+    if (folder.blocks == 0) continue;
+    if (Status status = input_->Seek(folder.dataAt); status.Failed()) return status;
+    std::uint32_t crc = 0;
+    for (std::uint64_t left = EndOfFolder(i) - folder.dataAt; left > 0;) {
+      const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, bytes.size()));
+      // Past the buffer: everything is read again from where ReadFolder seeks to.
+      const std::optional<std::size_t> count = file_.Read(bytes.data(), wanted);
+      if (!count) return FileError("it cannot be read: " + platform::LastError());
+      if (*count < wanted) return BrokenCabinet("its end is missing");
+      crc = libdeflate_crc32(crc, bytes.data(), wanted);
+      left -= wanted;
+    }
+    if (crc != folder.crc) return BrokenCabinet("its data are damaged: they are not those it was written with");
+  }
+  return {};
 }
 
 Status CabinetReader::ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink) {
@@ -136,7 +163,7 @@ Status CabinetReader::ReadFolder(std::size_t index, const ReadOptions& options, 
     return BrokenCabinet("it is packed by " + name + " method, which is not supported");
   }
   if (folder.blocks == 0) return {};
-  if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, records_.blockReserve, options);
+  if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, records_, options);
   Status status = input_->Seek(folder.dataAt);
   return status.Failed() ? status : unpacking_->Read(folder, EndOfFolder(index), sink);
 }

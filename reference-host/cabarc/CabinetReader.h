@@ -31,6 +31,10 @@ class CabinetReader {
 
   const CabinetRecords& Records() const { return records_; }
 
+  /// Reads all data of a guarded cabinet once, without unpacking them, and compares them with the folders' CRCs.
+  /// Succeeds for other cabinets: nothing vouches for them as a whole.
+  Status CheckGuards();
+
   /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. After
   /// a failure the reader must not be used again.
   Status ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink);

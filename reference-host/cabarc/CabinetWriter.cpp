@@ -4,6 +4,8 @@
 // space that they need, and the records last. Until then the file cannot be taken for a cabinet.
 #include "cabarc/CabinetWriter.h"
 
+#include <libdeflate.h>
+
 #include <algorithm>
 #include <unordered_set>
 
@@ -111,6 +113,7 @@ class Packing {
     if (at_ + job->packedSize > kMaxCabinetSize) return FileError(kTooLarge);
     if (folder.blocks == 0) folder.dataAt = static_cast<std::uint32_t>(at_);
     folder.blocks = static_cast<std::uint16_t>(folder.blocks + job->blocks);
+    folder.crc = libdeflate_crc32(folder.crc, job->packed.data(), job->packedSize);
     at_ += job->packedSize;
     Status status = cabinet_.Write(job->packed.data(), job->packedSize);
     pool_.Release();

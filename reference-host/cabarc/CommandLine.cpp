@@ -20,15 +20,19 @@ const std::string_view kHelp =
                                                     that are there are replaced
 
 FILE may hold "*" and "?" in its last part; "*.*" means all files. @LIST stands
-for the lines of the text file LIST (UTF-8). The last argument of x is the
-folder to extract to when it ends in "\" or names a folder that exists.
+for the lines of the text file LIST: UTF-8, or else the system's code page; a
+byte order mark makes sure. The last argument of x is the folder to extract to
+when it ends in "\" or names a folder that exists.
 
   -r                 packs files in subfolders too
   -p                 stores and restores the folders in names
   -o                 replaces files that are there when extracting
   -m MSZIP | NONE    how to pack (MSZIP)
   -t N               works with N threads, 1 to 16 (one for each processor)
-  --allow-unchecked  extracts data that have no checksum
+  --allow-unchecked  extracts data that have no checksum from cabinets that
+                     another archiver made
+  --salvage          extracts what is whole of a damaged cabinet; otherwise a
+                     damaged one made by this archiver yields nothing
   --help             shows this text
 
 Exit codes: 0 done, 1 wrong command line, 2 a file cannot be read, written or
@@ -56,8 +60,13 @@ Status ReadListFile(const std::string& path, std::vector<std::string>& lines) {
     if (*count == 0) break;
     text.append(buffer, *count);
   }
+  constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+  if (text.starts_with(kByteOrderMark)) {
+    text.erase(0, kByteOrderMark.size());
+  } else if (!IsUtf8(text)) {
+    text = platform::FromCodePage(text);
+  }
   std::string_view rest = text;
-  if (rest.starts_with("\xEF\xBB\xBF")) rest.remove_prefix(3);
   while (!rest.empty()) {
     const std::size_t end = std::min(rest.find('\n'), rest.size());
     std::string_view line = rest.substr(0, end);
@@ -100,6 +109,8 @@ class Parser {
       line_.overwrite = true;
     } else if (option == "--allow-unchecked") {
       line_.allowUnchecked = true;
+    } else if (option == "--salvage") {
+      line_.salvage = true;
     } else if (option == "-m") {
       return ParseMethod(Value());
     } else if (option == "-t") {

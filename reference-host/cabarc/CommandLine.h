@@ -18,6 +18,7 @@ struct CommandLine {
   bool keepPaths = false;
   bool overwrite = false;
   bool allowUnchecked = false;
+  bool salvage = false;
   Method method = Method::MsZip;
   unsigned threads = 1;
   std::string cabinet;                 ///< path of the cabinet

@@ -61,7 +61,8 @@ bool NamesFolder(const std::string& argument) {
 }
 
 Status Extract(const CommandLine& line, std::ostream& out) {
-  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}};
+  ExtractOptions options{
+      {line.threads, line.allowUnchecked}, line.keepPaths, line.salvage, line.overwrite, line.arguments, {}};
   if (!options.names.empty() && NamesFolder(options.names.back())) {
     options.target = options.names.back();
     options.names.pop_back();

@@ -126,6 +126,8 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
   TargetFolder target(options.target);
   Status status = SelectMembers(reader.Records(), options, wanted);
   if (!status.Failed()) status = CheckNames(wanted);
+  const Status whole = reader.CheckGuards();
+  if (!status.Failed() && !options.salvage) status = whole;
   if (!status.Failed() && !options.overwrite) status = CheckNothingIsReplaced(wanted, target);
   if (!status.Failed()) status = target.Create();
   if (status.Failed()) return status;
@@ -145,7 +147,7 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
     if (status.Failed()) return status;
     first = last;
   }
-  return {};
+  return whole;
 }
 
 }  // namespace cabinet

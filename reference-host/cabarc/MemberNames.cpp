@@ -2,9 +2,7 @@
 #include "cabarc/MemberNames.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
-#include <cstdint>
 
 namespace cabinet {
 
@@ -34,19 +32,6 @@ std::size_t CharacterLength(std::string_view text) {
   const bool overlong = (first >= 0xE080 && first < 0xE0A0) || (first >= 0xF080 && first < 0xF090);
   const bool surrogate = first >= 0xEDA0 && first < 0xEE00;
   return overlong || surrogate || first >= 0xF490 ? 0 : length;
-}
-
-void AppendUtf8(std::string& text, unsigned code) {
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0 | code >> 6);
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | code >> 12);
-    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  }
 }
 
 // Windows finds a device whatever follows its name: "NUL.txt" and "nul .x" are the device too.
@@ -84,19 +69,6 @@ bool IsUtf8(std::string_view text) {
     text.remove_prefix(length);
   }
   return true;
-}
-
-std::string FromWindows1252(std::string_view bytes) {
-  constexpr std::array<std::uint16_t, 32> kFrom80 = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
-                                                     0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
-  std::string text;
-  for (const char character : bytes) {
-    const unsigned byte = static_cast<unsigned char>(character);
-    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? kFrom80[byte - 0x80] : byte);
-  }
-  return text;
 }
 
 std::optional<std::string_view> WhyUnsafe(std::string_view name) {

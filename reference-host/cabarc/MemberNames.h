@@ -10,8 +10,6 @@ namespace cabinet {
 bool IsAscii(std::string_view text);
 /// Whether `text` is well-formed UTF-8: no overlong forms, no surrogates.
 bool IsUtf8(std::string_view text);
-/// `bytes` of Windows code page 1252 as UTF-8. Bytes that the page leaves free become U+FFFD.
-std::string FromWindows1252(std::string_view bytes);
 
 /// Why a name (UTF-8, "\" or "/" between its parts) must be neither stored nor extracted: because it would lead out
 /// of the target folder, name a device or a stream, or be changed by Windows into another name. Nothing when safe.

@@ -78,6 +78,9 @@ void Print(std::string_view text, bool asError);
 
 /// `path` with "\" and "/" both turned into kSeparator.
 std::string ToNative(std::string_view path);
+/// `bytes` of the system's code page as UTF-8; on systems without one, of Windows code page 1252. Bytes that mean
+/// nothing there become a replacement character.
+std::string FromCodePage(std::string_view bytes);
 /// `name` in the form under which the file system compares names (upper and lower case made equal).
 std::string FoldName(std::string_view name);
 

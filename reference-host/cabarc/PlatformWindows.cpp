@@ -14,11 +14,11 @@ const char kSeparator = '\\';
 
 namespace {
 
-std::wstring ToWide(std::string_view text) {
+std::wstring ToWide(std::string_view text, UINT codePage = CP_UTF8) {
   const int size = static_cast<int>(text.size());
-  const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), size, nullptr, 0);
+  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
   std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(CP_UTF8, 0, text.data(), size, wide.data(), length);
+  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
   return wide;
 }
 
@@ -198,6 +198,10 @@ std::string ToNative(std::string_view path) {
   std::string native(path);
   std::replace(native.begin(), native.end(), '/', kSeparator);
   return native;
+}
+
+std::string FromCodePage(std::string_view bytes) {
+  return ToUtf8(ToWide(bytes, CP_ACP));
 }
 
 std::string FoldName(std::string_view name) {

@@ -13,6 +13,7 @@ namespace cabinet {
 namespace {
 
 constexpr std::size_t kMaxGap = 65535;  // unknown bytes tolerated before the file records
+constexpr const char* kDamagedRecords = "its list of files is damaged";
 
 class Reader {
  public:
@@ -62,7 +63,8 @@ class Reader {
     records_.blockReserve = sizes[3];
     const std::uint8_t* const reserve = Take(headerReserve);
     if (!reserve) return failure_;
-    hasCrc_ = headerReserve == kCrcReserveSize && std::memcmp(reserve, kCrcMark.data(), kCrcMark.size()) == 0;
+    records_.guarded = headerReserve == kCrcReserveSize && std::memcmp(reserve, kCrcMark.data(), kCrcMark.size()) == 0;
+    if (records_.guarded && records_.folderReserve != kFolderCrcSize) return BrokenCabinet(kDamagedRecords);
     return {};
   }
 
@@ -71,6 +73,7 @@ class Reader {
       const std::uint8_t* const at = Take(kFolderRecordSize + records_.folderReserve);
       if (!at) return failure_;
       records_.folders.push_back({Get32(at), Get16(at + 4), Get16(at + 6)});
+      if (records_.guarded) records_.folders.back().crc = Get32(at + kFolderRecordSize);
     }
     return {};
   }
@@ -104,7 +107,7 @@ class Reader {
       member.name += static_cast<char>(*character);
     }
     if (!(attributes & kNameIsUtf8)) {
-      member.name = FromWindows1252(member.name);
+      member.name = platform::FromCodePage(member.name);
     } else if (!IsUtf8(member.name)) {
       return BrokenCabinet("one of its names is not the UTF-8 that it is marked as");
     }
@@ -114,9 +117,9 @@ class Reader {
   }
 
   Status CheckCrc() {
-    if (!hasCrc_) return {};
+    if (!records_.guarded) return {};
     const std::uint32_t written = Get32(bytes_.data() + kCrcAt);
-    return RecordsCrc(bytes_) == written ? Status{} : BrokenCabinet("its list of files is damaged");
+    return RecordsCrc(bytes_) == written ? Status{} : BrokenCabinet(kDamagedRecords);
   }
 
   Status CheckFolders() const {
@@ -161,7 +164,6 @@ class Reader {
   std::size_t folderCount_ = 0;
   std::size_t memberCount_ = 0;
   unsigned flags_ = 0;
-  bool hasCrc_ = false;
 };
 
 }  // namespace

@@ -15,12 +15,18 @@
 namespace backup {
 namespace {
 
+/// A file as the archiver's argument. It takes a word that begins with "@" for a list of files, and one that
+/// begins with "-" for an option.
+std::string FileArgument(const std::string& name) {
+  return CommandArgument(name.starts_with('@') || name.starts_with('-') ? ".\\" + name : name);
+}
+
 /// The archiver's arguments for what was gathered, each after a blank.
 std::string ArgumentList(const std::vector<host::FolderEntry>& entries) {
   std::string list;
   for (const host::FolderEntry& entry : entries) {
     if (!entry.isFolder) {
-      list += " " + CommandArgument(entry.name);
+      list += " " + FileArgument(entry.name);
     } else if (!app::SameName(entry.name, kArchiveFolderName)) {
       // The pattern itself is no reason for quotes: the archiver is started without a shell.
       const bool plain = CommandArgument(entry.name) == entry.name;

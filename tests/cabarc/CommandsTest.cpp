@@ -73,6 +73,33 @@ TEST_F(Commands, OptionsDecideWhatIsFoundAndHowItIsNamed) {
   }
 }
 
+// More names than a command line can hold, and such as it could not tell from something else.
+TEST_F(Commands, AListFileNamesAnything) {
+  std::string list = "\xEF\xBB\xBF";
+  for (int i = 0; i < 5000; ++i) {
+    const std::string name = "f/" +
+                             std::string(i % 3 == 0   ? "画像 "
+                                         : i % 3 == 1 ? "@a b"
+                                                      : "-r été;%") +
+                             std::to_string(i);
+    Write(name, name);
+    list += name + "\r\n";
+  }
+  Write("list", list);
+  ASSERT_EQ(0, Cabarc({"-p", "n", "c.cab", "@list"}).code);
+  const Tree tree = Extracted("c.cab", 0);
+  EXPECT_EQ(5000u, tree.size());
+  EXPECT_TRUE(tree == (fs::create_directories("all"), fs::rename("f", "all/f"), Read("all")));
+
+  Write("\u00E9t\u00E9 \u20AC", "x");
+  Write("list", "\xE9t\xE9 \x80\n");  // code page 1252
+  EXPECT_EQ(0, Cabarc({"n", "c.cab", "@list"}).code);
+  EXPECT_EQ((Tree{{"\u00E9t\u00E9 \u20AC", ".x"}}), Extracted("c.cab", 0));
+  Write("list", "list\nmissing\n");  // one name that is not found, and nothing is packed
+  EXPECT_EQ(2, Cabarc({"n", "new.cab", "@list"}).code);
+  EXPECT_FALSE(fs::exists("new.cab"));
+}
+
 TEST_F(Commands, NamesChooseMembersAndTheLastArgumentMayBeTheFolder) {
   for (const char* path : {"a.txt", "b.dat", "s/c.txt"}) Write(path, path);
   ASSERT_EQ(0, Cabarc({"-r", "-p", "n", "c.cab", "*.*"}).code);

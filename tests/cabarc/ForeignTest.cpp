@@ -115,6 +115,14 @@ TEST_F(Foreign, DataWithoutChecksumAreTakenOnRequestOnly) {
   Refused("unchecked", raw.Build(), "--allow-unchecked");
   EXPECT_EQ(0, Cabarc({"--allow-unchecked", "x", "refused.cab", "out\\"}).code);
   EXPECT_EQ((Tree{{"a", ".text"}}), Read("out"));
+  // Never from a cabinet of our own, which has no such data.
+  Write("a", "text");
+  ASSERT_EQ(0, Cabarc({"-m", "NONE", "n", "own.cab", "a"}).code);
+  Bytes own = ReadBytes("own.cab");
+  cabinet::Put32(own.data() + own.size() - 12, 0);
+  WriteBytes("own.cab", own);
+  EXPECT_EQ(3, Cabarc({"--allow-unchecked", "--salvage", "x", "own.cab", "out2\\"}).code);
+  EXPECT_TRUE(Read("out2").empty());
 }
 
 }  // namespace

@@ -1,4 +1,7 @@
 // What a cabinet cannot hold is refused before it is begun; what fails later leaves nothing.
+#include <sys/resource.h>
+
+#include <csignal>
 #include <cstdlib>
 
 #include "RawCabinet.h"
@@ -59,8 +62,8 @@ TEST_F(Limits, DataBeyondOneFolderGoIntoTheNext) {
 TEST_F(Limits, AFileThatChangedAfterItWasListedStopsThePacking) {
   Write("a", "0123456789");
   const platform::FileInfo now = platform::InfoOf("a");
-  for (int change = 0; change < 3; ++change) {
-    SourceFile file{"a", "a", now};
+  for (int change = 0; change < 4; ++change) {
+    SourceFile file{change == 3 ? "vanished" : "a", "a", now};
     if (change == 0) file.info.size = 11;
     if (change == 1) file.info.size = 9;
     if (change == 2) ++file.info.modified;
@@ -81,6 +84,43 @@ TEST_F(Limits, AFailedPackingKeepsTheCabinetThatWasThere) {
   EXPECT_EQ(2, Cabarc({"n", "no/folder.cab", "a"}).code);
   EXPECT_EQ(0, Cabarc({"n", "old.cab", "*.*"}).code);  // it does not pack itself
   EXPECT_EQ((Tree{{"a", ".x"}}), Extracted("old.cab", 0));
+}
+
+// While it lives, no file grows beyond a size: to the archiver, a disk that is full.
+class FullDisk {
+ public:
+  explicit FullDisk(rlim_t bytes) {
+    getrlimit(RLIMIT_FSIZE, &before_);
+    const rlimit limit{bytes, before_.rlim_max};
+    setrlimit(RLIMIT_FSIZE, &limit);
+  }
+  FullDisk(const FullDisk&) = delete;
+  FullDisk& operator=(const FullDisk&) = delete;
+  ~FullDisk() {
+    setrlimit(RLIMIT_FSIZE, &before_);
+    std::signal(SIGXFSZ, handler_);
+  }
+
+ private:
+  rlimit before_{};
+  void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
+};
+
+TEST_F(Limits, AFullDiskLeavesNoCabinetAndNoUnfinishedFile) {
+  Write("small", "x");
+  Write("large", Noise(500000, 1));
+  ASSERT_EQ(0, Cabarc({"n", "whole.cab", "small", "large"}).code);
+  const Tree before = Read(".");
+  for (const rlim_t room : {0u, 100u, 300000u}) {
+    const FullDisk disk(room);
+    EXPECT_EQ(2, Cabarc({"n", "new.cab", "small", "large"}).code) << room;
+    EXPECT_TRUE(before == Read(".")) << room;
+  }
+  {
+    const FullDisk disk(300000);
+    EXPECT_EQ(2, Cabarc({"x", "whole.cab", "out\\"}).code);
+  }
+  EXPECT_EQ((Tree{{"small", ".x"}}), Read("out"));
 }
 
 // To a reader, a checksum of 0 means that there is none.

@@ -106,31 +106,12 @@ TEST_F(Names, AreDecodedAsTheCabinetSays) {
   }
 }
 
+// Compared with a plain matcher in tests/fuzz; here what only the archiver has.
 TEST_F(Names, MatchWildcards) {
-  const struct {
-    const char* pattern;
-    const char* text;
-    bool matches;
-  } cases[] = {{"*.*", "noext", true},
-               {"*", "a.b", true},
-               {"*.txt", "a.TXT", true},
-               {"*.txt", "a.txt.b", false},
-               {"a?c", "abc", true},
-               {"a?c",
-                "a\xC3\xA9"
-                "c",
-                true},
-               {"a?c", "ac", false},
-               {"*a*b*", "xxaxxbxx", true},
-               {"*a*b", "abab", true},
-               {"*a*b", "aba", false},
-               {"", "", true},
-               {"", "a", false},
-               {"a*", "a", true},
-               {"?", "", false}};
-  for (const auto& one : cases) EXPECT_EQ(one.matches, cabinet::Matches(one.pattern, one.text)) << one.pattern;
-  const std::string many = std::string(200, 'a');
-  EXPECT_FALSE(cabinet::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", many));  // must not take for ever
+  EXPECT_TRUE(cabinet::Matches("*.*", "noext"));
+  EXPECT_TRUE(cabinet::Matches("*.txt", "a.TXT"));
+  EXPECT_TRUE(cabinet::Matches("a?c", "a\u00E9c"));
+  EXPECT_FALSE(cabinet::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(200, 'a')));  // must not take for ever
 }
 
 }  // namespace

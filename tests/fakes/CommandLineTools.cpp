@@ -86,6 +86,7 @@ void AddBelow(Disk& disk, const std::string& folder, const std::string& pattern,
 std::uint32_t MakeCabinetFile(Disk& disk, const Words& words) {
   CabinetContents contents;
   for (std::size_t i = 5; i < words.size(); ++i) {
+    if (words[i].starts_with('@') || words[i].starts_with('-')) return 1;  // no file of that name
     const std::string item = words[i].starts_with(".\\") ? words[i].substr(2) : words[i];
     if (item.find('*') != std::string::npos) {
       AddBelow(disk, FolderPart(item), NamePart(item), contents);
