@@ -53,12 +53,12 @@ run_operator() {
   wait "$operator"
 }
 
-# Starts Xvfb with a window manager (without one, closed windows linger) and
-# prints the display's name.
+# Starts Xvfb, of the size $1 where it is given, with a window manager (without
+# one, closed windows linger) and prints the display's name.
 start_screen() {
-  local number=90
+  local number=90 size=${1:-1280x960}
   while [ -e "/tmp/.X11-unix/X$number" ] || [ -e "/tmp/.X$number-lock" ]; do number=$((number + 1)); done
-  Xvfb ":$number" -screen 0 1280x960x24 -nolisten tcp >/dev/null 2>&1 &
+  Xvfb ":$number" -screen 0 "${size}x24" -nolisten tcp >/dev/null 2>&1 &
   echo $! >"$root/build/screen.pid"
   local tries=100
   until [ -e "/tmp/.X11-unix/X$number" ]; do

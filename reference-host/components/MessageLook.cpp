@@ -20,6 +20,15 @@ COLORREF Colour(const char* name, int systemColour, bool useSystem) {
   return number ? static_cast<COLORREF>(*number & 0xFFFFFF) : GetSysColor(systemColour);
 }
 
+/// `share` percent of `over` on `under`.
+COLORREF Mix(COLORREF over, COLORREF under, int share) {
+  const auto part = [&](int overPart, int underPart) {
+    return static_cast<BYTE>((overPart * share + underPart * (100 - share)) / 100);
+  };
+  return RGB(part(GetRValue(over), GetRValue(under)), part(GetGValue(over), GetGValue(under)),
+             part(GetBValue(over), GetBValue(under)));
+}
+
 void Frame(HDC context, RECT area, COLORREF colour, int thickness) {
   const GdiObject brush(CreateSolidBrush(colour));
   for (; thickness > 0; --thickness) {
@@ -33,6 +42,7 @@ void Frame(HDC context, RECT area, COLORREF colour, int thickness) {
 MessageLook MessageLook::Read() {
   const bool system = IsHighContrast();
   MessageLook look;
+  look.isHighContrast = system;
   look.fontName = reference::Utf16(reference::ReadRegistryText("Font").value_or("Segoe UI"));
   const unsigned long points = reference::ReadRegistryNumber("BackupUtility\\BUFontSizeSS").value_or(9);
   look.fontPoints = static_cast<int>(std::clamp(points, 6UL, 36UL));
@@ -42,12 +52,9 @@ MessageLook MessageLook::Read() {
   return look;
 }
 
-COLORREF Mix(COLORREF over, COLORREF under, int share) {
-  const auto part = [&](int overPart, int underPart) {
-    return static_cast<BYTE>((overPart * share + underPart * (100 - share)) / 100);
-  };
-  return RGB(part(GetRValue(over), GetRValue(under)), part(GetGValue(over), GetGValue(under)),
-             part(GetBValue(over), GetBValue(under)));
+COLORREF Faded(const MessageLook& look, COLORREF under, int share) {
+  if (look.isHighContrast) return look.text;
+  return Mix(look.text, under, share);
 }
 
 int DpiOf(HWND window) {
@@ -75,7 +82,7 @@ void DrawLookButton(const DRAWITEMSTRUCT& item, const MessageLook& look, bool is
   const GdiObject fill(CreateSolidBrush(pressed ? Mix(look.text, look.button, 20) : look.button));
   RECT area = item.rcItem;
   FillRect(item.hDC, &area, static_cast<HBRUSH>(fill.get()));
-  Frame(item.hDC, area, Mix(look.text, look.button, isDefault ? 90 : 40), isDefault ? 2 : 1);
+  Frame(item.hDC, area, Faded(look, look.button, isDefault ? 90 : 40), isDefault ? 2 : 1);
 
   wchar_t caption[128] = {};
   GetWindowTextW(item.hwndItem, caption, 128);

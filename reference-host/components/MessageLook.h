@@ -12,13 +12,14 @@ struct MessageLook {
   std::wstring fontName;
   int fontPoints = 9;
   COLORREF back = 0, text = 0, button = 0;
+  bool isHighContrast = false;
 
   /// What is missing in the registry comes from the system, and under high contrast all colours do.
   static MessageLook Read();
 };
 
-/// `share` percent of `over` on `under`.
-COLORREF Mix(COLORREF over, COLORREF under, int share);
+/// The text's colour, `share` percent of it on `under`; all of it under high contrast.
+COLORREF Faded(const MessageLook& look, COLORREF under, int share);
 
 struct GdiDelete {
   using pointer = HGDIOBJ;

@@ -76,7 +76,7 @@ INT_PTR MessageWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case WM_CTLCOLORBTN: {
       const auto context = reinterpret_cast<HDC>(wParam);
       const bool isId = GetDlgCtrlID(reinterpret_cast<HWND>(lParam)) == TARSUS_MESSAGE_ID;
-      SetTextColor(context, isId ? Mix(look_.text, look_.back, 65) : look_.text);
+      SetTextColor(context, isId ? Faded(look_, look_.back, 65) : look_.text);
       SetBkMode(context, TRANSPARENT);
       return reinterpret_cast<INT_PTR>(background_.get());
     }

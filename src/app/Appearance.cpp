@@ -1,6 +1,7 @@
 // The font and colours of all dialogs, and where each dialog stands.
 #include "app/Appearance.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "app/Application.h"
@@ -111,7 +112,9 @@ ResultCode ReadAppearanceSettings(Application& application) {
   AppearanceSettings& settings = application.appearance;
   if (!ReadTexts(application.host.qx32, settings)) return kFailed;
   if (!NamesExecutable(settings.ApplicationName)) settings.ApplicationName += kExecutable;
-  return ReadNumbers(application.host.qx32, settings) ? kDone : kFailed;
+  if (!ReadNumbers(application.host.qx32, settings)) return kFailed;
+  application.toolkit.SetFont(settings.Font, std::max(settings.FontSizeSS, settings.FontSizeS));
+  return kDone;
 }
 
 void ApplyControlAppearance(Application& application, forms::Form& form) {

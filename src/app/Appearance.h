@@ -32,8 +32,8 @@ struct AppearanceSettings {
   forms::Colour ColorTextR = 0;
 };
 
-/// Reads every value in a fixed order; the first that cannot be read ends the reading.
-/// Returns 0 or -1.
+/// Reads every value in a fixed order; the first that cannot be read ends the reading. Dialogs are
+/// laid out by the font from then on. Returns 0 or -1.
 ResultCode ReadAppearanceSettings(Application& application);
 
 /// Gives the form and each of its controls the configured font and colours. A label

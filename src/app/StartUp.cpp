@@ -6,6 +6,7 @@
 #include "app/Application.h"
 #include "app/External.h"
 #include "app/Log.h"
+#include "app/Manual.h"
 #include "app/Messages.h"
 #include "app/Unicode.h"
 #include "app/WindowsPath.h"
@@ -96,6 +97,7 @@ void Main(Application& application, StartUpDialogs& dialogs) {
     return;
   }
   WriteLog(application, 1, LogLevel::Information, "Start Backup Utility");
+  application.toolkit.HelpRequested = [&application] { ShowManual(application); };
   CreateComponents(application);
   if (const std::int32_t id = Prepare(application); id != 0) {
     ShowMessage(application, id);

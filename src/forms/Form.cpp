@@ -72,6 +72,10 @@ void Form::Unload() {
   closing_ = false;
 }
 
+void Form::RequestHelp() {
+  if (toolkit_.HelpRequested) toolkit_.HelpRequested();
+}
+
 void Form::ControlChanged(Control& control, Aspect aspect) {
   if (view_) view_->ControlChanged(control, aspect);
 }

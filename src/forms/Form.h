@@ -61,6 +61,9 @@ class Form {
   CommandButton* DefaultButton() const { return default_; }
   CommandButton* CancelButton() const { return cancel_; }
 
+  /// The operator presses F1.
+  void RequestHelp();
+
   /// A device came or went; `deviceType` is 2 for a volume.
   virtual void OnDeviceChanged(int deviceType) { static_cast<void>(deviceType); }
 

@@ -1,6 +1,8 @@
 // What a form asks of the toolkit that shows it, and of its own window.
 #pragma once
 
+#include <cstdint>
+#include <functional>
 #include <string>
 
 #include "forms/Controls.h"
@@ -37,11 +39,18 @@ class Toolkit {
   virtual int ScreenWidth() = 0;
   virtual int ScreenHeight() = 0;
 
+  /// The font by which dialogs made from now on are laid out: they grow and shrink with it.
+  /// `points` is the largest size that a control of theirs will get.
+  virtual void SetFont(const std::string& name, std::uint32_t points) = 0;
+
   virtual void SetPointer(Pointer pointer) = 0;
 
   /// A plain message box with an OK button: for the one failure that comes before
   /// the message catalogue and its dialog can be reached.
   virtual void ShowPlainMessage(const std::string& text, const std::string& title) = 0;
+
+  /// The operator asks for help, in whatever dialog and control; without a receiver nothing happens.
+  std::function<void()> HelpRequested;
 };
 
 }  // namespace forms

@@ -26,6 +26,12 @@ std::int32_t FakeShell::CopyWithProgress(const std::string& source, const std::s
   return disk_.Copy(source, target) ? 0 : kCopyRefused;
 }
 
+bool FakeShell::OpenDocument(const std::string& fileName) {
+  if (calls_.Fails("Shell", "OpenDocument", fileName)) return false;
+  openedDocument = fileName;
+  return true;
+}
+
 std::int32_t FakeShell::FormatDrive(std::uint32_t drive, std::uint32_t, std::uint32_t) {
   const std::string name = {static_cast<char>('A' + drive), ':'};
   if (calls_.Fails("Shell", "FormatDrive", name)) return -1;

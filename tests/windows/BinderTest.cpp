@@ -175,6 +175,9 @@ TEST_F(BinderTest, FontAndColoursReachTheWindow) {
   EXPECT_EQ(shown.lbColor, 0x112233U);
   EXPECT_EQ(GetBkColor(context), 0x112233U);
   EXPECT_EQ(GetTextColor(context), 0x445566U);
+  form.txtPatientCount.SetEnabled(false);
+  SendMessageW(WindowOf(form), WM_CTLCOLORSTATIC, reinterpret_cast<WPARAM>(context), reinterpret_cast<LPARAM>(box));
+  EXPECT_EQ(GetBkColor(context), form.Look().background) << "a field that takes no input";
   ReleaseDC(box, context);
 }
 

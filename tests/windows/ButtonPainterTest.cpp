@@ -14,7 +14,8 @@ constexpr int kWidth = 60;
 constexpr int kHeight = 24;
 constexpr windows::ButtonColours kColours = {RGB(200, 220, 240), RGB(10, 20, 30)};
 
-std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption) {
+std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption,
+                            const windows::ButtonColours& colours = kColours) {
   HWND button =
       CreateWindowExW(0, L"BUTTON", caption, BS_OWNERDRAW, 0, 0, kWidth, kHeight, nullptr, nullptr, nullptr, nullptr);
   HDC screen = GetDC(nullptr);
@@ -30,7 +31,7 @@ std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption) 
     item.hDC = context;
     item.rcItem = {0, 0, kWidth, kHeight};
     windows::GdiCache gdi;
-    windows::PaintButton(item, kColours, isDefault, gdi);
+    windows::PaintButton(item, colours, isDefault, gdi);
     for (int y = 0; y < kHeight; ++y) {
       for (int x = 0; x < kWidth; ++x) pixels.push_back(GetPixel(context, x, y));
     }
@@ -45,13 +46,23 @@ std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption) 
 }  // namespace
 
 TEST(ButtonPainterTest, EveryStateLooksDifferent) {
-  const std::set<std::vector<COLORREF>> pictures = {Paint(0, false, L"OK"),
-                                                    Paint(0, true, L"OK"),
-                                                    Paint(ODS_SELECTED, false, L"OK"),
-                                                    Paint(ODS_DISABLED, false, L"OK"),
-                                                    Paint(ODS_FOCUS, false, L"OK"),
-                                                    Paint(0, false, L"Cancel")};
-  EXPECT_EQ(pictures.size(), 6U);
+  // As configured, and under high contrast.
+  for (const windows::ButtonColours& colours : {kColours, windows::ButtonColours{0, RGB(255, 255, 255), true}}) {
+    const std::set<std::vector<COLORREF>> pictures = {Paint(0, false, L"OK", colours),
+                                                      Paint(0, true, L"OK", colours),
+                                                      Paint(ODS_SELECTED, false, L"OK", colours),
+                                                      Paint(ODS_DISABLED, false, L"OK", colours),
+                                                      Paint(ODS_FOCUS, false, L"OK", colours),
+                                                      Paint(0, false, L"Cancel", colours)};
+    EXPECT_EQ(pictures.size(), 6U);
+  }
+}
+
+TEST(ButtonPainterTest, TheEdgeCanBeSeenOnABlackFace) {
+  const auto pixels = Paint(0, false, L"", {0, RGB(255, 255, 255), true});
+  for (const int at : {0, kWidth - 1, kWidth * (kHeight - 1), kWidth * kHeight - 1}) {
+    EXPECT_EQ(pixels[static_cast<std::size_t>(at)], RGB(255, 255, 255)) << at;
+  }
 }
 
 TEST(ButtonPainterTest, UsesTheConfiguredColours) {

@@ -87,6 +87,22 @@ TEST_F(ModalTest, AccessKeysWork) {
   });
 }
 
+TEST_F(ModalTest, HelpIsAskedForInEveryControl) {
+  SignInForm form(toolkit_);
+  int asked = 0;
+  toolkit_.HelpRequested = [&asked] { ++asked; };
+  Show(form, [&] {
+    HWND field = GetFocus();  // inside the combo box
+    for (HWND target : {field, ItemOf(form, form.txtPassword), ItemOf(form, form.cmdCancel), WindowOf(form)}) {
+      HELPINFO help = {};
+      help.cbSize = sizeof help;
+      help.hItemHandle = target;
+      SendMessageW(target, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
+    }
+  });
+  EXPECT_EQ(asked, 4);
+}
+
 TEST_F(ModalTest, AClickBehindTheOneThatClosedIsLost) {
   SignInForm form(toolkit_);
   form.closesOnPress = true;

@@ -1,4 +1,6 @@
-// The program's own forms on their templates, with the demo workstation's captions in each language.
+// The program's own forms on their templates, with the demo workstation's captions in each language:
+// what an operator with or without a mouse, good eyes and a large font needs of the layout.
+#include <algorithm>
 #include <charconv>
 #include <fstream>
 #include <memory>
@@ -18,6 +20,7 @@
 #include "windows/adapters/Text.h"
 #include "windows/toolkit/ControlIds.h"
 #include "windows/toolkit/GdiCache.h"
+#include "windows/toolkit/WindowText.h"
 
 namespace windows_tests {
 
@@ -92,6 +95,102 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
     return std::make_unique<restore::frmRestore>(application_, definitions_);
   }
 
+  void Reload(const std::string& face, std::uint32_t points) {
+    form_.reset();
+    application_.appearance.Font = face;
+    application_.appearance.FontSizeSS = application_.appearance.FontSizeS = points;
+    toolkit_.SetFont(face, points);
+    form_ = Make(GetParam().form);
+    form_->Load();
+  }
+
+  static bool IsText(const forms::Control& control) {
+    return control.Kind() == forms::ControlKind::Label || control.Kind() == forms::ControlKind::Frame;
+  }
+  static bool IsField(const forms::Control& control) {
+    return control.Kind() == forms::ControlKind::TextBox || control.Kind() == forms::ControlKind::ComboBox;
+  }
+
+  /// The dialog's controls from the first to the last that the Tab key reaches.
+  std::vector<HWND> Children() const {
+    std::vector<HWND> children;
+    HWND child = GetWindow(WindowOf(*form_), GW_CHILD);
+    for (; child != nullptr; child = GetWindow(child, GW_HWNDNEXT)) children.push_back(child);
+    return children;
+  }
+
+  const forms::Control* MemberOf(HWND window) const {
+    const auto found = std::ranges::find_if(
+        form_->Controls(), [&](const forms::Control* control) { return ItemOf(*form_, *control) == window; });
+    return found == form_->Controls().end() ? nullptr : *found;
+  }
+
+  RECT AreaOf(HWND window) const {
+    RECT area = {};
+    GetWindowRect(window, &area);
+    MapWindowPoints(nullptr, WindowOf(*form_), reinterpret_cast<POINT*>(&area), 2);
+    return area;
+  }
+
+  static SIZE Measure(HWND window, HFONT font, const std::wstring& text, int width, UINT format) {
+    HDC context = GetDC(window);
+    RECT needed = {0, 0, width, 0};
+    {
+      const windows::SelectScope scope(context, font);
+      DrawTextW(context, text.c_str(), -1, &needed, DT_CALCRECT | format);
+    }
+    ReleaseDC(window, context);
+    return {needed.right, needed.bottom};
+  }
+
+  void ExpectTitleFits() const {
+    NONCLIENTMETRICSW metrics = {};
+    metrics.cbSize = sizeof metrics;
+    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, metrics.cbSize, &metrics, 0);
+    HFONT font = CreateFontIndirectW(&metrics.lfCaptionFont);
+    HWND window = WindowOf(*form_);
+    const LONG width = Measure(window, font, windows::Utf16(form_->Title()), 0, DT_SINGLELINE).cx;
+    DeleteObject(font);
+    const RECT area = AreaOf(window);
+    EXPECT_LE(width + 2 * metrics.iCaptionWidth, area.right - area.left) << "the title, its icon and close box";
+  }
+
+  void ExpectTextFits(const forms::Control& control) const {
+    HWND window = ItemOf(*form_, control);
+    const auto font = reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0));
+    const LONG line = Measure(window, font, L"X", 0, DT_SINGLELINE).cy;
+    const bool isLabel = control.Kind() == forms::ControlKind::Label;
+    RECT area = {};
+    GetClientRect(window, &area);
+    if (control.Kind() == forms::ControlKind::CommandButton) InflateRect(&area, -4, -4);  // its edge
+    // A tick or option mark with its gap, or where a frame's text begins.
+    if (!isLabel && !IsField(control) && control.Kind() != forms::ControlKind::CommandButton) area.left += 18;
+    const std::wstring text = IsField(control) ? windows::WideTextOf(window) : windows::Utf16(control.Caption());
+    const SIZE needed = Measure(window, font, text, area.right - area.left, isLabel ? DT_WORDBREAK : DT_SINGLELINE);
+    EXPECT_LE(needed.cx, area.right - area.left) << control.Name();
+    EXPECT_LE(std::max(needed.cy, line), area.bottom - area.top) << control.Name();
+  }
+
+  void ExpectControlsApart() const {
+    RECT inside = {};
+    GetClientRect(WindowOf(*form_), &inside);
+    const std::vector<HWND> children = Children();
+    for (auto one = children.begin(); one != children.end(); ++one) {
+      const RECT area = AreaOf(*one);
+      RECT common = {};
+      IntersectRect(&common, &area, &inside);
+      EXPECT_TRUE(EqualRect(&common, &area)) << GetDlgCtrlID(*one) << " leaves the dialog";
+      for (auto other = std::next(one); other != children.end(); ++other) {
+        const RECT next = AreaOf(*other);
+        if (IntersectRect(&common, &area, &next) == FALSE) continue;
+        // Only a frame may hold others, and then the whole of them.
+        const forms::Control* frame = MemberOf(*one);
+        EXPECT_TRUE(frame != nullptr && frame->Kind() == forms::ControlKind::Frame && EqualRect(&common, &next))
+            << GetDlgCtrlID(*one) << " and " << GetDlgCtrlID(*other) << " overlap";
+      }
+    }
+  }
+
   fakes::FakeHost host_;
   app::Application application_{host_.Contracts(), toolkit_};
   backup::JobDefinitions definitions_;
@@ -101,14 +200,19 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
   std::unique_ptr<forms::Form> form_;
 };
 
-TEST_P(ProgramFormsTest, EveryMemberHasItsControlAndEveryControlItsMember) {
-  std::set<std::string> members;
+TEST_P(ProgramFormsTest, MembersAndControlsBelongTogether) {
+  constexpr const wchar_t* kClasses[] = {L"Static", L"Button", L"Button", L"Button", L"Button", L"Edit", L"ComboBox"};
+  std::set<HWND> windows;
   for (const forms::Control* control : form_->Controls()) {
-    members.insert(control->Name());
-    EXPECT_NE(ItemOf(*form_, *control), nullptr) << control->Name();
+    HWND window = ItemOf(*form_, *control);
+    EXPECT_TRUE(windows.insert(window).second) << control->Name();
+    wchar_t type[32] = {};
+    GetClassNameW(window, type, 32);
+    EXPECT_STREQ(type, kClasses[static_cast<int>(control->Kind())]) << control->Name();
   }
-  for (const windows::ControlId& entry : windows::ControlIdsOf(form_->Name())) {
-    EXPECT_TRUE(members.contains(entry.name)) << entry.name;
+  EXPECT_EQ(windows.size(), windows::ControlIdsOf(form_->Name()).size());
+  for (HWND child : Children()) {
+    EXPECT_TRUE(windows.contains(child) || static_cast<short>(GetDlgCtrlID(child)) == -1) << GetDlgCtrlID(child);
   }
 }
 
@@ -123,28 +227,42 @@ TEST_P(ProgramFormsTest, AccessKeysAreUnique) {
   EXPECT_FALSE(taken.empty());
 }
 
-TEST_P(ProgramFormsTest, CaptionsFit) {
-  constexpr int kTickWidth = 18;  // of a check box or option button, with its gap
-  constexpr int kButtonEdge = 8;
-  for (const forms::Control* control : form_->Controls()) {
-    if (control->Caption().empty()) continue;
-    HWND window = ItemOf(*form_, *control);
-    RECT area = {};
-    GetClientRect(window, &area);
-    if (control->Kind() == forms::ControlKind::CommandButton) area.right -= kButtonEdge;
-    const bool isLabel = control->Kind() == forms::ControlKind::Label;
-    if (!isLabel && control->Kind() != forms::ControlKind::CommandButton) area.right -= kTickWidth;
+TEST_P(ProgramFormsTest, TheTabKeyGoesAsOneReads) {
+  RECT before = {};
+  for (HWND child : Children()) {
+    const forms::Control* control = MemberOf(child);
+    if (control == nullptr || IsText(*control)) continue;
+    const RECT area = AreaOf(child);
+    const bool sameLine = area.top < before.bottom && before.top < area.bottom;
+    EXPECT_TRUE(sameLine ? area.left >= before.right : area.top >= before.bottom) << control->Name();
+    before = area;
+  }
+}
 
-    HDC context = GetDC(window);
-    RECT needed = {0, 0, area.right, 0};
-    {
-      const windows::SelectScope font(context, reinterpret_cast<HGDIOBJ>(SendMessageW(window, WM_GETFONT, 0, 0)));
-      DrawTextW(context, windows::Utf16(control->Caption()).c_str(), -1, &needed,
-                DT_CALCRECT | (isLabel ? DT_WORDBREAK : DT_SINGLELINE));
+/// What stands directly before a field is the name that a screen reader gives it.
+TEST_P(ProgramFormsTest, FieldsFollowTheirLabels) {
+  const forms::Control* before = nullptr;
+  for (HWND child : Children()) {
+    const forms::Control* control = MemberOf(child);
+    if (control != nullptr && IsField(*control)) {
+      ASSERT_NE(before, nullptr) << control->Name();
+      EXPECT_EQ(before->Kind(), forms::ControlKind::Label) << control->Name();
+      EXPECT_FALSE(before->Caption().empty()) << control->Name();
     }
-    ReleaseDC(window, context);
-    EXPECT_LE(needed.right, area.right) << control->Caption();
-    EXPECT_LE(needed.bottom, area.bottom) << control->Caption();
+    before = control;
+  }
+}
+
+// A point at 144 dots per inch is one and a half at 96: the largest size stands for 14 points there.
+TEST_P(ProgramFormsTest, NothingIsCutOrCoveredInAnyFont) {
+  for (const char* face : {"Tahoma", "DejaVu Sans"}) {
+    for (const std::uint32_t points : {8U, 9U, 11U, 14U, 21U}) {
+      const testing::ScopedTrace trace(__FILE__, __LINE__, face + (" " + std::to_string(points)));
+      Reload(face, points);
+      ExpectTitleFits();
+      for (const forms::Control* control : form_->Controls()) ExpectTextFits(*control);
+      ExpectControlsApart();
+    }
   }
 }
 

@@ -18,6 +18,13 @@ std::wstring WithoutLimit(const std::wstring& fullPath) {
 
 }  // namespace
 
+std::wstring ProgramFolder() {
+  constexpr std::size_t kLongestPath = 32768;
+  std::wstring path(kLongestPath, L'\0');
+  path.resize(GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size())));
+  return path.substr(0, path.rfind(L'\\') + 1);
+}
+
 std::wstring FullPath(const std::string& path) {
   const std::wstring given = Utf16(path);
   const DWORD needed = GetFullPathNameW(given.c_str(), 0, nullptr, nullptr);

@@ -5,6 +5,9 @@
 
 namespace windows {
 
+/// The folder of the running program, with a "\" at its end.
+std::wstring ProgramFolder();
+
 /// `path` in UTF-16, absolute and with single separators; a folder's "\" at the end stays.
 /// Empty when the path makes no sense.
 std::wstring FullPath(const std::string& path);

@@ -27,6 +27,15 @@ HWND Owner() {
   return GetActiveWindow();
 }
 
+/// The folder itself or, while it does not exist, the one above it; a proposed folder is often still to be made.
+std::wstring NearestFolder(std::wstring path) {
+  while (!path.empty() && GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
+    const std::size_t cut = path.find_last_of(L'\\', path.size() - 2);
+    path.resize(cut == std::wstring::npos || path.size() < 2 ? 0 : cut + 1);
+  }
+  return path;
+}
+
 int CALLBACK SelectInitialFolder(HWND browser, UINT event, LPARAM, LPARAM folder) {
   if (event == BFFM_INITIALIZED) SendMessageW(browser, BFFM_SETSELECTIONW, TRUE, folder);
   return 0;
@@ -41,7 +50,7 @@ std::wstring PathList(const std::string& path) {
 
 std::string Win32Shell::BrowseForFolder(const std::string& title, const std::string& initialFolder) {
   const std::wstring caption = Utf16(title);
-  const std::wstring initial = FullPath(initialFolder);
+  const std::wstring initial = NearestFolder(FullPath(initialFolder));
   wchar_t path[MAX_PATH] = {};
   BROWSEINFOW browse{};
   browse.hwndOwner = Owner();
@@ -75,6 +84,18 @@ std::int32_t Win32Shell::CopyWithProgress(const std::string& source, const std::
   const int result = SHFileOperationW(&copy);
   // A copy that the operator stopped may well answer 0.
   return result == 0 && copy.fAnyOperationsAborted != FALSE ? std::int32_t{ERROR_CANCELLED} : result;
+}
+
+bool Win32Shell::OpenDocument(const std::string& fileName) {
+  const std::wstring path = ProgramFolder() + Utf16(fileName);
+  if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return false;
+  SHELLEXECUTEINFOW open{};
+  open.cbSize = sizeof open;
+  open.fMask = SEE_MASK_ASYNCOK | SEE_MASK_FLAG_NO_UI;
+  open.hwnd = Owner();
+  open.lpFile = path.c_str();
+  open.nShow = SW_SHOWNORMAL;
+  return ShellExecuteExW(&open) != FALSE;
 }
 
 std::int32_t Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) {

@@ -11,6 +11,7 @@ class Win32Shell : public host::Shell {
   std::string DesktopFolder() override;
   std::int32_t CopyWithProgress(const std::string& source, const std::string& targetFolder,
                                 const std::string& title) override;
+  bool OpenDocument(const std::string& fileName) override;
   std::int32_t FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override;
 };
 

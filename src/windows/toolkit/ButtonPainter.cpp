@@ -42,9 +42,13 @@ void DrawBevel(HDC context, RECT& area, HBRUSH upper, HBRUSH lower) {
   InflateRect(&area, -1, -1);
 }
 
-void DrawFace(HDC context, RECT& area, COLORREF face, bool pushed, GdiCache& gdi) {
+void DrawFace(HDC context, RECT& area, const ButtonColours& colours, bool pushed, GdiCache& gdi) {
+  const COLORREF face = colours.face;
   FillRect(context, &area, gdi.Brush(face));
-  if (pushed) {
+  if (colours.plain) {
+    DrawBevel(context, area, gdi.Brush(colours.text), gdi.Brush(colours.text));
+    InflateRect(&area, -1, -1);
+  } else if (pushed) {
     DrawBevel(context, area, gdi.Brush(DarkShadow(face)), gdi.Brush(Light(face)));
     DrawBevel(context, area, gdi.Brush(Shadow(face)), gdi.Brush(face));
   } else {
@@ -63,12 +67,13 @@ void DrawCaption(HDC context, RECT area, const std::wstring& caption, COLORREF c
   DrawTextW(context, caption.c_str(), -1, &area, format);
 }
 
-void DrawDisabledCaption(HDC context, const RECT& area, const std::wstring& caption, COLORREF face, UINT format) {
-  if (IsHighContrast()) return DrawCaption(context, area, caption, GetSysColor(COLOR_GRAYTEXT), format);
+void DrawDisabledCaption(HDC context, const RECT& area, const std::wstring& caption, const ButtonColours& colours,
+                         UINT format) {
+  if (colours.plain) return DrawCaption(context, area, caption, GetSysColor(COLOR_GRAYTEXT), format);
   RECT lower = area;
   OffsetRect(&lower, 1, 1);
-  DrawCaption(context, lower, caption, Light(face), format);
-  DrawCaption(context, area, caption, Shadow(face), format);
+  DrawCaption(context, lower, caption, Light(colours.face), format);
+  DrawCaption(context, area, caption, Shadow(colours.face), format);
 }
 
 }  // namespace
@@ -84,7 +89,7 @@ void PaintButton(const DRAWITEMSTRUCT& item, const ButtonColours& colours, bool 
   const bool pushed = (item.itemState & ODS_SELECTED) != 0;
   RECT area = item.rcItem;
   if (isDefault) DrawBevel(item.hDC, area, gdi.Brush(colours.text), gdi.Brush(colours.text));
-  DrawFace(item.hDC, area, colours.face, pushed, gdi);
+  DrawFace(item.hDC, area, colours, pushed, gdi);
 
   const SelectScope font(item.hDC, reinterpret_cast<HGDIOBJ>(SendMessageW(item.hwndItem, WM_GETFONT, 0, 0)));
   SetBkMode(item.hDC, TRANSPARENT);
@@ -95,7 +100,7 @@ void PaintButton(const DRAWITEMSTRUCT& item, const ButtonColours& colours, bool 
   if ((item.itemState & ODS_NOACCEL) != 0) format |= DT_HIDEPREFIX;
   const std::wstring caption = WideTextOf(item.hwndItem);
   if ((item.itemState & ODS_DISABLED) != 0) {
-    DrawDisabledCaption(item.hDC, text, caption, colours.face, format);
+    DrawDisabledCaption(item.hDC, text, caption, colours, format);
   } else {
     DrawCaption(item.hDC, text, caption, colours.text, format);
   }

@@ -12,6 +12,9 @@ bool IsHighContrast();
 struct ButtonColours {
   COLORREF face;
   COLORREF text;
+  /// An edge in the text's colour in place of a raised one, whose light and shadow cannot be told from the face
+  /// where that is black.
+  bool plain = false;
 };
 
 /// Draws the button that `item` describes, in the state it names. `isDefault`: it stands behind Enter

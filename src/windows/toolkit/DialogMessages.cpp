@@ -92,6 +92,9 @@ INT_PTR DialogView::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     case kRefreshFonts:
       for (const BoundControl& bound : controls_) WriteAspect(bound, forms::Aspect::Appearance, gdi_);
       return TRUE;
+    case WM_HELP:  // F1 in any control, which passes it on
+      form_.RequestHelp();
+      return Answer(TRUE);
     case WM_SETTINGCHANGE:
     case WM_SYSCOLORCHANGE:
     case WM_THEMECHANGED:
@@ -176,7 +179,9 @@ INT_PTR DialogView::OnControlColour(HDC context, HWND window) {
   if (IsHighContrast()) return FALSE;
   const BoundControl* bound = Find(window);
   if (bound == nullptr) bound = Find(ComboBoxOf(window, controls_));
-  const bool plain = bound == nullptr || bound->control->Kind() == forms::ControlKind::CommandButton;
+  // A field that takes no input stands on the dialog's own colour, as everywhere in Windows.
+  const bool plain =
+      bound == nullptr || bound->control->Kind() == forms::ControlKind::CommandButton || !bound->control->Enabled();
   const forms::Appearance& look = plain ? form_.Look() : bound->control->Look();
   const bool input = !plain && (bound->control->Kind() == forms::ControlKind::TextBox ||
                                 bound->control->Kind() == forms::ControlKind::ComboBox);
@@ -190,9 +195,10 @@ INT_PTR DialogView::OnDrawItem(const DRAWITEMSTRUCT& item) {
   const BoundControl* bound = Find(item.hwndItem);
   if (bound == nullptr || bound->control->Kind() != forms::ControlKind::CommandButton) return FALSE;
   const forms::Appearance& look = bound->control->Look();
-  const ButtonColours colours = IsHighContrast() ? ButtonColours{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNTEXT)}
-                                                 : ButtonColours{look.background, look.foreground};
-  const bool isDefault = bound->control == EnterButton() && GetActiveWindow() == window_;
+  const ButtonColours colours = IsHighContrast()
+                                    ? ButtonColours{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNTEXT), true}
+                                    : ButtonColours{look.background, look.foreground};
+  const bool isDefault = bound->control == EnterButton() && bound->control->Enabled() && GetActiveWindow() == window_;
   PaintButton(item, colours, isDefault, gdi_);
   return TRUE;
 }

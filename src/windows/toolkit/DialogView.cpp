@@ -12,11 +12,14 @@
 
 namespace windows {
 
-DialogView::DialogView(forms::Form& form, HWND owner, GdiCache& gdi, const forms::Pointer& pointer)
+DialogView::DialogView(forms::Form& form, HWND owner, const LayoutFont& font, GdiCache& gdi,
+                       const forms::Pointer& pointer)
     : form_(form), gdi_(gdi), pointer_(pointer) {
   const Writing guard(*this);
-  window_ = CreateDialogParamW(GetModuleHandleW(nullptr), Utf16(form.Name()).c_str(), owner, DialogProc,
-                               reinterpret_cast<LPARAM>(this));
+  const std::vector<std::byte> bytes = TemplateWith(Utf16(form.Name()), font);
+  if (bytes.empty()) return;
+  window_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), reinterpret_cast<const DLGTEMPLATE*>(bytes.data()),
+                                       owner, DialogProc, reinterpret_cast<LPARAM>(this));
   if (window_ == nullptr) return;
   focus_.SetDialog(window_);
   Bind();

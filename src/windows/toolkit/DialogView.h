@@ -9,6 +9,7 @@
 #include "forms/Form.h"
 #include "windows/adapters/Win32.h"
 #include "windows/toolkit/BoundControl.h"
+#include "windows/toolkit/DialogTemplate.h"
 #include "windows/toolkit/FocusKeeper.h"
 #include "windows/toolkit/GdiCache.h"
 
@@ -16,9 +17,9 @@ namespace windows {
 
 class DialogView : public forms::View {
  public:
-  /// Makes the window, hidden, from the template of the form's name. `pointer` is looked at
-  /// whenever the mouse moves over the window.
-  DialogView(forms::Form& form, HWND owner, GdiCache& gdi, const forms::Pointer& pointer);
+  /// Makes the window, hidden, from the template of the form's name, laid out by `font`.
+  /// `pointer` is looked at whenever the mouse moves over the window.
+  DialogView(forms::Form& form, HWND owner, const LayoutFont& font, GdiCache& gdi, const forms::Pointer& pointer);
   ~DialogView() override;
   DialogView(const DialogView&) = delete;
   DialogView& operator=(const DialogView&) = delete;

@@ -50,7 +50,7 @@ Win32Toolkit::Views::iterator Win32Toolkit::FindView(const forms::Form& form) {
 
 void Win32Toolkit::CreateView(forms::Form& form) {
   HWND owner = shown_.empty() ? nullptr : shown_.back()->Window();
-  auto view = std::make_unique<DialogView>(form, owner, gdi_, pointer_);
+  auto view = std::make_unique<DialogView>(form, owner, font_, gdi_, pointer_);
   if (view->Window() == nullptr) return;
   form.SetView(view.get());
   views_.push_back(std::move(view));
@@ -109,6 +109,12 @@ int Win32Toolkit::ScreenWidth() {
 
 int Win32Toolkit::ScreenHeight() {
   return ToTwips(GetSystemMetrics(SM_CYSCREEN), ScreenDpi());
+}
+
+void Win32Toolkit::SetFont(const std::string& name, std::uint32_t points) {
+  constexpr std::uint32_t kSmallest = 6;
+  constexpr std::uint32_t kLargest = 36;
+  font_ = {Utf16(name), static_cast<WORD>(std::clamp(points, kSmallest, kLargest))};
 }
 
 void Win32Toolkit::SetPointer(forms::Pointer pointer) {

@@ -27,6 +27,7 @@ class Win32Toolkit : public forms::Toolkit, public MessageFilter {
   /// Of the primary monitor.
   int ScreenWidth() override;
   int ScreenHeight() override;
+  void SetFont(const std::string& name, std::uint32_t points) override;
   void SetPointer(forms::Pointer pointer) override;
   void ShowPlainMessage(const std::string& text, const std::string& title) override;
 
@@ -41,6 +42,7 @@ class Win32Toolkit : public forms::Toolkit, public MessageFilter {
 
   Win32MessageLoop& loop_;
   GdiCache gdi_;
+  LayoutFont font_;
   forms::Pointer pointer_ = forms::Pointer::Default;
   Views views_;
   std::vector<DialogView*> shown_;  ///< the one in front last

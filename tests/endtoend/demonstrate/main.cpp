@@ -11,34 +11,12 @@
 #include <string>
 
 #include "operator/Operator.h"
+#include "operator/Screen.h"
 #include "resource.h"
 
 namespace {
 
 using namespace endtoend;
-
-// Runs a command of the machine that Wine runs on: Wine starts it like any program,
-// but cannot wait for it.
-void RunNative(const std::string& command) {
-  std::wstring line = Utf16("Z:\\bin\\sh -c \"" + Replaced(command, "\"", "\\\"") + "\"");
-  STARTUPINFOW startup{};
-  startup.cb = sizeof(startup);
-  PROCESS_INFORMATION process{};
-  if (!CreateProcessW(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process))
-    throw std::runtime_error("cannot run " + command);
-  CloseHandle(process.hThread);
-  CloseHandle(process.hProcess);
-}
-
-// The screen as the X server shows it. The picture gets its name when it is whole.
-void TakeScreenshot(const std::string& folder, int number) {
-  Sleep(300);  // a window is on the screen a moment after it is open
-  char name[16];
-  std::snprintf(name, sizeof(name), "%02d.png", number);
-  const std::string picture = folder + "/" + name;
-  RunNative("import -window root '" + picture + ".new.png' && mv '" + picture + ".new.png' '" + picture + "'");
-  WaitUntil([&] { return fs::exists("Z:" + picture); });
-}
 
 void Require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
@@ -143,9 +121,12 @@ int wmain(int argc, wchar_t** argv) {
   const std::string folder = Utf8(argv[1]);
   int step = argc == 2 ? 0 : 50;
   try {
-    Operator person([&](const std::string& text, const Window&) {
+    MoveMouseAway();
+    Operator person([&](const std::string& text, const Window& window) {
       std::printf("%3d  %s\n", ++step, text.c_str());
-      TakeScreenshot(folder, step);
+      char name[16];
+      std::snprintf(name, sizeof(name), "/%02d.png", step);
+      TakeScreenshot(folder + name, window, Part::Screen);
     });
     person.SignIn();
     if (argc == 4) {

@@ -17,6 +17,13 @@ std::wstring TextOf(HWND window) {
   return text.data();
 }
 
+HWND FocusOf(HWND window) {
+  GUITHREADINFO info{};
+  info.cbSize = sizeof(info);
+  GetGUIThreadInfo(GetWindowThreadProcessId(window, nullptr), &info);
+  return info.hwndFocus;
+}
+
 void SendKey(WORD key, bool down) {
   INPUT input{};
   input.type = INPUT_KEYBOARD;
@@ -67,6 +74,11 @@ void Window::Type(int control, const std::string& text) const {
   SendMessageW(Control(control), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(wide.c_str()));
 }
 
+bool Window::HasFocus(int control) const {
+  const HWND focused = FocusOf(handle_);
+  return focused == Control(control) || IsChild(Control(control), focused);
+}
+
 // Setting the text of a combo box raises no notice, as typing into it does.
 void Window::TypeIntoCombo(int control, const std::string& text) const {
   Type(control, text);
@@ -104,10 +116,8 @@ void Window::PressWithShift(int control) const {
 }
 
 void Window::Key(WPARAM key) const {
-  GUITHREADINFO info{};
-  info.cbSize = sizeof(info);
-  GetGUIThreadInfo(GetWindowThreadProcessId(handle_, nullptr), &info);
-  HWND target = info.hwndFocus ? info.hwndFocus : handle_;
+  const HWND focused = FocusOf(handle_);
+  const HWND target = focused ? focused : handle_;
   PostMessageW(target, WM_KEYDOWN, key, 1);
   PostMessageW(target, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }

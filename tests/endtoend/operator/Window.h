@@ -23,6 +23,8 @@ class Window {
   bool IsEnabled(int control) const { return IsWindowEnabled(Control(control)); }
   bool IsVisible(int control) const { return IsWindowVisible(Control(control)); }
   bool IsTicked(int control) const;
+  /// Whether the keyboard works on the control or a part of it.
+  bool HasFocus(int control) const;
 
   void Type(int control, const std::string& text) const;
   void TypeIntoCombo(int control, const std::string& text) const;
