@@ -12,6 +12,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <vector>
 
 #include "MessageDialogIds.h"
 #include "operator/Operator.h"
@@ -37,12 +38,43 @@ struct Holdings {
   }
 };
 
+/// One handle of the list that the system keeps of all; no header describes it.
+struct HandleEntry {
+  void* object;
+  ULONG_PTR processId;
+  ULONG_PTR handle;
+  ULONG access;
+  USHORT creator;
+  USHORT type;
+  ULONG attributes;
+  ULONG reserved;
+};
+
+struct HandleList {
+  ULONG_PTR count;
+  ULONG_PTR reserved;
+  HandleEntry entries[1];
+};
+
+/// GetProcessHandleCount knows nothing under Wine; the list of all handles is there in both worlds.
+DWORD HandlesOf(DWORD processId) {
+  using QuerySystem = LONG(WINAPI*)(ULONG kind, void* answer, ULONG size, ULONG* used);
+  constexpr ULONG kExtendedHandles = 64;
+  const auto query = reinterpret_cast<QuerySystem>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
+  std::vector<std::byte> buffer(std::size_t{4} << 20);
+  if (query(kExtendedHandles, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr) < 0) return 0;
+  const auto& list = *reinterpret_cast<const HandleList*>(buffer.data());
+  return static_cast<DWORD>(std::count_if(list.entries, list.entries + list.count,
+                                          [=](const HandleEntry& entry) { return entry.processId == processId; }));
+}
+
 Holdings HoldingsOf(HANDLE process) {
   Holdings now;
   PROCESS_MEMORY_COUNTERS memory{};
   memory.cb = sizeof memory;
   GetProcessMemoryInfo(process, &memory, sizeof memory);
-  GetProcessHandleCount(process, &now.handles);
+  now.handles = HandlesOf(GetProcessId(process));
   now.gdiObjects = GetGuiResources(process, GR_GDIOBJECTS);
   now.userObjects = GetGuiResources(process, GR_USEROBJECTS);
   now.bytes = memory.PagefileUsage;
