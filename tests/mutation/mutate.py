@@ -20,6 +20,7 @@ COPY = ROOT / "build/mutation"
 ROOMS = ("app", "access", "media", "backup", "restore", "maintenance")
 TESTS = COPY / "build/bin/qx_unit_tests"
 STEP = re.compile(r"^ +(?!return|throw|break|continue|const |static |auto |using |[\w:]+&? \w+[ ({=])[\w:.\->]+(\(| = ).*;$")
+EFFECT = re.compile(r"Write|Line|Copy|Move|Remove|Delete|Record|Run|Reg[SG]et|MakeFolder|Ask|Fail|[sS]taging")
 SWEEPS = "*SingleFault*:*DamagedDescriptor*"
 
 
@@ -55,7 +56,8 @@ def mutants():
                 if new := change(line):
                     found.append((path, i, [line], [new]))
             following = lines[i + 1] if i + 1 < len(lines) else ""
-            if STEP.match(line) and STEP.match(following):
+            # Captions or members set in another order are no fault.
+            if all(STEP.match(text) and EFFECT.search(text) for text in (line, following)):
                 found.append((path, i, [line, following], [following, line]))
     return found
 
