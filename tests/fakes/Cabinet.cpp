@@ -50,7 +50,7 @@ std::optional<CabinetContents> ReadCabinet(const std::string& bytes) {
   if (bytes.size() < kHeaderSize) return std::nullopt;
   CabinetContents contents;
   std::size_t at = kHeaderSize;
-  while (bytes.substr(at) != "END") {
+  while (bytes.compare(at, std::string::npos, "END") != 0) {
     const auto path = TakeText(bytes, at);
     const auto file = path ? TakeText(bytes, at) : std::nullopt;
     if (!file) return std::nullopt;

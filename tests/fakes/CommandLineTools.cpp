@@ -37,7 +37,7 @@ struct XcopyRun {
 
   void CopyFolder(const std::string& source, const std::string& target) {
     for (const auto& entry : disk.Children(source)) {
-      if (broken || (entry->attributes & kHidden) != 0) continue;
+      if (broken) continue;
       const std::string inner = source + entry->name;
       if (entry->isFolder && below) CopyFolder(inner + "\\", target + entry->name + "\\");
       if (!entry->isFolder && FitsWildcard(entry->name, pattern)) CopyFile(*entry, inner, target + entry->name);

@@ -15,7 +15,6 @@
 namespace fakes {
 
 inline constexpr unsigned kReadOnly = 1;
-inline constexpr unsigned kHidden = 2;
 inline constexpr unsigned kArchive = 32;
 
 /// A file or a folder. Names keep their case and are found in any; entries stand in name order.

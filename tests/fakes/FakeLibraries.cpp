@@ -23,7 +23,7 @@ std::int32_t FakeQX32::GetString(const std::string& name, std::size_t capacity, 
   std::string whole;
   if (calls_.Fails("QX32", "GetString", name) || LookUp(pathTable, name, whole) != 0) return -1;
   value = whole.substr(0, capacity);
-  return 0;
+  return found;
 }
 
 std::int32_t FakeQX32::RegGetKeySZ(const std::string& name, std::string& value) {

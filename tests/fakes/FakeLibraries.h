@@ -16,6 +16,7 @@ class FakeQX32 : public host::QX32 {
  public:
   explicit FakeQX32(CallCounter& calls) : calls_(calls) {}
   std::map<std::string, std::string> pathTable;
+  std::int32_t found = 0;  ///< the answer for an entry that is there
   /// Below the host's key; a leading "\" of a name does not count.
   std::map<std::string, std::string> texts;
   std::map<std::string, std::uint32_t> numbers;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <cstdio>
 
 namespace fakes {
@@ -15,26 +14,6 @@ std::string Joined(const char* format, int first, int second, int third) {
 }
 
 }  // namespace
-
-void FakeClock::Advance(int seconds) {
-  using namespace std::chrono;
-  const auto day = sys_days(year(now.year) / now.month / now.day);
-  const sys_seconds later = day + hours(now.hour) + minutes(now.minute) + std::chrono::seconds(now.second + seconds);
-  const year_month_day date(floor<days>(later));
-  const hh_mm_ss time(later - floor<days>(later));
-  now = {int(date.year()),
-         static_cast<int>(unsigned(date.month())),
-         static_cast<int>(unsigned(date.day())),
-         static_cast<int>(time.hours().count()),
-         static_cast<int>(time.minutes().count()),
-         static_cast<int>(time.seconds().count())};
-}
-
-host::LocalTime FakeClock::Now() {
-  const host::LocalTime answer = now;
-  if (secondsPerLook != 0) Advance(secondsPerLook);
-  return answer;
-}
 
 std::string FakeClock::ShortDate(const host::LocalTime& time) {
   return Joined("%04d/%02d/%02d", time.year, time.month, time.day);

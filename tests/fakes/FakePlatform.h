@@ -19,11 +19,8 @@ namespace fakes {
 class FakeClock : public host::Clock {
  public:
   host::LocalTime now{2012, 3, 15, 9, 30, 12};
-  /// Seconds that pass with every look at the clock.
-  int secondsPerLook = 0;
-  void Advance(int seconds);
 
-  host::LocalTime Now() override;
+  host::LocalTime Now() override { return now; }
   std::string ShortDate(const host::LocalTime& time) override;  ///< yyyy/mm/dd
   std::string LongTime(const host::LocalTime& time) override;   ///< hh:mm:ss
 };

@@ -136,8 +136,6 @@ class ScriptedToolkit : public forms::Toolkit {
 
   static constexpr int kFormWidth = 6000;  ///< twips
   static constexpr int kFormHeight = 4000;
-  int screenWidth = 15360;
-  int screenHeight = 11520;
   forms::Pointer pointer = forms::Pointer::Default;
   std::string font;  ///< by which dialogs are laid out, such as "Tahoma 9"
   /// Names of the forms whose windows exist, in the order of creation.
@@ -146,8 +144,8 @@ class ScriptedToolkit : public forms::Toolkit {
   void CreateView(forms::Form& form) override;
   void RunModal(forms::Form& form) override;
   void DestroyView(forms::Form& form) override;
-  int ScreenWidth() override { return screenWidth; }
-  int ScreenHeight() override { return screenHeight; }
+  int ScreenWidth() override { return 15360; }
+  int ScreenHeight() override { return 11520; }
   void SetFont(const std::string& name, std::uint32_t points) override { font = name + " " + std::to_string(points); }
   void SetPointer(forms::Pointer shape) override { pointer = shape; }
   void ShowPlainMessage(const std::string& text, const std::string& title) override;

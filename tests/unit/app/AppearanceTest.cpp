@@ -5,12 +5,9 @@
 #include <sstream>
 
 #include "app/Captions.h"
-#include "unit/app/Fixture.h"
+#include "unit/Station.h"
 
 namespace {
-
-using AppearanceTest = AppTest;
-using CaptionsTest = CatalogueTest;
 
 /// One control of each kind.
 class Sample : public forms::Form {
@@ -25,7 +22,7 @@ class Sample : public forms::Form {
   forms::CommandButton button{*this, "cmdOK"};
 };
 
-TEST_F(AppearanceTest, EveryValueIsRequired) {
+TEST_F(AppTest, EveryValueIsRequired) {
   host.qx32.numbers["BackupUtility\\BUFontSizeS"] = 12;
   EXPECT_EQ(app::ReadAppearanceSettings(application), app::kDone);
   EXPECT_EQ(host.toolkit.font, "Tahoma 12") << "dialogs are laid out by the larger font";
@@ -41,7 +38,7 @@ TEST_F(AppearanceTest, EveryValueIsRequired) {
   }
 }
 
-TEST_F(AppearanceTest, TheHostApplicationIsAnExecutable) {
+TEST_F(AppTest, TheHostApplicationIsAnExecutable) {
   for (const auto& [given, kept] : {std::pair("Tarsus", "Tarsus.exe"),
                                     {"Tarsus.exe", "Tarsus.exe"},
                                     {"Tarsus.EXE", "Tarsus.EXE"},
@@ -52,7 +49,7 @@ TEST_F(AppearanceTest, TheHostApplicationIsAnExecutable) {
   }
 }
 
-TEST_F(AppearanceTest, LookOfEachKind) {
+TEST_F(AppTest, LookOfEachKind) {
   app::AppearanceSettings& settings = application.appearance;
   settings.Font = "Tahoma";
   settings.FontSizeSS = 9;
@@ -64,26 +61,21 @@ TEST_F(AppearanceTest, LookOfEachKind) {
   Sample form(host.toolkit);
   form.error.SetLook({"", 0, 0, 0x0000FF});
   app::ApplyControlAppearance(application, form);
-  const struct {
-    const char* name;
-    const forms::Appearance& look;
-    std::uint32_t size, back, fore;
-  } rows[] = {
-      {"form", form.Look(), 9, 0xB0, 0xF0},          {"label", form.label.Look(), 9, 0xB0, 0xF0},
-      {"error", form.error.Look(), 9, 0xB0, 0xFF},   {"frame", form.frame.Look(), 9, 0xB0, 0xF0},
-      {"check", form.check.Look(), 9, 0xB0, 0xF0},   {"option", form.option.Look(), 9, 0xB0, 0xF0},
-      {"button", form.button.Look(), 9, 0xB1, 0xF0}, {"text", form.text.Look(), 11, 0xC0, 0xF0},
+  const auto expectLook = [](const forms::Appearance& look, const std::vector<std::uint32_t>& sizeBackFore) {
+    EXPECT_EQ(look.fontName, "Tahoma");
+    EXPECT_EQ((std::vector<std::uint32_t>{look.fontSize, look.background, look.foreground}), sizeBackFore);
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(row.look.fontName, "Tahoma") << row.name;
-    EXPECT_EQ(row.look.fontSize, row.size) << row.name;
-    EXPECT_EQ(row.look.background, row.back) << row.name;
-    EXPECT_EQ(row.look.foreground, row.fore) << row.name;
-  }
+  expectLook(form.Look(), {9, 0xB0, 0xF0});
+  for (const forms::Control* control :
+       std::initializer_list<const forms::Control*>{&form.label, &form.frame, &form.check, &form.option})
+    expectLook(control->Look(), {9, 0xB0, 0xF0});
+  expectLook(form.error.Look(), {9, 0xB0, 0xFF});
+  expectLook(form.button.Look(), {9, 0xB1, 0xF0});
+  expectLook(form.text.Look(), {11, 0xC0, 0xF0});
 }
 
 // The screen has 15360 by 11520 twips, the form 6000 by 4000; centred it stands at 4680, 3760.
-TEST_F(AppearanceTest, Places) {
+TEST_F(AppTest, Places) {
   const struct {
     std::optional<int> left, top;
     int newLeft, newTop;
@@ -115,15 +107,6 @@ TEST_F(AppearanceTest, Places) {
   }
 }
 
-TEST_F(AppearanceTest, PlacesThatCannotBeWrittenAreIgnored) {
-  host.calls.FailFrom("QX32", "RegSetKeyDWORD");
-  Sample form(host.toolkit);
-  form.Load();
-  app::RestoreDialogPosition(application, "Sample", form);
-  app::SaveDialogPosition(application, "Sample", form);
-  EXPECT_EQ(form.Left(), 4680);
-}
-
 /// Captions of a form that has the controls of `expected`, in the same notation: "name=caption",
 /// the title without a name.
 std::string Captions(app::Application& application, int dialog, const std::string& expected) {
@@ -139,7 +122,7 @@ std::string Captions(app::Application& application, int dialog, const std::strin
   return found;
 }
 
-TEST_F(CaptionsTest, EveryDialogGetsItsTexts) {
+TEST_F(CatalogueTest, EveryDialogGetsItsTexts) {
   for (auto& [id, text] : host.catalogue.rows) text = std::to_string(id);
   const std::pair<int, const char*> rows[] = {
       {1, "=66010 lblLabel1=66011 lblLabel2=66012 cmdOK=66001 cmdCancel=66002"},
@@ -157,7 +140,7 @@ TEST_F(CaptionsTest, EveryDialogGetsItsTexts) {
   EXPECT_EQ(Captions(application, 4, "lblLabel1="), "= lblLabel1=");
 }
 
-TEST_F(CaptionsTest, AMissingTextDoesNotEndTheLoading) {
+TEST_F(CatalogueTest, AMissingTextDoesNotEndTheLoading) {
   host.catalogue.rows.erase(66011);
   EXPECT_EQ(Captions(application, 1, "lblLabel1= cmdCancel="),
             "=text 66010 lblLabel1=Not Defined! cmdCancel=text 66002");

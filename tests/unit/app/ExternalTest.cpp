@@ -2,28 +2,16 @@
 #include "app/External.h"
 
 #include "app/PathVariables.h"
-#include "unit/app/Fixture.h"
+#include "unit/Station.h"
 
 namespace {
 
-/// Answers neither "found" nor "failed".
-class OddQX32 : public fakes::FakeQX32 {
- public:
-  using FakeQX32::FakeQX32;
-  std::int32_t GetString(const std::string&, std::size_t, std::string& value) override {
-    value = "left over";
-    return 1;
-  }
-};
-
-using ExternalTest = AppTest;
-
-TEST_F(ExternalTest, PathEntries) {
+TEST_F(AppTest, PathEntries) {
   std::string value = "kept";
   EXPECT_EQ(app::GetPathEntry(application, "Nowhere", value), app::kFailed);
-  OddQX32 library(host.calls);
-  app::Application odd(Contracts(host, library, host.compactor), host.toolkit);
-  EXPECT_EQ(app::GetPathEntry(odd, "Temp", value), app::kFailed);
+  host.qx32.found = 1;  // neither "found" nor "failed"
+  EXPECT_EQ(app::GetPathEntry(application, "Temp", value), app::kFailed);
+  host.qx32.found = 0;
   EXPECT_EQ(value, "kept");
   host.qx32.pathTable["Temp"] = std::string(600, 'x');
   EXPECT_EQ(app::GetPathEntry(application, "Temp", value), app::kDone);
@@ -39,7 +27,7 @@ TEST(CutAtNul, DropsThePrefixFirst) {
   EXPECT_EQ(app::CutAtNul("no end"), "no end");
 }
 
-TEST_F(ExternalTest, IniValues) {
+TEST_F(AppTest, IniValues) {
   host.WriteLines("C:\\x.ini", {"[One]", "Blank =1", "  Indented=2", "Key=  a = b  ", "key=lower", "Tab=\tx", "[Two]",
                                 "Key=second", ";Comment=no", "Disk12=piece", "Ümlaut=grün", "Empty="});
   const struct {
@@ -53,15 +41,12 @@ TEST_F(ExternalTest, IniValues) {
   for (const auto& row : rows)
     EXPECT_EQ(app::ReadIniValue(application, " C: ", "x.ini", row.key), row.value) << row.key;
   EXPECT_EQ(app::ReadIniValue(application, "C:\\", "missing.ini", "Key"), "");
+  host.messageLoop.yields = 0;
+  app::ReadIniValue(application, "C:\\", "x.ini", "Key");
+  EXPECT_EQ(host.messageLoop.yields, 4) << "events are served after each line, up to the one that fits";
 }
 
-TEST_F(ExternalTest, TheIniReaderServesEventsAfterEachLine) {
-  host.WriteLines("C:\\x.ini", {"a=1", "b=2", "c=3", "d=4"});
-  app::ReadIniValue(application, "C:\\", "x.ini", "c");
-  EXPECT_EQ(host.messageLoop.yields, 3);
-}
-
-TEST_F(ExternalTest, RunAndWaitDoesNotLookAtTheExitCode) {
+TEST_F(AppTest, RunAndWaitDoesNotLookAtTheExitCode) {
   host.processes.Install("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; });
   EXPECT_NE(app::RunAndWait(application, "C:\\Tarsus\\fails.bat"), 0u);
   EXPECT_TRUE(host.processes.started.at(0).waitedFor);
@@ -71,7 +56,7 @@ TEST_F(ExternalTest, RunAndWaitDoesNotLookAtTheExitCode) {
   EXPECT_EQ(app::RunAndWait(application, "C:\\Tarsus\\fails.bat"), 0u);
 }
 
-TEST_F(ExternalTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
+TEST_F(AppTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
   host.disk.SetCurrentFolder("C:\\");
   {
     const app::CurrentFolderScope scope(application, "D:\\", "C:\\Tarsus");
@@ -83,7 +68,7 @@ TEST_F(ExternalTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
   EXPECT_EQ(host.disk.CurrentFolder(), "C:\\");
 }
 
-TEST_F(ExternalTest, PathVariables) {
+TEST_F(AppTest, PathVariables) {
   const struct {
     const char* item;
     const char* expanded;
@@ -103,7 +88,7 @@ TEST_F(ExternalTest, PathVariables) {
   }
 }
 
-TEST_F(ExternalTest, VariablesThatThePathTableDoesNotKnow) {
+TEST_F(AppTest, VariablesThatThePathTableDoesNotKnow) {
   for (const char* item : {"%Nowhere%\\a", "%Temp%\\%System%\\a", "100%", "%%"}) {
     host.person.ExpectMessage(60326);
     std::string changed = item;

@@ -2,13 +2,9 @@
 #include "app/Log.h"
 #include "app/Messages.h"
 #include "app/Records.h"
-#include "unit/app/Fixture.h"
+#include "unit/Station.h"
 
 namespace {
-
-using LogTest = AppTest;
-using MessagesTest = CatalogueTest;
-using RecordsTest = AppTest;
 
 TEST(LogLine, TagsLineUp) {
   const struct {
@@ -24,31 +20,7 @@ TEST(LogLine, TagsLineUp) {
   }
 }
 
-TEST_F(LogTest, AppendsLinesToTheFolderOfThePathTable) {
-  app::WriteLog(application, 1, app::LogLevel::Information, "one");
-  app::WriteLog(application, 1, app::LogLevel::Error, "two");
-  EXPECT_EQ(host.disk.Read(fakes::kLogFile),
-            "[2012/03/15 09:30:12] [Informatin]  one\r\n[2012/03/15 09:30:12] [Error]       two\r\n");
-  EXPECT_EQ(host.calls.CountOf("ComponentFactory", "CreateLogWriter"), 2u);
-}
-
-TEST_F(LogTest, AnUnreadableFolderIsSaidAndTheLineStillWritten) {
-  host.qx32.pathTable.erase("Log");
-  host.disk.SetCurrentFolder("C:\\");
-  host.person.ExpectMessage(60326);
-  app::WriteLog(application, 1, app::LogLevel::Information, "text");
-  EXPECT_TRUE(host.disk.IsFile("\\BackupUtility.log"));
-}
-
-TEST_F(LogTest, AFailingWriterIsNotReported) {
-  host.calls.FailFrom("LogWriter", "WriteLine");
-  app::WriteLog(application, 1, app::LogLevel::Information, "text");
-  host.calls.FailFrom("ComponentFactory", "CreateLogWriter");
-  app::WriteLog(application, 1, app::LogLevel::Information, "text");
-  EXPECT_TRUE(host.person.Messages().empty());
-}
-
-TEST_F(MessagesTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {
+TEST_F(CatalogueTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {
   host.catalogue.rows[66001] = std::nullopt;
   EXPECT_EQ(app::GetMessageText(application, 66001), "Not Defined!");
   EXPECT_EQ(app::GetMessageText(application, 12345), "Not Defined!");
@@ -56,7 +28,7 @@ TEST_F(MessagesTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {
   EXPECT_FALSE(host.catalogue.AtEnd());  // the whole table is in view again
 }
 
-TEST_F(MessagesTest, AFilterThatFailsYieldsNoOtherRowsText) {
+TEST_F(CatalogueTest, AFilterThatFailsYieldsNoOtherRowsText) {
   for (const std::size_t n : {1u, 2u}) {
     host.calls.FailFrom("CatalogueTable", "SetFilter", n);
     EXPECT_EQ(app::GetMessageText(application, 10000), "Not Defined!");
@@ -64,7 +36,7 @@ TEST_F(MessagesTest, AFilterThatFailsYieldsNoOtherRowsText) {
   }
 }
 
-TEST_F(MessagesTest, ShowingClearsThePendingMessage) {
+TEST_F(CatalogueTest, ShowingClearsThePendingMessage) {
   application.state.PendingMessageId = 60382;
   host.person.ExpectMessage(60382).ExpectMessage(60351).ExpectMessage(60361, 2).ExpectMessage(60521);
   app::ShowPendingMessage(application, 60351);
@@ -77,7 +49,7 @@ TEST_F(MessagesTest, ShowingClearsThePendingMessage) {
   EXPECT_EQ(host.person.Messages()[3].text2, "7");
 }
 
-TEST_F(MessagesTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
+TEST_F(CatalogueTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
   host.person.ExpectMessage(60260).ExpectMessage(60260);
   app::ShowMessage(application, 60260);
   application.messageDialog.reset();
@@ -89,22 +61,15 @@ TEST_F(MessagesTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
   EXPECT_EQ(application.state.PendingMessageId, 0);
 }
 
-TEST_F(RecordsTest, AuditTrail) {
-  application.state.SignInOutWords = {"in", "out"};
-  application.state.PhaseWords = {"start", "end"};
-  application.state.ProgramTitle = "Backup";
-  application.state.CategoryNames[8] = "Report data";
-  EXPECT_EQ(app::RecordSignInOut(application, "U1", app::SignInOut::SignOut), 0);
-  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::End, 8), 0);
+TEST_F(AppTest, AuditTrailKnowsTenCategories) {
   EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 9), 0);
   EXPECT_NE(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 10), 0);
-  EXPECT_EQ(host.Told().auditRecords, (std::vector<std::string>{"U1|out|Backup", "U1|end|Report data", "U1|start|"}));
+  EXPECT_EQ(host.Told().auditRecords, Names{"U1||"});
   host.calls.FailFrom("ComponentFactory", "CreateAuditTrail");
-  EXPECT_NE(app::RecordSignInOut(application, "U1", app::SignInOut::SignIn), 0);
   EXPECT_NE(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 0), 0);
 }
 
-TEST_F(RecordsTest, OperationsAreRecordedWhenTheRecorderWasLost) {
+TEST_F(AppTest, OperationsAreRecordedWhenTheRecorderWasLost) {
   application.state.HostName = "WS1";
   application.state.UserId = "U1";
   app::RecordOperation(application, "MainMenu", "END");

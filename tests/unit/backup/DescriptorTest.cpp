@@ -1,25 +1,12 @@
 // The descriptor, byte for byte.
 #include "backup/Descriptor.h"
 
-#include "unit/backup/JobFixture.h"
+#include "unit/Station.h"
 
 namespace {
 
 constexpr const char* kFile = "C:\\Work\\BackupInfo.ini";
 const std::string kHead = "[Info]\r\nAppVersion=3.00\r\nDate=2012/03/15 09:30:12\r\nAppType=Tarsus\r\n";
-
-TEST_F(JobTest, DescriptorOfOneMediumListsArchivesAndVersionsInOrder) {
-  for (const char* name : {"SystemData.cab", "PatientData.cab", "notes.txt"}) {
-    host.disk.Write(std::string(kStaging) + name, "x");
-  }
-  application.state.Present = {true, true, true, true, true, true, true, true};
-  EXPECT_EQ(backup::WriteDescriptor(application, 0), app::kDone);
-  EXPECT_EQ(host.disk.Read(kFile), kHead +
-                                       "CABFile=PatientData.cab;SystemData.cab;\r\n\r\n[VersionInfo]\r\n"
-                                       "PatientData=V2.1\r\nMenuData=V2.1\r\nSystemData=V2.1\r\nUserData=V2.1\r\n"
-                                       "ExplanationData=V2.1\r\nIPCounter=V2.1\r\nReportSetData=V2.1\r\n"
-                                       "ReportData=V2.1\r\n\r\n");
-}
 
 struct SplitSet {
   std::uint32_t size;
@@ -60,21 +47,6 @@ TEST_F(JobTest, DescriptorNeedsAVersionOfEachCategory) {
   application.state.Present.MenuData = true;
   EXPECT_EQ(backup::WriteDescriptor(application, 0), app::kFailed);
   EXPECT_TRUE(host.disk.Read(kFile).ends_with("PatientData=V9\r\n")) << "left as far as it was written";
-}
-
-TEST_F(JobTest, DescriptorReportsEveryWriteThatFails) {
-  application.state.Present.PatientData = true;
-  struct Fault {
-    const char* contract;
-    const char* method;
-  };
-  for (const Fault fault : {Fault{"FileSystem", "AppendText"}, Fault{"FileSystem", "List"},
-                            Fault{"TextWriter", "Write"}, Fault{"TextWriter", "Close"}}) {
-    SCOPED_TRACE(fault.method);
-    host.calls.Reset();
-    host.calls.FailFrom(fault.contract, fault.method);
-    EXPECT_EQ(backup::WriteDescriptor(application, 0), app::kFailed);
-  }
 }
 
 TEST_F(JobTest, HostApplicationTypeHasNoExtension) {

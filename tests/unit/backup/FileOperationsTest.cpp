@@ -2,24 +2,19 @@
 #include "backup/FileOperations.h"
 
 #include "backup/StagingFolder.h"
-#include "unit/backup/JobFixture.h"
+#include "unit/Station.h"
 
 namespace {
 
 TEST_F(JobTest, XcopysExitCodeDecides) {
-  struct Exit {
-    std::uint32_t code;
-    app::ResultCode result;
-  };
-  for (const Exit exit : {Exit{0, 0}, Exit{1, -99}, Exit{2, -99}, Exit{4, -1}, Exit{5, -99}}) {
-    host.processes.Install("C:\\Windows\\System32\\CMD.exe",
-                           [=](fakes::Disk&, const fakes::Words&) { return exit.code; });
-    EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a b\\c.txt", "D:\\x\\"), exit.result) << exit.code;
+  for (const auto& [exit, result] : {std::pair(0u, 0), {1u, -99}, {2u, -99}, {4u, -1}, {5u, -99}}) {
+    host.processes.Install(kInterpreter, [code = exit](fakes::Disk&, const fakes::Words&) { return code; });
+    EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a b\\c.txt", "D:\\x\\"), result) << exit;
     EXPECT_EQ(host.processes.started.back().commandLine, "CMD /C xcopy \"C:\\a b\\c.txt\" \"D:\\x\\\" /S /Y");
   }
   host.calls.FailFrom("StartedProgram", "Wait");
   EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
-  host.disk.Remove("C:\\Windows\\System32\\CMD.exe");
+  host.disk.Remove(kInterpreter);
   EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
 }
 
@@ -53,12 +48,6 @@ TEST_F(JobTest, StagingFolderIsNamedAfterTheSecondAndGoesEvenWhenItIsCurrent) {
   EXPECT_TRUE(host.disk.Children("C:\\Users\\Operator\\Temp").empty());
   EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone) << "nothing is left to remove";
   EXPECT_TRUE(host.disk.IsFolder("C:\\Users\\Operator\\Temp"));
-}
-
-TEST_F(JobTest, StagingFolderThatCannotBeMadeIsEmpty) {
-  host.calls.FailFrom("FileSystem", "MakePrivateFolder");
-  EXPECT_EQ(backup::CreateStagingFolder(application), "");
-  EXPECT_EQ(application.state.StagingFolder, "");
 }
 
 }  // namespace

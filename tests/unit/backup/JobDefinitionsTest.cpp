@@ -1,7 +1,7 @@
 // The grammar of the job-definition file.
 #include <optional>
 
-#include "unit/backup/JobFixture.h"
+#include "unit/Station.h"
 
 namespace {
 

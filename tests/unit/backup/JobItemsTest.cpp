@@ -2,11 +2,16 @@
 #include "backup/JobItems.h"
 
 #include "backup/LogDeletion.h"
-#include "unit/backup/JobFixture.h"
+#include "unit/Station.h"
 
 namespace {
 
 using Executor = app::ResultCode (*)(const backup::JobContext&, const std::string&);
+constexpr Executor kFile = backup::RunCommonFileItems;
+constexpr Executor kFolder = backup::RunFolderItems;
+constexpr Executor kEvents = backup::RunEventLogItems;
+constexpr Executor kRegistry = backup::RunRegFileItems;
+constexpr Executor kBatch = backup::RunBatFileItems;
 
 struct Case {
   const char* name;
@@ -18,48 +23,27 @@ struct Case {
 };
 
 const Case kCases[] = {
-    {"no key", backup::RunCommonFileItems, "; none", 1, {}},
-    {"common file", backup::RunCommonFileItems, "CommonFile=%System%\\Tarsus.log", 0, {"Tarsus.log"}},
-    {"text before the variable is lost",
-     backup::RunCommonFileItems,
-     "CommonFile=junk%System%\\Tarsus.log",
-     0,
-     {"Tarsus.log"}},
-    {"one of several common files",
-     backup::RunCommonFileItems,
-     "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini",
-     0,
-     {"menu.ini"}},
-    {"no common file there", backup::RunCommonFileItems, "CommonFile=C:\\none.x", 1, {}},
-    {"unknown variable",
-     backup::RunCommonFileItems,
-     "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini",
-     -1,
-     {},
-     true},
-    {"folder below the root", backup::RunFolderItems, "Folder=Menu", 0, {"Menu\\menu.ini"}},
-    {"folder with many separators at its end",
-     backup::RunFolderItems,
-     "Folder=C:\\Tarsus\\Menu\\\\",
-     0,
-     {"Menu\\menu.ini"}},
-    {"two folders, one of them missing",
-     backup::RunFolderItems,
-     "Folder=Menu;None;%Data%\\..\\User\\",
-     0,
-     {"Menu\\menu.ini", "User\\users.dat"}},
-    {"folder missing", backup::RunFolderItems, "Folder=None", 1, {}},
-    {"unknown variable of a folder", backup::RunFolderItems, "Folder=%Nowhere%\\a", -1, {}, true},
-    {"event log", backup::RunEventLogItems, "EventLog=", 0, {"Application.evt"}},
-    {"event log program missing", backup::RunEventLogItems, "EventLog=%System%\\none.exe", 1, {}},
-    {"event log program that writes nothing", backup::RunEventLogItems, "EventLog=%System%\\LoadPatients.bat", 1, {}},
-    {"event log without a folder", backup::RunEventLogItems, "EventLog=BackupEventLog.exe", 1, {}},
-    {"default registry export", backup::RunRegFileItems, "RegFile=", 0, {"Tarsus.reg"}},
-    {"registry program", backup::RunRegFileItems, "RegFile=%Temp%\\ExportKeys.exe;", 0, {"Keys.reg"}},
-    {"batch file", backup::RunBatFileItems, "BatFile=%System%\\DumpPatients.bat", 0, {}},
-    {"batch file missing", backup::RunBatFileItems, "BatFile=%System%\\none.bat", -1, {}},
-    {"batch file in a missing folder", backup::RunBatFileItems, "BatFile=C:\\none\\DumpPatients.bat", -1, {}},
-    {"empty batch file", backup::RunBatFileItems, "BatFile=", 1, {}},
+    {"no key", kFile, "; none", 1, {}},
+    {"common file", kFile, "CommonFile=%System%\\Tarsus.log", 0, {"Tarsus.log"}},
+    {"text before the variable is lost", kFile, "CommonFile=junk%System%\\Tarsus.log", 0, {"Tarsus.log"}},
+    {"one of several", kFile, "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini", 0, {"menu.ini"}},
+    {"no common file there", kFile, "CommonFile=C:\\none.x", 1, {}},
+    {"unknown variable", kFile, "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini", -1, {}, true},
+    {"folder below the root", kFolder, "Folder=Menu", 0, {"Menu\\menu.ini"}},
+    {"many separators at its end", kFolder, "Folder=C:\\Tarsus\\Menu\\\\", 0, {"Menu\\menu.ini"}},
+    {"one missing", kFolder, "Folder=Menu;None;%Data%\\..\\User\\", 0, {"Menu\\menu.ini", "User\\users.dat"}},
+    {"folder missing", kFolder, "Folder=None", 1, {}},
+    {"unknown variable of a folder", kFolder, "Folder=%Nowhere%\\a", -1, {}, true},
+    {"event log", kEvents, "EventLog=", 0, {"Application.evt"}},
+    {"event log program missing", kEvents, "EventLog=%System%\\none.exe", 1, {}},
+    {"event log program that writes nothing", kEvents, "EventLog=%System%\\LoadPatients.bat", 1, {}},
+    {"event log without a folder", kEvents, "EventLog=BackupEventLog.exe", 1, {}},
+    {"default registry export", kRegistry, "RegFile=", 0, {"Tarsus.reg"}},
+    {"registry program", kRegistry, "RegFile=%Temp%\\ExportKeys.exe;", 0, {"Keys.reg"}},
+    {"batch file", kBatch, "BatFile=%System%\\DumpPatients.bat", 0, {}},
+    {"batch file missing", kBatch, "BatFile=%System%\\none.bat", -1, {}},
+    {"batch file in a missing folder", kBatch, "BatFile=C:\\none\\DumpPatients.bat", -1, {}},
+    {"empty batch file", kBatch, "BatFile=", 1, {}},
 };
 
 TEST(JobItems, GatherIntoTheStagingFolder) {
@@ -111,10 +95,9 @@ TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenAMaintenanceLogWantsImages) {
 
 TEST_F(JobTest, MaintenanceTakesWhatABatchFileExports) {
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  for (const char* name : {"a.txt", "b.BCP", "c.fmtt", "d.log", "e.dat"}) {
-    host.disk.Write(std::string("C:\\Dump\\") + name, "x");
-  }
-  host.processes.Install("C:\\Dump\\dump.bat", [](fakes::Disk&, const fakes::Words&) { return 0u; });
+  for (const std::string name : {"a.txt", "b.BCP", "c.fmtt", "d.log", "e.dat"})
+    host.disk.Write("C:\\Dump\\" + name, "x");
+  host.processes.Install("C:\\Dump\\dump.bat", DoNothing);
   host.disk.MakeFolders("C:\\Work\\BCP");
   LoadSection("MAINTENANCE", {"BatFile=C:\\Dump\\dump.bat"});
   EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), app::kDone);
@@ -126,7 +109,7 @@ TEST_F(JobTest, MaintenanceTakesWhatABatchFileExports) {
 
 struct Deletion {
   const char* name;
-  std::vector<std::string> lines;
+  Names lines;
   app::ResultCode result;
   Names kept;  ///< of C:\Logs
   bool unknownVariable = false;

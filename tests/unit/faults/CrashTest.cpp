@@ -1,6 +1,4 @@
 // The power goes at any moment of a backup: what then stands at the destination is restored.
-#include <gtest/gtest.h>
-
 #include <iostream>
 
 #include "unit/faults/Route.h"

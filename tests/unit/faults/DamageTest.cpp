@@ -1,6 +1,4 @@
 // A finished set whose descriptor is damaged: a restore refuses it, or brings back nothing but what was saved.
-#include <gtest/gtest.h>
-
 #include <iostream>
 
 #include "unit/faults/Route.h"
@@ -35,33 +33,34 @@ Outcome RestoreWith(const std::string& descriptor) {
   return after == kWhole ? Outcome::Whole : Outcome::Part;
 }
 
-void Print(const char* what, std::map<Outcome, int>& counts) {
-  std::cout << what << ": refused " << counts[Outcome::Refused] << ", nothing offered "
+/// Tries all of these descriptors.
+void RestoreWithEach(const char* damage, const std::vector<std::string>& descriptors) {
+  std::map<Outcome, int> counts;
+  for (const std::string& descriptor : descriptors) ++counts[RestoreWith(descriptor)];
+  std::cout << damage << ": refused " << counts[Outcome::Refused] << ", nothing offered "
             << counts[Outcome::NothingOffered] << ", part offered " << counts[Outcome::Part] << ", whole "
             << counts[Outcome::Whole] << "\n";
+  EXPECT_GT(counts[Outcome::Refused], 0);
 }
 
 TEST(DamagedDescriptor, EveryTruncationIsRefusedOrOffersWhatIsLeft) {
   const std::string whole = FlawlessSet("Folder").front().at(kDescriptor);
-  std::map<Outcome, int> counts;
-  for (std::size_t length = 0; length < whole.size(); ++length) ++counts[RestoreWith(whole.substr(0, length))];
-  Print("truncated", counts);
-  EXPECT_GT(counts[Outcome::Refused], 0);
+  std::vector<std::string> truncated;
+  for (std::size_t length = 0; length < whole.size(); ++length) truncated.push_back(whole.substr(0, length));
+  RestoreWithEach("truncated", truncated);
   EXPECT_EQ(RestoreWith(whole), Outcome::Whole);
 }
 
 TEST(DamagedDescriptor, EveryFlippedBitIsRefusedOrRestoresNothingButWhatWasSaved) {
   const std::string whole = FlawlessSet("Folder").front().at(kDescriptor);
-  std::map<Outcome, int> counts;
+  std::vector<std::string> flipped;
   for (std::size_t at = 0; at < whole.size(); ++at) {
     for (const int bit : {0x01, 0x20, 0x80}) {
-      std::string flipped = whole;
-      flipped[at] = static_cast<char>(flipped[at] ^ bit);
-      ++counts[RestoreWith(flipped)];
+      flipped.push_back(whole);
+      flipped.back()[at] = static_cast<char>(whole[at] ^ bit);
     }
   }
-  Print("flipped", counts);
-  EXPECT_GT(counts[Outcome::Refused], 0);
+  RestoreWithEach("flipped", flipped);
 }
 
 }  // namespace

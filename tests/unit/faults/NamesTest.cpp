@@ -1,7 +1,5 @@
 // File names that break careless programs: every one comes back, or its loss is told.
-#include <gtest/gtest.h>
-
-#include "unit/restore/RestoreSession.h"
+#include "unit/Session.h"
 
 namespace {
 
@@ -17,24 +15,20 @@ const char* const kNames[] = {
 
 /// Files below the odd folder, after they were saved, lost and restored with these items.
 MediumFiles SaveAndRestore(const std::string& items) {
-  RestoreSession session;
+  Session session;
   for (const char* name : kNames) {
     EXPECT_TRUE(session.disk.Write(kFolder + std::string(name), name)) << name;
     EXPECT_TRUE(session.disk.Write(kFolder + std::string("below\\") + name, name)) << name;
   }
-  session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", {"[REPORT_BACKUP]", items, "[REPORT_RESTORE]", items});
-  session.BeginBackup({.report = true});
+  Jobs({"[REPORT_BACKUP]", items, "[REPORT_RESTORE]", items})(session);
+  session.BeginBackup(kReportOnly);
   session.AcceptFolder(kSetFolder);
-  session.person.ExpectMessage(64302, app::kConsented).ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({64302, 65300});
   session.disk.Remove("C:\\Tarsus\\Odd [1] & (2)");
   session.disk.MakeFolders(kFolder);
-  session.BeginRestore(kSetFolder);
+  session.BeginRestore();
   session.StartRestore("------x-");
-  session.person.ExpectMessage(65400);
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({65400});
   return session.disk.Tree(kFolder);
 }
 
@@ -50,35 +44,14 @@ TEST(OddNames, ComeBack) {
   }
 }
 
-/// What a report backup of `items` ends with: the messages that are shown, and the log.
-std::string LogOfFailure(RestoreSession& session, const std::string& items) {
-  session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", {"[REPORT_BACKUP]", items});
-  session.BeginBackup({.report = true});
-  session.person.ExpectMessage(60371);
-  session.LeaveBackup();
-  session.Run();
-  return session.disk.Read(fakes::kLogFile);
-}
-
 TEST(OddNames, TooLongPathsAreTold) {
-  RestoreSession session;
+  Session session;
   const std::string folder = "C:\\Long\\";
   session.disk.Write(folder + std::string(kLongestPath - folder.size(), 'n'), "fits here, not in the staging folder");
-  EXPECT_NE(LogOfFailure(session, "Folder=C:\\Long").find("Exit code 4: CMD /C xcopy \"C:\\Long\""), std::string::npos);
-}
-
-TEST(OddNames, MoreFilesThanACommandLineTakesAreTold) {
-  RestoreSession session;
-  for (int i = 0; i < 5000; ++i) session.disk.Write("C:\\Tarsus\\Many\\" + std::to_string(i) + ".txt", "x");
-  EXPECT_NE(LogOfFailure(session, "CommonFile=C:\\Tarsus\\Many\\*.*").find("Too many files for one command line"),
-            std::string::npos);
-  session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", {"[REPORT_BACKUP]", "Folder=Many"});
-  session.BeginBackup({.report = true});
-  session.AcceptFolder(kSetFolder);
-  session.person.ExpectMessage(64302, app::kConsented).ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
-  EXPECT_EQ(session.Unpacked(std::string(kSetFolder) + "ReportData.cab").size(), 5000u);
+  Jobs({"[REPORT_BACKUP]", "Folder=C:\\Long"})(session);
+  session.BeginBackup(kReportOnly);
+  session.LeaveBackupAfter({60371});
+  EXPECT_NE(session.disk.Read(fakes::kLogFile).find("Exit code 4: CMD /C xcopy \"C:\\Long\""), std::string::npos);
 }
 
 }  // namespace

@@ -1,10 +1,6 @@
 #include "unit/faults/Route.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-
-#include "unit/restore/RestoreSession.h"
 
 namespace faults {
 namespace {
@@ -65,11 +61,11 @@ void PutImages(Course& course) {
 
 void WantImages(Course& course) {
   PutImages(course);
-  course.WriteLines("C:\\Tarsus\\System\\BackupList.ini", {"[MAINTENANCE]", "EventLog=", "Folder=Image.DDO"});
+  Jobs({"[MAINTENANCE]", "EventLog=", "Folder=Image.DDO"})(course);
   course.Told().studies["SELECT RIGHT(URL,LEN(URL)-7)"].rows = {{"C:\\Tarsus\\Image\\image.ddo", "2012-03-14"}};
 }
 
-void Start(maintenance::frmMaintenance& form, const Route& route) {
+void Start(frmMaintenance& form, const Route& route) {
   if (route.arrange == WantImages) {
     fakes::Tick(form.Option2);
     fakes::Tick(form.Option4);
@@ -78,7 +74,7 @@ void Start(maintenance::frmMaintenance& form, const Route& route) {
   fakes::Press(form.cmdStart);
 }
 
-void Start(flows::frmBackup& form) {
+void Start(frmBackup& form) {
   fakes::Tick(form.chkSystemData);
   fakes::Tick(form.chkReportData);
   fakes::Press(form.cmdStart);
@@ -108,26 +104,25 @@ Course::Course(const Route& way) : route(way) {
 
 void Course::AddHabits() {
   // Whoever is asked for something a second time gives up: the first try has failed.
-  person.Habit<flows::frmUserAuthentication>([signedIn = false](flows::frmUserAuthentication& form) mutable {
-    if (std::exchange(signedIn, true)) return fakes::Press(form.cmdCancel, flows::kShift);
+  person.Habit<frmUserAuthentication>([signedIn = false](frmUserAuthentication& form) mutable {
+    if (std::exchange(signedIn, true)) return fakes::Press(form.cmdCancel, kShift);
     fakes::Choose(form.cmbUserName, fakes::kServiceUser);
     fakes::Type(form.txtPassword, "secret");
     fakes::Press(form.cmdOK);
   });
-  person.Habit<flows::frmMainMenu>([this, entered = false](flows::frmMainMenu& form) mutable {
+  person.Habit<frmMainMenu>([this, entered = false](frmMainMenu& form) mutable {
     forms::CommandButton& item = form.cmdMenu[route.menuItem];
     const bool again = std::exchange(entered, true);
-    again || !item.Enabled() ? fakes::Press(form.cmdEnd, flows::kShift) : fakes::Press(item);
+    again || !item.Enabled() ? fakes::Press(form.cmdEnd, kShift) : fakes::Press(item);
   });
-  person.Habit<flows::frmBackup>(
-      [this](flows::frmBackup& form) { Begins() ? Start(form) : fakes::Press(form.cmdCancel); });
+  person.Habit<frmBackup>([this](frmBackup& form) { Begins() ? Start(form) : fakes::Press(form.cmdCancel); });
   person.Habit<frmRestore>([this](frmRestore& form) {
     if (!Begins()) return fakes::Press(form.cmdCancel);
     offersNothing = !Start(form);
   });
-  person.Habit<maintenance::frmMaintenance>(
-      [this](maintenance::frmMaintenance& form) { Begins() ? Start(form, route) : fakes::Press(form.cmdCancel); });
-  person.Habit<flows::frmSelectFolder>([this, chosen = false](flows::frmSelectFolder& form) mutable {
+  person.Habit<frmMaintenance>(
+      [this](frmMaintenance& form) { Begins() ? Start(form, route) : fakes::Press(form.cmdCancel); });
+  person.Habit<frmSelectFolder>([this, chosen = false](frmSelectFolder& form) mutable {
     if (std::exchange(chosen, true)) return fakes::Press(form.cmdCancel);
     fakes::Type(form.txtFolder, route.folder);
     fakes::Press(form.cmdOK);

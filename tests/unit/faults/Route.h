@@ -8,8 +8,7 @@
 #include <utility>
 #include <vector>
 
-#include "maintenance/frmMaintenance.h"
-#include "unit/restore/RestoreSession.h"
+#include "unit/Session.h"
 
 namespace faults {
 
@@ -27,7 +26,7 @@ struct Route {
 };
 
 /// One run of a route on a workstation of its own.
-struct Course : RestoreSession {
+struct Course : Session {
   explicit Course(const Route& route);
 
   /// From start-up to exit, whatever comes.

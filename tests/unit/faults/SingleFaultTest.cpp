@@ -1,6 +1,4 @@
 // Every call that leaves the program fails once, and then for good: on every road, at every call.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <iostream>
 #include <set>
@@ -26,13 +24,9 @@ struct Flawless {
   MediumFiles destination;
 };
 
-bool IsCall(const fakes::Call& call, const std::string& contract) {
-  return call.contract == contract;
-}
-
 /// Calls whose failure takes the program's voice: nothing can be shown then.
 bool SilencesMessages(const fakes::Call& call) {
-  return IsCall(call, "MessageDialog") || (IsCall(call, "ComponentFactory") && call.method == "CreateMessageDialog");
+  return call.contract == "MessageDialog" || call.method == "CreateMessageDialog";
 }
 
 /// Whether the log says that something was left out.
@@ -95,6 +89,21 @@ std::string Judge(Course& course, const Flawless& flawless, const fakes::Call& f
   return faults;
 }
 
+bool IsSame(const fakes::Call& left, const fakes::Call& right) {
+  return left.contract == right.contract && left.method == right.method && left.detail == right.detail;
+}
+
+/// The first call to fail on a route. Runs with floppies are long, and up to the choice of the drive they
+/// are the same as those with a folder, whose every call fails too.
+std::size_t FirstFault(const Route& route, const std::vector<fakes::Call>& calls) {
+  if (!route.UsesFloppies()) return 0;
+  Course sibling(RouteNamed(route.IsRestore() ? "RestoreFolder" : "Folder"));
+  sibling.Travel();
+  const auto& others = sibling.calls.Calls();
+  return static_cast<std::size_t>(
+      std::mismatch(calls.begin(), calls.end(), others.begin(), others.end(), IsSame).first - calls.begin());
+}
+
 class SingleFault : public testing::TestWithParam<std::tuple<std::size_t, Persistence>> {};
 
 TEST_P(SingleFault, IsToldAndLosesNothing) {
@@ -103,7 +112,8 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
   Flawless flawless(route);
   ASSERT_TRUE(flawless.course.ReportedSuccess());
   const std::vector<fakes::Call>& calls = flawless.course.calls.Calls();
-  for (std::size_t n = 1; n <= calls.size(); ++n) {
+  const std::size_t first = FirstFault(route, calls);
+  for (std::size_t n = first + 1; n <= calls.size(); ++n) {
     Course course(route);
     persistence == Persistence::Once ? course.calls.FailCall(n) : course.calls.FailEveryCallFrom(n);
     course.Travel();
@@ -111,7 +121,7 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
     const std::string wrong = Judge(course, flawless, fault, persistence);
     EXPECT_EQ(wrong, "") << n << ": " << fault.contract << "." << fault.method << "(" << fault.detail << ")";
   }
-  std::cout << route.name << ": " << calls.size() << " calls\n";
+  std::cout << route.name << ": " << calls.size() << " calls, each of the last " << calls.size() - first << " failed\n";
 }
 
 std::string NameOf(const testing::TestParamInfo<SingleFault::ParamType>& test) {

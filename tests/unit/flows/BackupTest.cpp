@@ -1,9 +1,6 @@
 // Backups that succeed: what reaches the destination, and what is left as it was.
-#include <gtest/gtest.h>
+#include "unit/Session.h"
 
-#include "unit/flows/Session.h"
-
-namespace flows {
 namespace {
 
 using Cabinets = std::map<std::string, fakes::CabinetContents>;
@@ -32,81 +29,63 @@ Cabinets All() {
 }
 
 struct Choice {
-  const char* name;
   Ticks ticks;
   Cabinets cabinets;
-  std::vector<std::string> versions;  ///< categories of the descriptor, in its order
-  std::vector<std::string> audit;
+  Paths versions;  ///< categories of the descriptor, in its order
+  Paths audit;
 };
 
-void PrintTo(const Choice& choice, std::ostream* out) {
-  *out << choice.name;
-}
-
+const Choice kReportChoice = {kReportOnly, {{"ReportData.cab", kReport}}, {"ReportData"}, {"Report data"}};
 const Choice kChoices[] = {
-    {"Patient", {.patient = true}, {{"PatientData.cab", kPatient}}, {"PatientData"}, {"Patient data"}},
-    {"System",
-     {.system = true},
+    {{.patient = true}, {{"PatientData.cab", kPatient}}, {"PatientData"}, {"Patient data"}},
+    {{.system = true},
      kSystemGroup,
      {"MenuData", "SystemData", "UserData", "ExplanationData", "ReportSetData"},
      {"System group"}},
-    {"Log", {.log = true}, {{"LogData.cab", kLog}}, {"IPCounter"}, {"Log data"}},
-    {"Report", {.report = true}, {{"ReportData.cab", kReport}}, {"ReportData"}, {"Report data"}},
-    {"All",
-     kEverything,
+    {{.log = true}, {{"LogData.cab", kLog}}, {"IPCounter"}, {"Log data"}},
+    kReportChoice,
+    {kEverything,
      All(),
      {"PatientData", "MenuData", "SystemData", "UserData", "ExplanationData", "IPCounter", "ReportSetData",
       "ReportData"},
      {"Patient data", "System group", "Log data", "Report data"}},
 };
 
-std::string Descriptor(const Cabinets& cabinets, const std::vector<std::string>& versions) {
-  std::string text = "[Info]\r\nAppVersion=3.00\r\nDate=2012/03/15 09:30:12\r\nAppType=Tarsus\r\nCABFile=";
-  for (const auto& [name, contents] : cabinets) text += name + ";";
-  text += "\r\n\r\n[VersionInfo]\r\n";
-  for (const std::string& category : versions) text += category + "=V2.1\r\n";
-  return text + "\r\n";
-}
-
 /// Every file of the destination, the cabinets unpacked.
-void ExpectSet(Session& session, const std::string& folder, const Choice& choice) {
+void ExpectSet(Session& session, const std::string& folder, const Choice& choice = kReportChoice) {
+  std::string descriptor = Lines(DescriptorLines()) + "CABFile=";
+  for (const auto& [name, contents] : choice.cabinets) descriptor += name + ";";
+  descriptor += "\r\n\r\n[VersionInfo]\r\n";
+  for (const std::string& category : choice.versions) descriptor += category + "=V2.1\r\n";
   auto files = session.disk.Tree(folder);
-  EXPECT_EQ(files["BackupInfo.ini"], Descriptor(choice.cabinets, choice.versions));
+  EXPECT_EQ(files["BackupInfo.ini"], descriptor + "\r\n");
   files.erase("BackupInfo.ini");
   Cabinets found;
   for (const auto& [name, bytes] : files) found[name] = session.Unpacked(folder + "\\" + name);
   EXPECT_EQ(found, choice.cabinets);
 }
 
-class BackupOf : public testing::TestWithParam<Choice> {};
-
-TEST_P(BackupOf, ReachesTheProposedFolderWhole) {
-  const Choice& choice = GetParam();
-  Session session;
-  session.BeginBackup(choice.ticks);
-  session.AcceptFolder();
-  session.person.ExpectMessage(64302, app::kConsented).ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
-
-  ExpectSet(session, kProposal, choice);
-  EXPECT_EQ(session.ChangedHostFiles(), std::vector<std::string>());
-  EXPECT_TRUE(session.IsTemporaryFolderEmpty());
-  EXPECT_EQ(session.qx32.texts["BackupDate"], "20120315");
-  std::vector<std::string> audit = {"U004|Sign-in|Backup"};
-  for (const std::string& category : choice.audit) audit.push_back("U004|Start|" + category);
-  audit.push_back("U004|Sign-out|Backup");
-  EXPECT_EQ(session.Told().auditRecords, audit);
-  EXPECT_EQ(session.Told().logLines,
-            (std::vector<std::string>{"Start Backup Utility", "Start Select Information for Backup", "Start Backup",
-                                      "Start Select Folder", "Selected Folder", "Finish Backup Utility"}));
-  for (const auto& program : session.processes.started) {
-    EXPECT_EQ(program.style, host::WindowStyle::Hidden) << program.commandLine;
-    EXPECT_TRUE(program.waitedFor) << program.commandLine;
+TEST(Backup, ReachesTheProposedFolderWhole) {
+  for (const Choice& choice : kChoices) {
+    SCOPED_TRACE(choice.audit.front());
+    Session session;
+    session.BeginBackup(choice.ticks);
+    session.AcceptFolder();
+    session.EndAfter({64302, 65300});
+    ExpectSet(session, kProposal, choice);
+    EXPECT_EQ(session.ChangedHostFiles(), Paths());
+    EXPECT_EQ(session.qx32.texts["BackupDate"], "20120315");
+    Paths audit = {"U004|Sign-in|Backup"};
+    for (const std::string& category : choice.audit) audit.push_back("U004|Start|" + category);
+    audit.push_back("U004|Sign-out|Backup");
+    EXPECT_EQ(session.Told().auditRecords, audit);
+    EXPECT_EQ(session.Told().logLines,
+              (Paths{"Start Backup Utility", "Start Select Information for Backup", "Start Backup",
+                     "Start Select Folder", "Selected Folder", "Finish Backup Utility"}));
+    for (const auto& program : session.processes.started)
+      EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(All, BackupOf, testing::ValuesIn(kChoices), [](const auto& test) { return test.param.name; });
 
 // Other destinations of the same backup: a root, a folder that was browsed to, an existing one.
 TEST(Backup, GoesWhereTheOperatorWants) {
@@ -114,15 +93,13 @@ TEST(Backup, GoesWhereTheOperatorWants) {
     SCOPED_TRACE(folder);
     Session session;
     session.disk.MakeFolders("C:\\Safe");
-    session.disk.FindDrive("C:")->label = "BACKUP";
-    session.BeginBackup({.report = true});
-    session.person.Expect<frmSelectFolder>([](frmSelectFolder& form) { fakes::Press(form.cmdRefer); });
+    Label("C:", "BACKUP")(session);
+    session.BeginBackup(kReportOnly);
+    session.At<frmSelectFolder>([](frmSelectFolder& form) { fakes::Press(form.cmdRefer); });
     session.person.ExpectBrowse(folder);
     session.AcceptFolder();
-    session.person.ExpectMessage(65300);
-    session.EndMenu();
-    session.Run();
-    ExpectSet(session, folder, kChoices[3]);
+    session.EndAfter({65300});
+    ExpectSet(session, folder);
     EXPECT_EQ(session.shell.lastTitle, "Choose a folder");
     EXPECT_TRUE(session.components.Logged("Refer Folder"));
   }
@@ -132,8 +109,8 @@ TEST(Backup, ShowsNeededAndFreeSpaceAndFollowsTheMedium) {
   Session session;
   session.disk.Write("C:\\Tarsus\\Report\\big.dat", std::string(1572864, 'x'));
   session.disk.FindDrive("D:")->capacity = std::uint64_t{10240} * 1024 * 1024;
-  session.BeginBackup({.report = true});
-  session.person.Expect<frmSelectFolder>([&](frmSelectFolder& form) {
+  session.BeginBackup(kReportOnly);
+  session.At<frmSelectFolder>([&](frmSelectFolder& form) {
     EXPECT_EQ(form.txtFolder.Text(), kProposal);
     EXPECT_EQ(form.txtCapacity.Text(), "1.50MB / 10,240.00MB");
     EXPECT_TRUE(form.txtCapacity.Visible());
@@ -145,17 +122,15 @@ TEST(Backup, ShowsNeededAndFreeSpaceAndFollowsTheMedium) {
     EXPECT_EQ(form.txtCapacity.Text(), "1.50MB / -MB") << "not a volume";
     fakes::Press(form.cmdCancel);
   });
-  session.LeaveBackup();
-  session.Run();
+  session.LeaveBackupAfter({});
   EXPECT_TRUE(session.components.Logged("Cancel Select Folder"));
-  EXPECT_TRUE(session.IsTemporaryFolderEmpty());
 }
 
 TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
   Session session;
   session.SignIn(fakes::kBackupUser);
-  session.OpenBackup();
-  session.person.Expect<frmBackup>([](frmBackup& form) {
+  session.OpenMenuItem(0);
+  session.At<frmBackup>([](frmBackup& form) {
     EXPECT_TRUE(form.chkPatientData.Value() && form.chkLogData.Value() && form.chkDeleteLog.Enabled());
     EXPECT_FALSE(form.chkSystemData.Value() || form.chkReportData.Value());
     fakes::Tick(form.chkLogData, false);
@@ -167,23 +142,20 @@ TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
     EXPECT_TRUE(form.cmdStart.Enabled());
     fakes::Press(form.cmdCancel);
   });
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({});
   EXPECT_TRUE(session.processes.started.empty());
 }
 
 // Of the system group one category is enough.
 TEST(Backup, SystemGroupIsContentWithOneCategory) {
   Session session;
-  for (const char* folder : {"Menu", "Explain", "ReportSet"}) session.disk.Remove(std::string("C:\\Tarsus\\") + folder);
-  session.disk.Remove("C:\\Tarsus\\Config\\system.ini");
+  for (const char* lost : {"Menu", "Explain", "ReportSet", "Config\\system.ini"})
+    session.disk.Remove(std::string("C:\\Tarsus\\") + lost);
   session.disk.Remove("C:\\Windows\\System32\\Reg.exe");
   session.BeginBackup({.system = true});
   session.AcceptFolder();
-  session.person.ExpectMessage(64302, app::kConsented).ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
-  ExpectSet(session, kProposal, {"User", {}, {{"UserData.cab", {{"User\\users.dat", "users"}}}}, {"UserData"}, {}});
+  session.EndAfter({64302, 65300});
+  ExpectSet(session, kProposal, {{}, {{"UserData.cab", {{"User\\users.dat", "users"}}}}, {"UserData"}, {}});
 }
 
 TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
@@ -192,9 +164,7 @@ TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
                      fakes::MakeCabinet({{"Maintenance_PC1_120314101010\\client.log", "of a client"}}));
   session.BeginBackup({.log = true});
   session.AcceptFolder();
-  session.person.ExpectMessage(64302, app::kConsented).ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({64302, 65300});
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_PC1_120314101010\\client.log"), "of a client");
   EXPECT_TRUE(session.disk.Children("C:\\Tarsus\\Update").empty());
 }
@@ -202,53 +172,37 @@ TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
 TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   Session session;
   session.disk.Find("C:\\Tarsus\\System\\Tarsus.log")->attributes = fakes::kReadOnly;
-  Ticks ticks{.log = true};
-  ticks.deleteLogs = true;
-  session.BeginBackup(ticks);
+  session.BeginBackup({.log = true, .deleteLogs = true});
   session.AcceptFolder();
-  session.person.ExpectMessage(64304, app::kConsented)
-      .ExpectMessage(64302, app::kConsented)
-      .ExpectMessage(65300, 0, [&] {
-        EXPECT_TRUE(session.disk.IsFile("C:\\Tarsus\\Log\\Host\\host.log")) << "not before the success was shown";
-      });
-  session.EndMenu();
-  session.Run();
-  EXPECT_EQ(session.ChangedHostFiles(), (std::vector<std::string>{"Log\\Host\\host.log", "System\\Tarsus.log"}));
+  session.See({64304, 64302});
+  session.person.ExpectMessage(65300, 0, [&] {
+    EXPECT_TRUE(session.disk.IsFile("C:\\Tarsus\\Log\\Host\\host.log")) << "not before the success was shown";
+  });
+  session.EndAfter({});
+  EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Log\\Host\\host.log", "System\\Tarsus.log"}));
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\Log\\Host\\Old\\old.log"), "old host log");
-  EXPECT_TRUE(session.IsTemporaryFolderEmpty());
 }
 
 // The dialog stays open after a cancelled destination; what was chosen before is not in the next set.
 TEST(Backup, NextStartKnowsNothingOfTheFirst) {
   Session session;
   session.BeginBackup(kEverything);
-  session.CancelFolder();
-  session.StartBackup({.report = true});
+  session.Cancel<frmSelectFolder>();
+  session.StartBackup(kReportOnly);
   session.AcceptFolder("D:\\");
-  session.person.ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
-  ExpectSet(session, "D:\\", kChoices[3]);
+  session.EndAfter({65300});
+  ExpectSet(session, "D:\\");
 }
 
-// A host whose temporary folder cannot be had, and one that names no media drive.
-TEST(Backup, FallsBackToTheSystemDrive) {
+TEST(Backup, StagesOnTheSystemDriveWithoutATemporaryFolder) {
   Session session;
   session.files.temporaryFolder.clear();
-  session.qxNetDB.records.clear();
-  session.BeginBackup({.report = true});
-  session.person.Expect<frmSelectFolder>([](frmSelectFolder& form) {
-    EXPECT_EQ(form.txtFolder.Text(), ":\\20120315093012\\");
-    fakes::Type(form.txtFolder, "D:\\");
-    fakes::Press(form.cmdOK);
-  });
-  session.person.ExpectMessage(65300);
-  session.EndMenu();
-  session.Run();
-  ExpectSet(session, "D:\\", kChoices[3]);
+  session.BeginBackup(kReportOnly);
+  session.AcceptFolder("D:\\");
+  session.EndAfter({65300});
+  ExpectSet(session, "D:\\");
   EXPECT_GT(session.calls.CountOf("FileSystem", "RemoveFolder"), 0u);
   EXPECT_FALSE(session.disk.IsFolder("C:\\120315093012"));
 }
 
 }  // namespace
-}  // namespace flows

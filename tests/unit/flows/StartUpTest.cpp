@@ -1,99 +1,67 @@
-// Start-up: every check, its message, and the order in which they come.
-#include <gtest/gtest.h>
+// Start-up and the way out: every check, its message, and the order in which they come.
+#include "unit/Session.h"
 
-#include "unit/flows/Session.h"
-
-namespace flows {
 namespace {
 
 /// One thing that can be wrong with the installation, and the message that says so.
 struct Defect {
   const char* name;
   std::int32_t message;
-  void (*plant)(Session&);
+  Arrangement plant;
 };
 
-void PrintTo(const Defect& defect, std::ostream* out) {
-  *out << defect.name;
+Arrangement Runs(const char* executable) {
+  return [=](fakes::FakeHost& host) { host.processes.running.push_back(executable); };
 }
 
 // In the order in which start-up looks.
-const std::vector<Defect> kDefects = {
-    {"NoSystemDatabaseEntry", 60326, [](Session& s) { s.qx32.pathTable.erase("SysMasterDB"); }},
-    {"SystemDatabaseNotOpened", 60321, [](Session& s) { s.qx32lib.connection = "DSN=Another"; }},
-    {"NoTableName", 60325, [](Session& s) { s.qx32lib.values.clear(); }},
-    {"SystemDatabaseNotClosed", 60321, [](Session& s) { s.calls.FailFrom("QX32lib", "SysDBClose"); }},
-    {"NoFontSize", 60322, [](Session& s) { s.qx32.numbers.erase("BackupUtility\\BUFontSizeSS"); }},
-    {"NoCatalogueEntry", 60326, [](Session& s) { s.qx32.pathTable.erase("LangStrDB"); }},
-    {"NoCatalogueTable", 60320, [](Session& s) { s.catalogue.tableName = "T_OTHER"; }},
-    {"SecondInstance", 60316, [](Session& s) { s.processes.previousInstance = true; }},
-    {"UserUtilityRuns", 60314, [](Session& s) { s.processes.running.push_back("QXUserUtility.exe"); }},
-    {"ServiceUtilityRuns", 60315, [](Session& s) { s.processes.running.push_back("QXServiceUtility.exe"); }},
-    {"ScheduledBackupRuns", 61603, [](Session& s) { s.processes.running.push_back("ScheduledBackupTool.exe"); }},
-    {"NoApplicationRoot", 60326, [](Session& s) { s.qx32.pathTable.erase("ApplicationRoot"); }},
-    {"NoSystemEntry", 60326, [](Session& s) { s.qx32.pathTable.erase("System"); }},
-    {"NoUserFolder", 60326, [](Session& s) { s.qx32.pathTable.erase("UserFolder"); }},
+const Defect kDefects[] = {
+    {"no system database entry", 60326, NoEntry("SysMasterDB")},
+    {"system database not opened", 60321, [](auto& host) { host.qx32lib.connection = "DSN=Another"; }},
+    {"no table name", 60325, [](auto& host) { host.qx32lib.values.clear(); }},
+    {"system database not closed", 60321, Fails("QX32lib", "SysDBClose")},
+    {"log folder lost", 60326, Fails("QX32", "GetString", 2, "Log")},  // the log has read it once before
+    {"no font size", 60322, [](auto& host) { host.qx32.numbers.erase("BackupUtility\\BUFontSizeSS"); }},
+    {"no catalogue entry", 60326, NoEntry("LangStrDB")},
+    {"no catalogue table", 60320, [](auto& host) { host.catalogue.tableName = "T_OTHER"; }},
+    {"second instance", 60316, [](auto& host) { host.processes.previousInstance = true; }},
+    {"user utility runs", 60314, Runs("QXUserUtility.exe")},
+    {"service utility runs", 60315, Runs("QXServiceUtility.exe")},
+    {"scheduled backup runs", 61603, Runs("ScheduledBackupTool.exe")},
+    {"no application root", 60326, NoEntry("ApplicationRoot")},
+    {"no system entry", 60326, NoEntry("System")},
+    {"no user folder", 60326, NoEntry("UserFolder")},
 };
 
 void ExpectHalt(Session& session, std::int32_t message) {
-  session.person.ExpectMessage(message);
+  session.See({message});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
-  EXPECT_EQ(session.Told().logLines, (std::vector<std::string>{"Start Backup Utility", "Halt Backup Utility"}));
-  EXPECT_NE(session.disk.Read(fakes::kLogFile).find("] [Error]       Halt Backup Utility\r\n"), std::string::npos);
+  EXPECT_EQ(session.Told().logLines, (Paths{"Start Backup Utility", "Halt Backup Utility"}));
+  EXPECT_TRUE(session.disk.Read(fakes::kLogFile).ends_with("30:12] [Error]       Halt Backup Utility\r\n"));
   EXPECT_TRUE(session.processes.started.empty());
   EXPECT_TRUE(session.Told().auditRecords.empty());
-  EXPECT_NE(session.catalogue.state, fakes::FakeCatalogue::State::Closed) << "a halt drops the catalogue unclosed";
+  EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Abandoned);
 }
 
-class StartUpDefect : public testing::TestWithParam<Defect> {};
-
-TEST_P(StartUpDefect, IsShownAndHalts) {
-  Session session;
-  GetParam().plant(session);
-  ExpectHalt(session, GetParam().message);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, StartUpDefect, testing::ValuesIn(kDefects),
-                         [](const auto& test) { return test.param.name; });
-
-TEST(StartUp, ShowsTheFirstOfTwoDefects) {
-  for (std::size_t first = 0; first < kDefects.size(); ++first) {
-    for (std::size_t second = first + 1; second < kDefects.size(); ++second) {
+// Each defect alone, and with any later one in place too: the first is shown.
+TEST(StartUp, ShowsTheFirstDefectAndHalts) {
+  for (std::size_t first = 0; first < std::size(kDefects); ++first) {
+    for (std::size_t second = first; second < std::size(kDefects); ++second) {
       SCOPED_TRACE(std::string(kDefects[first].name) + " before " + kDefects[second].name);
       Session session;
       kDefects[second].plant(session);
-      kDefects[first].plant(session);
+      if (first != second) kDefects[first].plant(session);
       ExpectHalt(session, kDefects[first].message);
     }
   }
 }
 
-class AppearanceValue : public testing::TestWithParam<const char*> {};
-
-TEST_P(AppearanceValue, IsRequired) {
-  Session session;
-  const std::size_t removed = session.qx32.texts.erase(GetParam()) + session.qx32.numbers.erase(GetParam());
-  ASSERT_EQ(removed, 1u);
-  ExpectHalt(session, 60322);
-}
-
-INSTANTIATE_TEST_SUITE_P(All, AppearanceValue,
-                         testing::Values("ApplicationName", "Application", "Font", "BackupUtility\\BUFontSizeSS",
-                                         "BackupUtility\\BUFontSizeS", "BackupUtility\\BUFontSizeM",
-                                         "BackupUtility\\BUFontSizeL", "BackupUtility\\BUFontSizeLL",
-                                         "BackupUtility\\ColorBack", "BackupUtility\\ColorBtn",
-                                         "BackupUtility\\ColorStr", "BackupUtility\\ColorCtrl",
-                                         "BackupUtility\\ColorText", "BackupUtility\\ColorCtrlR",
-                                         "BackupUtility\\ColorTextR"));
-
 TEST(StartUp, WithoutDirectoryIniSaysSoPlainlyAndLogsNothing) {
   for (const bool keyMissing : {false, true}) {
     Session session;
-    if (keyMissing)
-      session.qx32.texts.erase("PathAppl");
-    else
-      session.disk.Remove("C:\\Tarsus\\System\\Directory.ini");
+    if (keyMissing) session.qx32.texts.erase("PathAppl");
+    if (!keyMissing) session.disk.Remove("C:\\Tarsus\\System\\Directory.ini");
     session.person.ExpectPlainMessage("Not Exist Directory.ini. Please Reinstall Tarsus System.");
     session.Run();
     EXPECT_FALSE(session.disk.IsFile(fakes::kLogFile));
@@ -106,21 +74,22 @@ TEST(StartUp, WithoutDirectoryIniSaysSoPlainlyAndLogsNothing) {
 TEST(StartUp, WithoutLogFolderComplainsWithEveryLine) {
   Session session;
   session.qx32.pathTable.erase("Log");
-  session.person.ExpectMessage(60326).ExpectMessage(60326).ExpectMessage(60326);
+  session.See({60326, 60326, 60326});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
   EXPECT_FALSE(session.disk.IsFile(fakes::kLogFile));
+  EXPECT_TRUE(session.disk.IsFile("C:\\BackupUtility.log")) << "the lines are written all the same";
 }
 
 TEST(StartUp, ComparesFifteenCharactersOfSiblingToolsCaseSensitively) {
-  const std::vector<std::pair<const char*, std::int32_t>> cases = {
-      {"QXServiceUtilityNew.exe", 60315}, {"QXServiceUtilit", 60315},       {"QXServiceUtility", 60315},
+  const std::pair<const char*, std::int32_t> cases[] = {
+      {"QXServiceUtilityNew.exe", 60315}, {"QXServiceUtilit", 60315},       {"QXServiceUtility2.com", 60315},
       {"QXServiceUtili.exe", 0},          {"qxserviceutility.exe", 0},      {"QXUserUtility2.exe", 0},
       {"QXUserUtility.exe", 60314},       {"ScheduledBackupper.exe", 61603}};
   for (const auto& [executable, message] : cases) {
     SCOPED_TRACE(executable);
     Session session;
-    session.processes.running.push_back(executable);
+    Runs(executable)(session);
     if (message != 0) {
       ExpectHalt(session, message);
       continue;
@@ -132,16 +101,77 @@ TEST(StartUp, ComparesFifteenCharactersOfSiblingToolsCaseSensitively) {
 }
 
 TEST(StartUp, HandsTheCatalogueAConnectionOf256Characters) {
-  for (const std::size_t length : {10u, 256u, 300u}) {
+  const std::pair<std::string, std::string> cases[] = {{"Data Source=ü", "Data Source=ü" + std::string(243, ' ')},
+                                                       {std::string(300, 'x'), std::string(256, 'x')}};
+  for (const auto& [entry, connection] : cases) {
     Session session;
-    session.qx32.pathTable["LangStrDB"] = std::string(length, 'x');
+    session.qx32.pathTable["LangStrDB"] = entry;
     session.CancelSignIn();
     session.Run();
-    std::string expected(length, 'x');
-    expected.resize(256, ' ');
-    EXPECT_EQ(session.catalogue.connection, expected);
+    EXPECT_EQ(session.catalogue.connection, connection);
   }
 }
 
+TEST(StartUp, HelpOpensTheManualOrTheLogSaysThatItCannot) {
+  Session session;
+  session.At<frmUserAuthentication>([&](frmUserAuthentication& form) {
+    session.toolkit.HelpRequested();
+    EXPECT_EQ(session.shell.openedDocument, "QXBackupUtility.html");
+    EXPECT_EQ(session.disk.Read(fakes::kLogFile).find("Warning"), std::string::npos);
+    session.calls.FailFrom("Shell", "OpenDocument");
+    session.toolkit.HelpRequested();
+    EXPECT_TRUE(session.disk.Read(fakes::kLogFile).ends_with("Manual not opened : QXBackupUtility.html\r\n"));
+    fakes::Press(form.cmdCancel, kShift);
+  });
+  session.Run();
+}
+
+// From the dialog or from the menu; the program's folder and the pointer are put back on the way.
+TEST(EndOfProgram, RestartsTheHostUnlessShiftAloneIsHeld) {
+  const std::pair<forms::ShiftState, bool> endings[] = {{kNoKeys, true},
+                                                        {kShift, false},
+                                                        {{true, true, false}, true},
+                                                        {{true, false, true}, true},
+                                                        {{false, true, false}, true}};
+  for (const bool signedIn : {false, true}) {
+    for (const auto& [keys, restarts] : endings) {
+      Session session;
+      if (signedIn) session.SignIn();
+      if (!signedIn) session.CancelSignIn(keys);
+      if (signedIn)
+        session.At<frmMainMenu>([&, held = keys](frmMainMenu& form) {
+          session.disk.SetCurrentFolder("D:\\");
+          session.toolkit.pointer = forms::Pointer::Hourglass;
+          fakes::Press(form.cmdEnd, held);
+        });
+      session.Run();
+      Paths log = {"Start Backup Utility", "Finish Backup Utility"};
+      if (restarts) log = {log[0], "Current Directory : C:\\Tarsus\\Backup", "Finish Backup Utility and Start Tarsus"};
+      EXPECT_EQ(session.Told().logLines, log);
+      EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Closed);
+      ASSERT_EQ(session.processes.started.size(), restarts ? 1u : 0u);
+      if (!restarts) continue;
+      const fakes::StartRecord& program = session.processes.started[0];
+      EXPECT_EQ(program.commandLine, "C:\\Tarsus\\System\\\\Tarsus.exe /a");
+      EXPECT_EQ(program.currentFolder, fakes::kProgramFolder);
+      EXPECT_EQ(program.style, host::WindowStyle::Normal);
+      EXPECT_FALSE(program.waitedFor);
+    }
+  }
+}
+
+// Neither failure stops it.
+TEST(EndOfProgram, SaysWhatItCannotDo) {
+  Session session;
+  session.SignIn();
+  session.At<frmMainMenu>([&](frmMainMenu& form) {
+    session.Told().auditAnswer = 1;
+    session.disk.Remove("C:\\Tarsus\\System\\Tarsus.exe");
+    fakes::Press(form.cmdEnd);
+  });
+  session.See({60501, 60260});
+  session.Run();
+  EXPECT_TRUE(session.components.Logged("Finish Backup Utility and Start Tarsus"));
+}
+
 }  // namespace
-}  // namespace flows

@@ -1,9 +1,12 @@
-// What a maintenance log is collected from: script, images, study list, client archives.
+// What a maintenance log is collected from: script, images, study list, client logs, filtered files.
 #include "maintenance/ClientLogs.h"
 #include "maintenance/Collectors.h"
+#include "maintenance/MaintenanceSection.h"
+#include "maintenance/PersonalInfo.h"
 #include "maintenance/RecentImages.h"
+#include "maintenance/Retention.h"
 #include "maintenance/StudyList.h"
-#include "unit/backup/JobFixture.h"
+#include "unit/Station.h"
 
 namespace {
 
@@ -58,38 +61,33 @@ TEST(RecentImages, AreCopiedAsTheyStandBelowTheImageFolder) {
     for (const Image& image : kImages) {
       EXPECT_EQ(station.host.disk.Read(image.path), image.exists ? image.path : "");
       const bool isRemote = std::string(image.path).starts_with("\\\\");
-      const bool isLost = image.staged == nullptr && !isRemote;
-      EXPECT_EQ(station.WasWarnedOf(std::string("Not copied: ") + image.path), isLost) << image.path;
+      EXPECT_EQ(station.WasWarnedOf(std::string("Not copied: ") + image.path), image.staged == nullptr && !isRemote);
     }
     EXPECT_GE(station.host.messageLoop.yields, static_cast<int>(std::size(kImages)));
   }
 }
 
 struct ImageFault {
-  const char* name;
-  const char* contract;
-  const char* method;
+  Arrangement arrange;
   Names staged;
   const char* warning;
 };
 
 const ImageFault kImageFaults[] = {
-    {"no component", "ComponentFactory", "CreateStudyDatabaseQuery", {}, "list of recent images"},
-    {"query", "StudyDatabaseQuery", "OpenQuery", {}, "list of recent images"},
-    {"count", "StudyDatabaseQuery", "RecordCount", {}, "list of recent images"},
-    {"second row", "StudyDatabaseQuery", "FieldValue", {"Image\\1.ddo"}, "A row of the list"},
-    {"second copy", "FileSystem", "CopyTo", {"Image\\1.ddo"}, "Not copied: C:\\Tarsus\\Image\\2.ddo"},
+    {Fails("StudyDatabaseQuery", "OpenQuery"), {}, "list of recent images"},
+    {Fails("StudyDatabaseQuery", "FieldValue", 2), {"Image\\1.ddo"}, "A row of the list"},
+    {Fails("FileSystem", "CopyTo", 2), {"Image\\1.ddo"}, "Not copied: C:\\Tarsus\\Image\\2.ddo"},
 };
 
 TEST(RecentImages, FaultsCostOnlyWhatTheyConcern) {
   for (const ImageFault& fault : kImageFaults) {
-    SCOPED_TRACE(fault.name);
+    SCOPED_TRACE(fault.warning);
     JobStation station;
     for (const char* const path : {"C:\\Tarsus\\Image\\1.ddo", "C:\\Tarsus\\Image\\2.ddo"}) {
       station.host.Told().studies["SELECT RIGHT(URL,LEN(URL)-7)"].rows.push_back({path, ""});
       station.host.disk.Write(path, "x");
     }
-    station.host.calls.FailFrom(fault.contract, fault.method, fault.staged.empty() ? 1 : 2);
+    fault.arrange(station.host);
     maintenance::CopyRecentImages(station.application, JobStation::kStaging);
     EXPECT_EQ(station.Staged(), fault.staged);
     EXPECT_TRUE(station.WasWarnedOf(fault.warning));
@@ -104,34 +102,200 @@ TEST_F(JobTest, ImagesNeedTheirPathEntry) {
 }
 
 TEST_F(JobTest, EnsureFolderMakesWhatIsMissingAndReportsWhatItCannot) {
-  EXPECT_EQ(maintenance::EnsureFolder(application, "C:\\Work\\a\\b\\c\\"), app::kDone);
-  EXPECT_TRUE(host.disk.IsFolder("C:\\Work\\a\\b\\c"));
-  EXPECT_EQ(maintenance::EnsureFolder(application, "C:\\Work\\a"), app::kDone);
-  EXPECT_EQ(maintenance::EnsureFolder(application, ""), app::kDone);
   host.disk.Write("C:\\Work\\file", "x");
-  EXPECT_EQ(maintenance::EnsureFolder(application, "C:\\Work\\file\\a\\b"), app::kFailed);
-  EXPECT_EQ(maintenance::EnsureFolder(application, "Q:\\a"), app::kFailed);
+  for (const char* folder : {"C:\\Work\\a\\b\\c\\", "C:\\Work\\a", ""})
+    EXPECT_EQ(maintenance::EnsureFolder(application, folder), app::kDone);
+  EXPECT_TRUE(host.disk.IsFolder("C:\\Work\\a\\b\\c"));
+  for (const char* folder : {"C:\\Work\\file\\a\\b", "Q:\\a"})
+    EXPECT_EQ(maintenance::EnsureFolder(application, folder), app::kFailed);
 }
 
-TEST(StudyList, FallsBackToTheSystemDriveWithoutADesktop) {
-  JobStation station;
-  station.application.state.ProtectPersonalInfo = true;
-  station.host.shell.desktop.clear();
-  EXPECT_EQ(maintenance::ExportStudyList(station.application), app::kDone);
-  EXPECT_EQ(station.host.disk.Read("C:\\T_TSTUDY.txt"), "studies without names");
-  EXPECT_EQ(station.Staged(), Names{"T_TSTUDY.txt"});
-  EXPECT_FALSE(station.host.disk.IsFile("C:\\Tarsus\\Temp\\StudyDB\\BCP\\T_TSTUDY.txt"));
+TEST_F(JobTest, StudyListFallsBackToTheSystemDriveWithoutADesktop) {
+  application.state.ProtectPersonalInfo = true;
+  host.shell.desktop.clear();
+  EXPECT_EQ(maintenance::ExportStudyList(application), app::kDone);
+  EXPECT_EQ(host.disk.Read("C:\\T_TSTUDY.txt"), "studies without names");
+  EXPECT_EQ(Staged(), Names{"T_TSTUDY.txt"});
+  EXPECT_FALSE(host.disk.IsFile("C:\\Tarsus\\Temp\\StudyDB\\BCP\\T_TSTUDY.txt"));
 }
 
-// An archive that cannot be unpacked is consumed like the others, so that it does not come again for ever.
-TEST_F(JobTest, BrokenClientArchivesDoNotStopTheImport) {
-  host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab", "no cabinet");
-  host.disk.Write("C:\\Tarsus\\Update\\Maintenance_B.cab",
-                  fakes::MakeCabinet({{"Maintenance_B_120314101010\\c.log", "x"}}));
+std::string ClientArchive(const std::string& client) {
+  return fakes::MakeCabinet({{"Maintenance_" + client + "_120314101010\\c.log", client}});
+}
+
+// One that cannot be unpacked is consumed like the others, so that it does not come again for ever.
+TEST_F(JobTest, ClientLogsAreImportedInListedOrderAndConsumed) {
+  host.disk.Remove("C:\\Tarsus\\ClientLog");
+  host.qx32.pathTable["ClientLog"] = " C:\\Tarsus\\ClientLog\\ ";
+  for (const std::string client : {"A", "B 1"})
+    host.disk.Write("C:\\Tarsus\\Update\\Maintenance_" + client + ".cab", ClientArchive(client));
+  host.disk.Write("C:\\Tarsus\\Update\\Maintenance_AB.cab", "no cabinet");
+  host.disk.Write("C:\\Tarsus\\Update\\Other.cab", "other");
   EXPECT_EQ(maintenance::ImportClientLogs(application), app::kDone);
-  EXPECT_EQ(NamesBelow("C:\\Tarsus\\ClientLog"), Names{"Maintenance_B_120314101010\\c.log"});
-  EXPECT_TRUE(NamesBelow("C:\\Tarsus\\Update").empty());
-  EXPECT_TRUE(WasWarnedOf("Exit code 1: cabarc -r -p X Maintenance_A.cab"));
+  EXPECT_EQ(NamesBelow("C:\\Tarsus\\ClientLog"),
+            (Names{"Maintenance_A_120314101010\\c.log", "Maintenance_B 1_120314101010\\c.log"}));
+  EXPECT_EQ(NamesBelow("C:\\Tarsus\\Update"), Names{"Other.cab"});
+  EXPECT_EQ(host.processes.started[2].commandLine, "cabarc -r -p X \"Maintenance_B 1.cab\"");
+  EXPECT_EQ(host.processes.started[2].currentFolder, "C:\\Tarsus\\ClientLog");
+  EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
+  EXPECT_TRUE(WasWarnedOf("Exit code 1: cabarc -r -p X Maintenance_AB.cab"));
+}
+
+struct ImportFault {
+  const char* name;
+  Arrangement arrange;
+  bool unknownEntry = false;
+};
+
+const ImportFault kImportFaults[] = {
+    {"no update folder named", NoEntry("Update"), true},
+    {"no client-log folder named", NoEntry("ClientLog"), true},
+    {"its parent missing", [](auto& host) { host.qx32.pathTable["ClientLog"] = "C:\\None\\ClientLog"; }},
+    {"archive stands there already", File("C:\\Tarsus\\ClientLog\\Maintenance_A.cab", "old")},
+    {"archiver missing", Gone(kArchiver)},
+    {"client-log folder cannot be entered", Fails("FileSystem", "SetCurrentFolder")},
+};
+
+TEST(ClientLogImport, StopsAtTheFirstFaultAndLosesNoArchive) {
+  for (const ImportFault& fault : kImportFaults) {
+    SCOPED_TRACE(fault.name);
+    JobStation station;
+    station.host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab", ClientArchive("A"));
+    fault.arrange(station.host);
+    if (fault.unknownEntry) station.host.person.ExpectMessage(60326);
+    EXPECT_EQ(maintenance::ImportClientLogs(station.application), app::kFailed);
+    EXPECT_TRUE(station.host.disk.Read("C:\\Tarsus\\Update\\Maintenance_A.cab") == ClientArchive("A") ||
+                station.host.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_A.cab") == ClientArchive("A"));
+  }
+}
+
+/// Folder names of a client, the oldest first: those numbered from `first` to `last`.
+Names Folders(const std::string& client, int first, int last) {
+  Names names;
+  for (int i = first; i <= last; ++i) names.push_back("Maintenance_" + client + "_120315093" + std::to_string(100 + i));
+  return names;
+}
+
+Names operator+(Names left, const Names& right) {
+  left.insert(left.end(), right.begin(), right.end());
+  std::sort(left.begin(), left.end());
+  return left;
+}
+
+struct Retention {
+  const char* name;
+  Names folders;
+  std::optional<std::uint32_t> keep;  ///< the registry value, where there is one
+  Names kept;
+  app::ResultCode result = app::kDone;
+};
+
+const Retention kRetentions[] = {
+    {"twenty of twenty", Folders("PC1", 1, 20), {}, Folders("PC1", 1, 20)},
+    {"the oldest of twenty-one", Folders("PC1", 1, 21), {}, Folders("PC1", 2, 21)},
+    {"none kept", Folders("PC1", 1, 2) + Folders("PC2", 1, 1), 0, {}},
+    {"per client", Folders("PC1", 1, 3) + Folders("PC2", 1, 1), 2, Folders("PC1", 2, 3) + Folders("PC2", 1, 1)},
+    {"without regard to case", Folders("PC1", 1, 2) + Folders("pc1", 3, 3), 1, Folders("pc1", 3, 3)},
+    {"a name that begins another one", Folders("PC1", 1, 2) + Folders("PC10", 1, 2), 2, Folders("PC1", 1, 2)},
+    {"names beyond ASCII", Folders("Ärztin", 1, 2), 1, Folders("Ärztin", 2, 2)},
+    {"a name without a suffix stops everything", Folders("PC1", 1, 3) + Names{"Maintenance_"}, 1,
+     Folders("PC1", 1, 3) + Names{"Maintenance_"}, app::kFailed},
+    {"other folders stay", {"Keep_120315093100", "Keep_120315093101"}, 0, {"Keep_120315093100", "Keep_120315093101"}},
+};
+
+TEST(ClientLogRetention, KeepsTheNewestOfEachClient) {
+  for (const Retention& each : kRetentions) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    for (const std::string& name : each.folders) station.host.disk.Write("C:\\Logs\\" + name + "\\x.log", "x");
+    station.host.disk.Write("C:\\Logs\\Maintenance_a_file_is_none.txt", "x");
+    if (each.keep) station.host.qx32.numbers["ClientLogBackupNumber"] = *each.keep;
+    EXPECT_EQ(maintenance::PruneClientLogBackups(station.application, "C:\\Logs"), each.result);
+    Names left;
+    for (const auto& entry : station.host.disk.Children("C:\\Logs")) left.push_back(entry->name);
+    std::sort(left.begin(), left.end());
+    EXPECT_EQ(left, each.kept + Names{"Maintenance_a_file_is_none.txt"});
+  }
+}
+
+TEST(SortDescending, OrdersWithoutRegardToCase) {
+  for (std::size_t length = 0; length < 40; ++length) {
+    Names list;
+    for (std::size_t i = 0; i < length; ++i)
+      list.push_back((i % 2 == 0 ? "client" : "CLIENT") + std::to_string(100 + i * 37 % 41));
+    Names expected = list;
+    std::sort(expected.begin(), expected.end(),
+              [](const std::string& left, const std::string& right) { return left.substr(6) > right.substr(6); });
+    maintenance::SortDescending(list, list.size());
+    EXPECT_EQ(list, expected);
+  }
+  Names partly = {"a", "b", "c"};
+  maintenance::SortDescending(partly, 2);
+  EXPECT_EQ(partly, (Names{"b", "a", "c"}));
+}
+
+struct Filtering {
+  const char* name;
+  Names lines;
+  Names calls;
+  const char* range = "";  ///< contents of range.txt
+  app::ResultCode result = app::kDone;
+};
+
+const Filtering kFilterings[] = {
+    {"no key", {}, {}},
+    {"empty value", {"PersonalInfo="}, {"files|C:\\Tarsus\\"}},
+    {"below the root", {"PersonalInfo=Report"}, {"files|C:\\Tarsus\\Report"}},
+    {"images of all days", {"PersonalInfo=%Image%\\a"}, {"images|C:\\Tarsus\\Image\\a"}},
+    {"images of some days", {"PersonalInfo=%Image%\\a"}, {"images|C:\\Tarsus\\Image\\a"}, "-30"},
+    {"the last variable holds on",
+     {"PersonalInfo=%Image%\\a;Report;%Data%\\b;Menu"},
+     {"images|C:\\Tarsus\\Image\\a", "images|C:\\Tarsus\\Report", "files|C:\\Tarsus\\Data\\b",
+      "files|C:\\Tarsus\\Menu"}},
+    {"unknown variable", {"PersonalInfo=Menu;%X%\\a;Report"}, {"files|C:\\Tarsus\\Menu"}, "", app::kFailed},
+};
+
+TEST(PersonalInfo, HandsEveryItemToTheFilter) {
+  for (const Filtering& each : kFilterings) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    app::State& state = station.application.state;
+    state.CollectImages = *each.range != '\0';
+    state.ImageRangeDays = 30;
+    state.PersonalInfoResult = 77;
+    station.host.Told().filterAnswers = {0, 5, 6};
+    for (const std::string folder : {"Report", "Data\\b", "Image\\a"})
+      station.host.disk.MakeFolders("C:\\Tarsus\\" + folder);
+    station.LoadSection("MAINTENANCE", each.lines);
+    if (each.result != app::kDone) station.host.person.ExpectMessage(60326);
+    maintenance::Collectors collectors(station.application, station.definitions);
+    EXPECT_EQ(collectors.ApplyPersonalInfoList("MAINTENANCE"), each.result);
+    EXPECT_EQ(station.host.Told().filterCalls, each.calls);
+    EXPECT_EQ(station.host.disk.Read("C:\\Tarsus\\Image\\range.txt"), each.range);
+    EXPECT_EQ(state.PersonalInfoResult, each.calls.size() > 1 ? 5 : 0) << "the first that is not 0";
+  }
+}
+
+TEST(PersonalInfo, NeedsTheFilterItsListAndTheRange) {
+  for (const Arrangement& fault : {Fails("FileSystem", "CreateText"), NoEntry("DeleteListDB"),
+                                   Fails("ComponentFactory", "CreatePersonalInfoFilter")}) {
+    JobStation station;
+    station.application.state.CollectImages = 1;
+    station.LoadSection("MAINTENANCE", {"PersonalInfo=%Image%\\a"});
+    fault(station.host);
+    EXPECT_EQ(maintenance::ApplyPersonalInfoList(station.application, station.definitions, "MAINTENANCE"),
+              app::kFailed);
+    EXPECT_TRUE(station.host.Told().filterCalls.empty());
+  }
+}
+
+TEST_F(JobTest, MaintenanceSectionIsLoadedThoughTheImportFails) {
+  Jobs({"[MAINTENANCE]", "Folder=a"})(host);
+  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), app::kDone);
+  EXPECT_EQ(definitions.Items(backup::JobKey::Folder, "MAINTENANCE"), Names{"a"});
+  application.state.ProtectPersonalInfo = true;
+  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), app::kFailed);
+  EXPECT_EQ(collectors.asked, (Names{"client logs", "client logs"}));
 }
 
 }  // namespace

@@ -1,24 +1,16 @@
 // Restores from a folder: everything back as it was, and every way in which one can fail.
-#include <gtest/gtest.h>
-
-#include "fakes/CommandLineTools.h"
-#include "unit/restore/RestoreSession.h"
+#include "unit/Session.h"
 
 namespace {
 
-constexpr const char* kInterpreter = "C:\\Windows\\System32\\CMD.exe";
-constexpr const char* kStaging = "C:\\Users\\Operator\\Temp\\120315093012";
-
-using Paths = std::vector<std::string>;
-
 /// The host system's files but for the program's own log.
-MediumFiles HostFiles(RestoreSession& session) {
+MediumFiles HostFiles(Session& session) {
   MediumFiles files = session.disk.Tree("C:\\Tarsus");
   files.erase("Log\\BackupUtility.log");
   return files;
 }
 
-void DamageEverything(RestoreSession& session) {
+void DamageEverything(Session& session) {
   for (const char* lost : {"Patient", "Explain", "Report\\2012", "Data\\Patients.bcp", "Config\\system.ini"})
     ASSERT_TRUE(session.disk.Remove(std::string("C:\\Tarsus\\") + lost));
   for (const char* changed : {"Menu\\menu.ini", "User\\users.dat", "ReportSet\\set.dat", "Counter\\ip.dat"})
@@ -26,7 +18,7 @@ void DamageEverything(RestoreSession& session) {
 }
 
 TEST(Restore, BringsEveryFileBack) {
-  RestoreSession session;
+  Session session;
   session.disk.Write("C:\\Tarsus\\Patient\\Study1\\image3.dat", std::string("\0\x1A\r\n\xFF", 5));
   session.BackUpEverything();
   MediumFiles expected = HostFiles(session);
@@ -37,18 +29,14 @@ TEST(Restore, BringsEveryFileBack) {
     return disk.Write("C:\\Tarsus\\Data\\Loaded.txt", dump + " in " + disk.CurrentFolder()) ? 0u : 1u;
   });
   expected["Data\\Loaded.txt"] = "dump of patients in C:\\Tarsus\\System";
-  session.processes.beforeWork = [&](const std::string& command) {
-    if (!command.starts_with("cabarc")) return;
-    EXPECT_TRUE(session.disk.Children(std::string(kStaging) + "\\CABFILE").empty()) << "left of another category";
-  };
-  session.BeginRestore(kSetFolder);
+  Before("cabarc", [&](auto&) {
+    EXPECT_TRUE(session.disk.Children(std::string(kStagingFolder) + "\\CABFILE").empty()) << "left of another category";
+  })(session);
+  session.BeginRestore();
   session.StartRestore();
-  session.person.ExpectMessage(64402, app::kConsented).ExpectMessage(65400);
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({64402, 65400});
 
   EXPECT_EQ(HostFiles(session), expected);
-  EXPECT_TRUE(session.IsTemporaryFolderEmpty());
   EXPECT_TRUE(session.state.RestoreDone);
   EXPECT_EQ(session.Told().auditRecords,
             (Paths{"U004|Sign-in|Backup", "U004|End|Patient data", "U004|End|Menu data", "U004|End|System data",
@@ -58,74 +46,46 @@ TEST(Restore, BringsEveryFileBack) {
                    "Start Select Information for Restore", "Start Restore", "Finish Backup Utility"}));
   Paths unpacked;
   for (const fakes::StartRecord& program : session.processes.started) {
-    EXPECT_EQ(program.style, host::WindowStyle::Hidden) << program.commandLine;
-    EXPECT_TRUE(program.waitedFor) << program.commandLine;
+    EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
     if (program.commandLine.starts_with("cabarc")) unpacked.push_back(program.commandLine);
   }
-  const auto command = [](const std::string& archive) { return "cabarc -r -p X " + archive + ".cab CABFILE"; };
-  EXPECT_EQ(unpacked,
-            (Paths{command("PatientData"), command("MenuData"), command("SystemData"), command("UserData"),
-                   command("ExplanationData"), command("ReportSetData"), command("ReportData"), command("LogData")}));
-}
-
-// Neither the report categories nor what is not ticked leave an audit record.
-TEST(Restore, TouchesOnlyWhatIsTicked) {
-  RestoreSession session;
-  session.BackUpEverything();
-  DamageEverything(session);
-  session.BeginRestore(kSetFolder);
-  session.StartRestore("-----xx-");
-  session.person.ExpectMessage(65400);
-  session.EndMenu();
-  session.Run();
-  EXPECT_EQ(session.ChangedHostFiles(), (Paths{"ReportSet\\set.dat", "Report\\2012\\report1.txt"}));
-  EXPECT_EQ(session.Told().auditRecords, (Paths{"U004|Sign-in|Backup", "U004|Sign-out|Backup"}));
+  Paths archives;
+  for (const std::string name : {"Patient", "Menu", "System", "User", "Explanation", "ReportSet", "Report", "Log"})
+    archives.push_back("cabarc -r -p X " + name + "Data.cab CABFILE");
+  EXPECT_EQ(unpacked, archives);
 }
 
 TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
-  RestoreSession session;
+  Session session;
   session.BackUpEverything();
   DamageEverything(session);
-  session.BeginRestore(kSetFolder);
+  session.BeginRestore();
   session.StartRestore("-x-----x");
   session.person.ExpectMessage(64402, app::kRefused).ExpectMessage(65401, 0, [&] {
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
-    EXPECT_TRUE(session.processes.started.empty());
-    EXPECT_TRUE(session.IsTemporaryFolderEmpty());
+    EXPECT_TRUE(session.processes.started.empty() && session.IsTemporaryFolderEmpty());
   });
-  session.AtRestore([](frmRestore& form) {
+  session.At<frmRestore>([](frmRestore& form) {
     EXPECT_TRUE(form.chkMenuData.Value() && form.chkIPCounter.Value());
     fakes::Tick(form.chkIPCounter, false);
     fakes::Press(form.cmdStart);
   });
-  session.person.ExpectMessage(65400);
-  session.EndMenu();
-  session.Run();
+  session.EndAfter({65400});
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Menu\\menu.ini"}));
 }
 
-using Arrangement = std::function<void(RestoreSession&)>;
-
 /// The job file's section for the user data; empty for none.
-Arrangement UserJob(const std::vector<std::string>& section) {
-  return [=](RestoreSession& session) {
-    std::vector<std::string> lines = {"[MENU_RESTORE]", "Folder=Menu", "[REPORT_RESTORE]", "Folder=Report"};
-    lines.insert(lines.end(), section.begin(), section.end());
-    session.WriteLines("C:\\Tarsus\\System\\BackupList.ini", lines);
-  };
+Arrangement UserJob(const Paths& section) {
+  Paths lines = {"[MENU_RESTORE]", "Folder=Menu", "[REPORT_RESTORE]", "Folder=Report"};
+  lines.insert(lines.end(), section.begin(), section.end());
+  return Jobs(lines);
 }
 
 /// An archiver that does `work` in place of its own on the user data.
 Arrangement Archiver(const fakes::ProgramAction& work) {
-  return [=](RestoreSession& session) {
-    session.processes.Install("C:\\Tarsus\\Backup\\cabarc.exe", [=](fakes::Disk& disk, const fakes::Words& words) {
-      return words[4] == "UserData.cab" ? work(disk, words) : fakes::RunCabarc(disk, words);
-    });
-  };
-}
-
-std::uint32_t DoNothing(fakes::Disk&, const fakes::Words&) {
-  return 0;
+  return Program(kArchiver, [=](fakes::Disk& disk, const fakes::Words& words) {
+    return words[4] == "UserData.cab" ? work(disk, words) : fakes::RunCabarc(disk, words);
+  });
 }
 
 std::uint32_t StopHalfway(fakes::Disk& disk, const fakes::Words&) {
@@ -133,35 +93,18 @@ std::uint32_t StopHalfway(fakes::Disk& disk, const fakes::Words&) {
   return 1;
 }
 
-void VanishMedium(RestoreSession& session) {
-  session.processes.beforeWork = [&](const std::string& command) {
-    if (command.find("UserData.cab\" ") != std::string::npos) session.disk.FindDrive("D:")->ready = false;
-  };
-}
-
-void TruncateArchive(RestoreSession& session) {
-  const std::string bytes = session.disk.Read("D:\\Set\\UserData.cab");
-  session.disk.Write("D:\\Set\\UserData.cab", bytes.substr(0, bytes.size() - 1));
-}
-
 // What arrives is a whole archive, but not the one that was sent.
-void ShortenCopy(RestoreSession& session) {
-  session.processes.Install(kInterpreter, [](fakes::Disk& disk, const fakes::Words& words) {
-    const std::uint32_t code = fakes::RunCommandInterpreter(disk, words);
-    const std::string copy = std::string(kStaging) + "\\UserData.cab";
-    if (disk.IsFile(copy)) disk.Write(copy, fakes::MakeCabinet({{"User\\users.dat", "half"}}));
-    return code;
-  });
-}
-
-Arrangement Fault(const char* contract, const char* method, std::size_t n = 1, const std::string& detail = {}) {
-  return [=](RestoreSession& session) { session.calls.FailFrom(contract, method, n, detail); };
+std::uint32_t CopyAnother(fakes::Disk& disk, const fakes::Words& words) {
+  const std::uint32_t code = fakes::RunCommandInterpreter(disk, words);
+  const std::string copy = std::string(kStagingFolder) + "\\UserData.cab";
+  if (disk.IsFile(copy)) disk.Write(copy, fakes::MakeCabinet({{"User\\users.dat", "half"}}));
+  return code;
 }
 
 struct Failure {
   const char* name;
   Arrangement arrange;
-  std::vector<std::int32_t> messages;
+  Ids messages;
   Paths restored;
 };
 
@@ -169,47 +112,38 @@ const std::string kMenu = "Menu\\menu.ini";
 const std::string kReport = "Report\\2012\\report1.txt";
 const std::string kUser = "User\\users.dat";
 
+const Failure kFailures[] = {
+    {"section missing", UserJob({}), {60420}, {kMenu}},
+    {"unknown variable", UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}), {60326, 60402}, {kMenu}},
+    {"archive missing", Gone("D:\\Set\\UserData.cab"), {60421}, {kMenu}},
+    {"archiver stops halfway", Archiver(StopHalfway), {60401}, {kMenu}},
+    {"medium vanishes", Before("UserData.cab\" ", NoMedium("D:")), {60401}, {kMenu}},
+    {"another copy arrives", Program(kInterpreter, CopyAnother), {60401}, {kMenu}},
+    {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {60511}, {kMenu, kReport, kUser}},
+    {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {65400}, {kMenu, kReport}},
+    {"batch file missing: it and the next are passed over",
+     UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat;%System%\\LoadPatients.bat", "Folder=User"}),
+     {65400},
+     {kMenu, kReport, kUser}},
+    {"no parent folder: passed over",
+     UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"}),
+     {65400},
+     {kMenu, kReport}},
+};
+
 // Menu, user and report data, in this order: the second goes wrong.
 TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
-  const Failure failures[] = {
-      {"section missing", UserJob({}), {60420}, {kMenu}},
-      {"unknown variable", UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}), {60326, 60402}, {kMenu}},
-      {"archive missing", [](RestoreSession& s) { s.disk.Remove("D:\\Set\\UserData.cab"); }, {60421}, {kMenu}},
-      {"archive truncated", TruncateArchive, {60401}, {kMenu}},
-      {"no archiver", Fault("Processes", "Start", 1, "cabarc -r -p X UserData.cab CABFILE"), {60401}, {kMenu}},
-      {"archiver does nothing", Archiver(DoNothing), {60401}, {kMenu}},
-      {"archiver stops halfway", Archiver(StopHalfway), {60401}, {kMenu}},
-      {"medium vanishes", VanishMedium, {60401}, {kMenu}},
-      {"copy is short", ShortenCopy, {60401}, {kMenu}},
-      {"audit refused", Fault("AuditTrail", "RecordCategoryPhase", 2), {60511}, {kMenu, kReport, kUser}},
-      {"target in use: passed over",
-       [](RestoreSession& s) { s.disk.Find("C:\\Tarsus\\User\\users.dat")->readers = 1; },
-       {65400},
-       {kMenu, kReport}},
-      {"batch file missing: it and the next are passed over",
-       UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat;%System%\\LoadPatients.bat", "Folder=User"}),
-       {65400},
-       {kMenu, kReport, kUser}},
-      {"no parent folder: passed over",
-       UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"}),
-       {65400},
-       {kMenu, kReport}},
-  };
-  for (const Failure& failure : failures) {
+  for (const Failure& failure : kFailures) {
     SCOPED_TRACE(failure.name);
-    RestoreSession session;
+    Session session;
     session.BackUpEverything();
     for (const std::string& path : {kMenu, kReport, kUser}) session.disk.Write("C:\\Tarsus\\" + path, "damaged");
     failure.arrange(session);
-    session.BeginRestore(kSetFolder);
+    session.BeginRestore();
     session.StartRestore("-x-x--x-");
-    for (const std::int32_t message : failure.messages) session.person.ExpectMessage(message);
     const bool succeeds = failure.messages.back() == 65400;
-    if (!succeeds) session.CancelFolder();
-    session.EndMenu();
-    session.Run();
+    succeeds ? session.EndAfter(failure.messages) : session.LeaveRestoreAfter(failure.messages);
     EXPECT_EQ(session.ChangedHostFiles(), failure.restored);
-    EXPECT_TRUE(session.IsTemporaryFolderEmpty());
     EXPECT_EQ(session.state.RestoreDone, succeeds);
   }
 }
@@ -218,30 +152,28 @@ TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
 TEST(Restore, StagingFolderThatStaysIsSaid) {
   for (const bool audited : {true, false}) {
     SCOPED_TRACE(audited);
-    RestoreSession session;
+    Session session;
     session.BackUpEverything();
-    session.calls.FailFrom("FileSystem", "RemoveFolder", 1, kStaging);
+    session.leavesStagingFolder = true;
+    session.calls.FailFrom("FileSystem", "RemoveFolder", 1, kStagingFolder);
     if (!audited) session.calls.FailFrom("AuditTrail", "RecordCategoryPhase");
-    session.BeginRestore(kSetFolder);
+    session.BeginRestore();
     session.StartRestore("-x------");
-    session.person.ExpectMessage(60411).ExpectMessage(audited ? 65400 : 60511).ExpectMessage(60411);
-    if (!audited) session.CancelFolder();
-    session.EndMenu();
-    session.Run();
-    EXPECT_TRUE(session.disk.IsFolder(kStaging));
+    audited ? session.EndAfter({60411, 65400, 60411}) : session.LeaveRestoreAfter({60411, 60511, 60411});
   }
 }
 
 TEST(Restore, HaltsWithoutAStagingFolder) {
-  RestoreSession session;
+  Session session;
   session.BackUpEverything();
   session.files.temporaryFolder = "E:\\Temp\\";
-  session.BeginRestore(kSetFolder);
+  session.BeginRestore();
   session.StartRestore("-x------");
-  session.person.ExpectMessage(60410);
+  session.See({60410});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
   EXPECT_EQ(session.ChangedHostFiles(), Paths());
+  EXPECT_EQ(session.Told().auditRecords.back(), "U004|Sign-out|Backup");
 }
 
 }  // namespace

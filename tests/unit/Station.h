@@ -1,18 +1,41 @@
-// The demo workstation as a job finds it: signed in, a staging folder made, a job file of the test's own.
+// The demo workstation for tests of single modules: before start-up, and as a job finds it.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include <algorithm>
 
 #include "app/Application.h"
 #include "backup/JobContext.h"
-#include "fakes/FakeHost.h"
+#include "unit/Arrange.h"
+
+struct Workstation {
+  Workstation() { fakes::FillDemoWorkstation(host); }
+
+  /// Paths below a folder, in name order.
+  Names NamesBelow(const std::string& folder) {
+    Names names;
+    for (const auto& [name, bytes] : host.disk.Tree(folder)) names.push_back(name);
+    return names;
+  }
+  bool WasWarnedOf(const std::string& part) {
+    return std::any_of(host.Told().logLines.begin(), host.Told().logLines.end(),
+                       [&](const std::string& line) { return line.find(part) != std::string::npos; });
+  }
+
+  fakes::FakeHost host;
+  app::Application application{host.Contracts(), host.toolkit};
+};
+
+class AppTest : public testing::Test, public Workstation {};
+
+/// Opens the catalogue as start-up does.
+class CatalogueTest : public AppTest {
+ public:
+  CatalogueTest() { host.catalogue.Open("", host.catalogue.tableName); }
+};
 
 /// Notes what the job runner asks of the maintenance room.
 struct NotedCollectors : backup::MaintenanceCollectors {
-  std::vector<std::string> asked;
+  Names asked;
   app::ResultCode personalInfo = app::kDone;
 
   void RunMaintenanceScript(backup::ScriptPhase phase) override {
@@ -29,9 +52,9 @@ struct NotedCollectors : backup::MaintenanceCollectors {
   }
 };
 
-struct JobStation {
+/// Signed in, with a staging folder, and a job file of the test's own.
+struct JobStation : Workstation {
   JobStation() {
-    fakes::FillDemoWorkstation(host);
     host.catalogue.Open("", host.catalogue.tableName);
     host.disk.MakeFolders(kStaging);
     app::State& state = application.state;
@@ -49,33 +72,16 @@ struct JobStation {
   static constexpr const char* kStaging = "C:\\Work\\";
 
   /// Replaces the job file by one section and loads it.
-  app::ResultCode LoadSection(const std::string& section, std::vector<std::string> lines) {
+  app::ResultCode LoadSection(const std::string& section, Names lines) {
     lines.insert(lines.begin(), "[" + section + "]");
-    host.WriteLines("C:\\Tarsus\\System\\BackupList.ini", lines);
+    Jobs(lines)(host);
     return definitions.Load(application, fakes::kSystemFolder, backup::kJobDefinitionFile, section);
   }
+  Names Staged() { return NamesBelow(kStaging); }
 
-  /// Paths below the staging folder, in name order.
-  std::vector<std::string> Staged() { return NamesBelow(kStaging); }
-  std::vector<std::string> NamesBelow(const std::string& folder) {
-    std::vector<std::string> names;
-    for (const auto& [name, bytes] : host.disk.Tree(folder)) names.push_back(name);
-    return names;
-  }
-  bool WasWarnedOf(const std::string& part) {
-    for (const std::string& line : host.Told().logLines) {
-      if (line.find(part) != std::string::npos) return true;
-    }
-    return false;
-  }
-
-  fakes::FakeHost host;
-  app::Application application{host.Contracts(), host.toolkit};
   backup::JobDefinitions definitions;
   NotedCollectors collectors;
   backup::JobContext job{application, definitions, collectors};
 };
 
 class JobTest : public testing::Test, public JobStation {};
-
-using Names = std::vector<std::string>;

@@ -1,0 +1,167 @@
+#include "unit/Session.h"
+
+#include "app/StartUp.h"
+
+namespace {
+
+constexpr const char* kHostRoot = "C:\\Tarsus";
+
+bool MayChange(const std::string& path) {
+  return path == "Log\\BackupUtility.log" || path == "Data\\Patients.bcp" || path == "Config\\Station.mdb" ||
+         path == "Param\\Protocol.mdb";
+}
+
+}  // namespace
+
+void Session::SignIn(const std::string& name, const std::string& password) {
+  At<frmUserAuthentication>([=](frmUserAuthentication& form) {
+    fakes::Choose(form.cmbUserName, name);
+    fakes::Type(form.txtPassword, password);
+    fakes::Press(form.cmdOK);
+  });
+}
+
+void Session::CancelSignIn(forms::ShiftState keys) {
+  At<frmUserAuthentication>([=](frmUserAuthentication& form) { fakes::Press(form.cmdCancel, keys); });
+}
+
+void Session::OpenMenuItem(std::size_t item) {
+  At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdMenu[item]); });
+}
+
+void Session::EndMenu(forms::ShiftState keys) {
+  At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdEnd, keys); });
+}
+
+void Session::StartBackup(const Ticks& ticks) {
+  At<frmBackup>([=](frmBackup& form) {
+    fakes::Tick(form.chkPatientData, ticks.patient);
+    fakes::Tick(form.chkSystemData, ticks.system);
+    fakes::Tick(form.chkLogData, ticks.log);
+    fakes::Tick(form.chkReportData, ticks.report);
+    if (ticks.deleteLogs) fakes::Tick(form.chkDeleteLog);
+    fakes::Press(form.cmdStart);
+  });
+}
+
+void Session::StartRestore(const std::string& ticks) {
+  At<frmRestore>([=](frmRestore& form) {
+    for (std::size_t i = 0; i < kBoxes.size(); ++i) {
+      forms::CheckBox& box = form.*kBoxes[i];
+      if (box.Value() != (ticks[i] == 'x')) fakes::Tick(box, ticks[i] == 'x');
+    }
+    fakes::Press(form.cmdStart);
+  });
+}
+
+void Session::StartMaintenance(bool unprotected) {
+  At<frmMaintenance>([=](frmMaintenance& form) {
+    if (unprotected) fakes::Tick(form.Option2);
+    fakes::Press(form.cmdStart);
+  });
+  if (unprotected) See({64530});
+}
+
+void Session::AcceptFolder(const std::string& folder) {
+  At<frmSelectFolder>([=](frmSelectFolder& form) {
+    if (!folder.empty()) fakes::Type(form.txtFolder, folder);
+    fakes::Press(form.cmdOK);
+  });
+}
+
+void Session::See(const Ids& messages, std::int32_t answer) {
+  for (const std::int32_t id : messages) person.ExpectMessage(id, answer);
+}
+
+void Session::BeginBackup(const Ticks& ticks) {
+  SignIn();
+  OpenMenuItem(0);
+  StartBackup(ticks);
+}
+
+void Session::BeginRestore(const std::string& folder, const std::string& user) {
+  SignIn(user);
+  OpenMenuItem(1);
+  AcceptFolder(folder);
+}
+
+void Session::EndAfter(const Ids& messages) {
+  See(messages);
+  EndMenu();
+  Run();
+}
+
+void Session::LeaveBackupAfter(const Ids& messages, std::int32_t answer) {
+  See(messages, answer);
+  if (!messages.empty() && messages.back() == 65301) Cancel<frmSelectFolder>();
+  Cancel<frmBackup>();
+  EndAfter({});
+}
+
+void Session::LeaveRestoreAfter(const Ids& messages, std::int32_t answer) {
+  See(messages, answer);
+  if (!messages.empty() && messages.back() == 65401) Cancel<frmRestore>();
+  Cancel<frmSelectFolder>();
+  EndAfter({});
+}
+
+void Session::Run() {
+  RunUnchecked();
+  if (processes.ended || person.HasFailed()) return;
+  EXPECT_EQ(toolkit.pointer, forms::Pointer::Default);
+  EXPECT_EQ(disk.CurrentFolder(), fakes::kProgramFolder);
+  EXPECT_NE(catalogue.state, fakes::FakeCatalogue::State::Open);
+  EXPECT_EQ(IsTemporaryFolderEmpty(), !leavesStagingFolder);
+}
+
+void Session::RunUnchecked() {
+  hostFiles_ = disk.Tree(kHostRoot);
+  app::Application application(Contracts(), toolkit);
+  application.state.PendingMessageId = 60260;  // start-up forgets it
+  try {
+    operator_access::Dialogs dialogs;
+    app::Main(application, dialogs);
+    EXPECT_FALSE(application.messageDialog || application.operationRecorder) << "left to the end of the process";
+  } catch (const fakes::ProcessEnded&) {
+  } catch (const fakes::ScriptFailed&) {  // the test has failed already
+  }
+  state = application.state;
+}
+
+void Session::BackUpEverything() {
+  BeginBackup(kEverything);
+  AcceptFolder(kSetFolder);
+  EndAfter({64302, 65300});
+  Told().auditRecords.clear();
+  Told().logLines.clear();
+  Told().operations.clear();
+  processes.started.clear();
+}
+
+void Session::InsertDisk(const MediumFiles& contents) {
+  disk.FindDrive("A:")->ready = true;
+  disk.Format("A:");
+  for (const auto& [name, bytes] : contents) EXPECT_TRUE(disk.Write("A:\\" + name, bytes));
+}
+
+Paths Session::ChangedHostFiles() {
+  const MediumFiles now = disk.Tree(kHostRoot);
+  Paths changed;
+  for (const auto& [path, bytes] : hostFiles_)
+    if (!MayChange(path) && (!now.contains(path) || now.at(path) != bytes)) changed.push_back(path);
+  for (const auto& [path, bytes] : now)
+    if (!MayChange(path) && !hostFiles_.contains(path)) changed.push_back(path);
+  return changed;
+}
+
+Paths DescriptorLines(const Paths& more) {
+  Paths lines = {"[Info]", "AppVersion=3.00", "Date=2012/03/15 09:30:12", "AppType=Tarsus"};
+  lines.insert(lines.end(), more.begin(), more.end());
+  return lines;
+}
+
+std::string Lines(const Paths& lines, const std::string& end) {
+  std::string text;
+  for (const std::string& line : lines) text += line + end;
+  return text;
+}

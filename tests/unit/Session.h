@@ -1,0 +1,117 @@
+// One session at the demo workstation: the whole program from start-up to exit, and what its operator does.
+#pragma once
+
+#include <array>
+
+#include "access/Dialogs.h"
+#include "access/frmMainMenu.h"
+#include "access/frmUserAuthentication.h"
+#include "app/Application.h"
+#include "backup/frmBackup.h"
+#include "maintenance/frmMaintenance.h"
+#include "media/frmSelectFolder.h"
+#include "restore/frmRestore.h"
+#include "unit/Arrange.h"
+
+using backup::frmBackup;
+using maintenance::frmMaintenance;
+using media::frmSelectFolder;
+using operator_access::frmMainMenu;
+using operator_access::frmUserAuthentication;
+using restore::frmRestore;
+
+/// Files of one medium: path below its root, and contents.
+using MediumFiles = std::map<std::string, std::string>;
+
+inline constexpr forms::ShiftState kNoKeys{};
+inline constexpr forms::ShiftState kShift{true, false, false};
+
+/// Folder that the selection dialog proposes at the demo workstation's time, and the staging folder.
+inline constexpr const char* kProposal = "D:\\20120315093012\\";
+inline constexpr const char* kStagingFolder = "C:\\Users\\Operator\\Temp\\120315093012";
+inline constexpr const char* kDesktop = "C:\\Users\\Operator\\Desktop\\";
+inline constexpr const char* kSetFolder = "D:\\Set\\";
+
+/// Which boxes of the backup dialog are ticked.
+struct Ticks {
+  bool patient = false;
+  bool system = false;
+  bool log = false;
+  bool report = false;
+  bool deleteLogs = false;
+};
+inline constexpr Ticks kEverything{true, true, true, true};
+inline constexpr Ticks kReportOnly{.report = true};
+
+/// The restore dialog's boxes, in the order of the categories.
+inline constexpr std::array<forms::CheckBox frmRestore::*, restore::kCategories> kBoxes = {
+    &frmRestore::chkPatientData, &frmRestore::chkMenuData,        &frmRestore::chkSystemData,
+    &frmRestore::chkUserData,    &frmRestore::chkExplanationData, &frmRestore::chkReportSetData,
+    &frmRestore::chkReportData,  &frmRestore::chkIPCounter};
+
+struct Session : fakes::FakeHost {
+  Session() { FillDemoWorkstation(*this); }
+
+  // What the operator does, each added to the script.
+  template <class F>
+  void At(std::function<void(F&)> step) {
+    person.Expect<F>(std::move(step));
+  }
+  template <class F>
+  void Cancel() {
+    At<F>([](F& form) { fakes::Press(form.cmdCancel); });
+  }
+  void SignIn(const std::string& name = fakes::kServiceUser, const std::string& password = "secret");
+  void CancelSignIn(forms::ShiftState keys = kShift);
+  /// 0 the backup, 1 the restore, 2 the maintenance log.
+  void OpenMenuItem(std::size_t item);
+  void EndMenu(forms::ShiftState keys = kShift);
+  /// Ticks exactly these boxes and presses start.
+  void StartBackup(const Ticks& ticks);
+  /// The same in the restore dialog, one character for each box: "x" or "-".
+  void StartRestore(const std::string& ticks = "xxxxxxxx");
+  /// Without protection when it is said to be confirmed.
+  void StartMaintenance(bool unprotected = false);
+  /// OK in the selection dialog, on the proposed folder or on another one.
+  void AcceptFolder(const std::string& folder = {});
+  /// These messages come, all with the same answer.
+  void See(const Ids& messages, std::int32_t answer = app::kConsented);
+
+  // From the sign-in on, with every right.
+  /// Up to the selection dialog.
+  void BeginBackup(const Ticks& ticks);
+  /// Up to the restore dialog.
+  void BeginRestore(const std::string& folder = kSetFolder, const std::string& user = fakes::kServiceUser);
+
+  // To the end of the program.
+  /// After these messages only the menu is left.
+  void EndAfter(const Ids& messages);
+  /// The last message says whether a backup has failed or was stopped; closes what is still open then.
+  void LeaveBackupAfter(const Ids& messages, std::int32_t answer = app::kConsented);
+  void LeaveRestoreAfter(const Ids& messages, std::int32_t answer = app::kConsented);
+
+  /// The program, from start-up to exit. Checks what holds at every exit.
+  void Run();
+  /// The same without the checks, for a program that is hit by faults.
+  void RunUnchecked();
+  /// A whole run of the program that backs everything up into `kSetFolder`.
+  void BackUpEverything();
+
+  /// Replaces what is in drive A:.
+  void InsertDisk(const MediumFiles& contents);
+  /// Files of the host system that the session has changed, added or removed, but for the
+  /// program's log, the compacted databases and what the jobs' programs write.
+  Paths ChangedHostFiles();
+  bool IsTemporaryFolderEmpty() { return disk.Children(files.temporaryFolder).empty(); }
+  bool IsBackupDated() const { return qx32.texts.contains("BackupDate"); }
+
+  app::State state;  ///< as the program left it
+  bool leavesStagingFolder = false;
+
+ private:
+  MediumFiles hostFiles_;
+};
+
+/// A descriptor that the demo workstation accepts, without line ends at its lines.
+Paths DescriptorLines(const Paths& more = {});
+std::string Lines(const Paths& lines, const std::string& end = "\r\n");
