@@ -11,7 +11,7 @@ source "$root/scripts/wine.sh"
 "$root/packaging/build.sh" "$build"
 older="$build/packages/older"
 mkdir -p "$older/bin"
-cp "$build"/bin/{QXBackupUtility,cabarc}.exe "$older/bin/"
+cp "$build"/bin/{QXBackupUtility,QXHostCheck,cabarc}.exe "$older/bin/"
 echo older >>"$older/bin/QXBackupUtility.exe"
 echo "An older manual" >"$older/manual.html"
 makensis -V1 -DVERSION=0.9.0 "-DMANUAL=$older/manual.html" "-DBIN=$older/bin" "-DPACKAGES=$older" \
