@@ -32,7 +32,7 @@ Status NewFile::SetAttributes(std::uint8_t attributes, platform::DosStamp stamp)
 }
 
 Status NewFile::Commit() {
-  if (file_.Close() && platform::Rename(temporary_, path_)) return {};
+  if (file_.CloseAs(temporary_, path_)) return {};
   Status failure = Failure();
   platform::Remove(temporary_);
   return failure;

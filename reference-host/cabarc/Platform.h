@@ -66,6 +66,9 @@ class File {
   bool SetAttributes(std::uint8_t attributes, DosStamp stamp);
   /// False when the system reports a late write error.
   bool Close();
+  /// Closes a file made as `from` and gives it the name `to`, replacing one of that name, even a read-only one. After
+  /// a failure it may still be called `from`.
+  bool CloseAs(const std::string& from, const std::string& to);
 
  private:
   std::intptr_t handle_ = -1;

@@ -149,6 +149,10 @@ bool File::Close() {
   return !IsOpen() || ::close(Descriptor(std::exchange(handle_, -1))) == 0;
 }
 
+bool File::CloseAs(const std::string& from, const std::string& to) {
+  return Close() && Rename(from, to);
+}
+
 std::vector<std::string> Arguments(int count, char** values) {
   return count > 1 ? std::vector<std::string>(values + 1, values + count) : std::vector<std::string>();
 }

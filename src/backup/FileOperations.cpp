@@ -72,7 +72,6 @@ MoveCount MoveFilesMatching(app::Application& application, const std::string& fo
 }
 
 app::ResultCode DeleteFileForced(app::Application& application, const std::string& path) {
-  application.host.files.ClearAttributes(path);  // where that fails, the deletion tells
   return ResultOf(application.host.files.RemoveFile(path));
 }
 

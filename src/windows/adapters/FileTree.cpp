@@ -33,6 +33,13 @@ bool DeleteFolder(const std::wstring& folder) {
          RemoveDirectoryW(folder.c_str()) != FALSE;
 }
 
+DWORD CALLBACK CallOnProgress(LARGE_INTEGER /*size*/, LARGE_INTEGER /*copied*/, LARGE_INTEGER /*streamSize*/,
+                              LARGE_INTEGER /*streamCopied*/, DWORD /*stream*/, DWORD /*reason*/, HANDLE /*source*/,
+                              HANDLE /*target*/, LPVOID call) {
+  (*static_cast<const std::function<void()>*>(call))();
+  return PROGRESS_CONTINUE;
+}
+
 }  // namespace
 
 bool ForEachEntry(const std::wstring& folder, const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
@@ -54,14 +61,15 @@ bool DeleteForced(const std::wstring& file) {
          SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE && DeleteFileW(file.c_str()) != FALSE;
 }
 
-bool DeleteTree(const std::wstring& folder) {
+bool DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach) {
   // Of a link only the link goes; what it points to stays.
   if (HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) return DeleteFolder(folder);
   bool deleted = true;
   const bool read = ForEachEntry(folder, [&](const WIN32_FIND_DATAW& entry) {
     const std::wstring path = folder + L'\\' + entry.cFileName;
     const bool isFolder = (entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    deleted = (isFolder ? DeleteTree(path) : DeleteForced(path)) && deleted;
+    deleted = (isFolder ? DeleteTree(path, afterEach) : DeleteForced(path)) && deleted;
+    afterEach();
   });
   return DeleteFolder(folder) && read && deleted;
 }
@@ -74,9 +82,11 @@ long long SizeOf(const std::wstring& file) {
   return handle && GetFileSizeEx(handle.Get(), &size) != FALSE ? size.QuadPart : -1;
 }
 
-bool CopyToNewFile(const std::wstring& source, const std::wstring& target) {
+bool CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
   if (Exists(target)) return false;
-  const bool copied = CopyFileW(source.c_str(), target.c_str(), TRUE) != FALSE;
+  std::function<void()> call = meanwhile;
+  const bool copied =
+      CopyFileExW(source.c_str(), target.c_str(), CallOnProgress, &call, nullptr, COPY_FILE_FAIL_IF_EXISTS) != FALSE;
   // A source that could not be read to its end has been seen to count as copied.
   const long long size = SizeOf(source);
   if (copied && size >= 0 && size == SizeOf(target)) return true;
@@ -84,9 +94,9 @@ bool CopyToNewFile(const std::wstring& source, const std::wstring& target) {
   return false;
 }
 
-bool CopyOver(const std::wstring& source, const std::wstring& target) {
+bool CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
   const std::wstring copy = FreeNameBeside(target);
-  if (!CopyToNewFile(source, copy)) return false;
+  if (!CopyToNewFile(source, copy, meanwhile)) return false;
   if (MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
   DeleteForced(copy);
   return false;

@@ -15,15 +15,17 @@ bool ForEachEntry(const std::wstring& folder, const std::function<void(const WIN
 bool DeleteForced(const std::wstring& file);
 
 /// Deletes a folder and all below it, as much as can be deleted. `folder` has no "\" at its end.
-bool DeleteTree(const std::wstring& folder);
+/// Calls `afterEach` whenever something has been deleted.
+bool DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach);
 
 /// Length in bytes, that of its target for a link; -1 when the file cannot be examined.
 long long SizeOf(const std::wstring& file);
 
-/// Copies one file to a name that is not taken; leaves nothing behind on a failure.
-bool CopyToNewFile(const std::wstring& source, const std::wstring& target);
+/// Copies one file to a name that is not taken; leaves nothing behind on a failure. Calls `meanwhile` from time to
+/// time.
+bool CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
 
-/// Copies one file over another one, which stays as it was when that fails.
-bool CopyOver(const std::wstring& source, const std::wstring& target);
+/// Copies one file over another one, which stays as it was when that fails. Calls `meanwhile` from time to time.
+bool CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
 
 }  // namespace windows

@@ -67,6 +67,7 @@ std::int32_t Win32FileSystem::List(const std::string& folder, const std::string&
   // keeps beside the long ones, and so take "a.cabinet" for "*.cab".
   const std::wstring path = UnlimitedPath(folder);
   const bool read = !path.empty() && ForEachEntry(path, [&](const WIN32_FIND_DATAW& entry) {
+    StayAlive();
     const std::string name = Utf8(entry.cFileName);
     if (!app::MatchesFileName(name, pattern)) return;
     const bool isFolder = IsFolder(entry.dwFileAttributes);
@@ -107,9 +108,10 @@ std::int32_t Win32FileSystem::RemoveFolder(const std::string& path) {
   // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
   constexpr int kTries = 20;
   constexpr DWORD kPause = 25;  // milliseconds
-  for (int tries = 1; !DeleteTree(folder); ++tries) {
+  for (int tries = 1; !DeleteTree(folder, [this] { StayAlive(); }); ++tries) {
     if (tries == kTries) return app::kFailed;
     Sleep(kPause);
+    StayAlive();
   }
   return app::kDone;
 }
@@ -121,14 +123,15 @@ std::int32_t Win32FileSystem::MoveTo(const std::string& source, const std::strin
   if (MoveFileExW(from.c_str(), to.c_str(), 0) != FALSE) return app::kDone;
   if (GetLastError() != ERROR_NOT_SAME_DEVICE) return app::kFailed;
   // The system's own move to another volume deletes the source without a look at the copy.
-  return ResultOf(CopyToNewFile(from, to) && DeleteForced(from));
+  return ResultOf(CopyToNewFile(from, to, [this] { StayAlive(); }) && DeleteForced(from));
 }
 
 std::int32_t Win32FileSystem::CopyTo(const std::string& source, const std::string& target) {
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
   const bool isNew = AttributesOf(target) == INVALID_FILE_ATTRIBUTES;
-  return ResultOf(isNew ? CopyToNewFile(from, to) : CopyOver(from, to));
+  const auto meanwhile = [this] { StayAlive(); };
+  return ResultOf(isNew ? CopyToNewFile(from, to, meanwhile) : CopyOver(from, to, meanwhile));
 }
 
 std::int32_t Win32FileSystem::ClearAttributes(const std::string& path) {

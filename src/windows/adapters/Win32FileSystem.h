@@ -2,11 +2,15 @@
 #pragma once
 
 #include "host/FileSystem.h"
+#include "windows/adapters/Win32MessageLoop.h"
 
 namespace windows {
 
 class Win32FileSystem : public host::FileSystem {
  public:
+  /// `loop`, where there is one, serves painting and other windows while a call works on many files or a large one.
+  explicit Win32FileSystem(Win32MessageLoop* loop = nullptr) : loop_(loop) {}
+
   bool FileExists(const std::string& path) override;
   bool FolderExists(const std::string& path) override;
   std::int64_t FileSize(const std::string& path) override;
@@ -27,6 +31,13 @@ class Win32FileSystem : public host::FileSystem {
   std::string CurrentFolder() override;
   std::int32_t SetCurrentFolder(const std::string& path) override;
   std::string TemporaryFolder() override;
+
+ private:
+  void StayAlive() {
+    if (loop_ != nullptr) loop_->ServeWithoutInput();
+  }
+
+  Win32MessageLoop* loop_;
 };
 
 }  // namespace windows

@@ -2,6 +2,11 @@
 #include "windows/adapters/Win32MessageLoop.h"
 
 namespace windows {
+namespace {
+
+constexpr ULONGLONG kServeEvery = 10;  // milliseconds
+
+}  // namespace
 
 void Win32MessageLoop::Yield() {
   const std::optional<int> quit = ServeWaiting();
@@ -25,6 +30,14 @@ std::optional<int> Win32MessageLoop::ServeWaiting() {
     }
   }
   return quit;
+}
+
+void Win32MessageLoop::ServeWithoutInput() {
+  const ULONGLONG now = GetTickCount64();
+  if (now - servedAt_ < kServeEvery) return;
+  servedAt_ = now;
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE) != FALSE) Dispatch(message);
 }
 
 }  // namespace windows

@@ -30,7 +30,13 @@ class Win32MessageLoop : public host::MessageLoop {
   /// caller must post again once it is done: some outer loop is meant to end on it.
   std::optional<int> ServeWaiting();
 
+  /// For long work that nobody may interfere with: paints what has become visible and answers other windows, and
+  /// leaves the operator's keys and clicks in the queue. Cheap enough for every file: does nothing when it was called
+  /// some milliseconds ago.
+  void ServeWithoutInput();
+
  private:
+  ULONGLONG servedAt_ = 0;
   MessageFilter* filter_ = nullptr;
 };
 

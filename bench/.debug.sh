@@ -1,0 +1,115 @@
+#!/usr/bin/env bash
+# Measures the archiver, the cutter of floppy sets and the whole program beside other tools, and writes
+# docs/performance.md with its pictures.
+#
+#   bench/run.sh [--quick]
+#
+# Installs and builds what is missing. Takes under ten minutes on two idle cores and needs about 6 GB of disk. With
+# --quick everything is small and measured once: that shows whether it works, and the document goes to
+# build/bench/docs instead.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+root=$PWD
+source scripts/common.sh
+
+quick=
+case ${1:-} in
+  '') ;;
+  --quick) quick=yes ;;
+  *) die "usage: bench/run.sh [--quick]" ;;
+esac
+
+percent=100 rounds=3 docs=$root/build/bench/docs
+if [ -n "$quick" ]; then percent=4 rounds=1 docs=$root/build/bench/docs; fi
+work=$root/build/bench/work
+samples=$work/samples
+release=$root/build/h-bench-r/bin
+windows=$root/build/h-bench-w/bin
+
+# gnuplot draws the pictures, time tells a command's memory.
+install_tools() {
+  local missing=() package
+  for package in gnuplot-nox:gnuplot time:/usr/bin/time; do
+    command -v "${package#*:}" >/dev/null || missing+=("${package%%:*}")
+  done
+  [ "${#missing[@]}" = 0 ] && return
+  need_root "install ${missing[*]}"
+  say "Installing ${missing[*]}"
+  DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >>build/setup.log 2>&1 ||
+    die "${missing[*]} could not be installed; see build/setup.log"
+}
+
+# build FOLDER PRESET TARGET...
+build() {
+  local log=$work/build.log
+  { cmake --preset "$2" -B "$1" -S . && ninja -C "$1" "${@:3}"; } >"$log" 2>&1 ||
+    { tail -n 30 "$log" >&2; die "the build failed; see $log"; }
+}
+
+build_all() {
+  local preset=windows
+  [ "$(cat build/target)" = x86_64 ] && preset=windows64
+  say "Building (build/h-bench-r, build/windows)"
+  true
+  build build/h-bench-r native-release cabarc demo-data bench_growth bench_pieces
+  build build/h-bench-w "$preset" QXBackupUtility QX32 QX32lib QXNetDB TarsusComponents TarsusDataAccess Tarsus \
+    BackupEventLog ExportRegistry ExportTable QXHostCheck cabarc bench_program bench_files
+}
+
+need_space() {
+  local free
+  free=$(df --output=avail -BM "$work" | tail -n 1 | tr -dc 0-9)
+  [ "$free" -ge $((60 * percent + 500)) ] || die "$work needs $((60 * percent + 500)) MB of free disk; there are $free"
+}
+
+# Prints a folder in memory with room for the tree three times over; nothing where there is none.
+folder_in_memory() {
+  local folder=/dev/shm
+  [ "$(stat -f -c %T "$folder" 2>/dev/null)" = tmpfs ] || return 0
+  [ "$(df --output=avail -BM "$folder" | tail -n 1 | tr -dc 0-9)" -ge $((15 * percent)) ] || return 0
+  printf '%s\n' "$folder/qx-bench.$$"
+}
+
+clean_up() {
+  stop_wine "$work/workstation"
+  true rm -rf "$memory" "$work"/{tree,small,cabinets,disk,wine,large,pieces,workstation}*
+}
+
+scripts/setup.sh
+mkdir -p "$work"
+: >"$samples"
+source scripts/wine.sh
+source scripts/workstation.sh
+source bench/measure.sh
+source bench/tree.sh
+source bench/archiver.sh
+source bench/program.sh
+source bench/document.sh
+install_tools
+need_space
+build_all
+memory=$(folder_in_memory)
+rm -rf $work/{tree,small,cabinets,disk,wine,large,pieces,workstation}*
+clean_up
+
+printf "%s " "$(date +%T)"; say "Making the files"
+small_files "$work/small" $((200 * percent))
+make_tree "$work/tree" "$percent"
+printf "%s " "$(date +%T)"; say "Archiver: creating"
+measure_creating
+printf "%s " "$(date +%T)"; say "Archiver: extracting"
+measure_extracting disk "$work/disk"
+if [ -n "$memory" ]; then measure_extracting memory "$memory"; fi
+printf "%s " "$(date +%T)"; say "Archiver: a large file; cutting into pieces"
+measure_large_file
+measure_pieces
+printf "%s " "$(date +%T)"; say "Program: backup and restore against a batch file"
+set_up_workstation; cp $windows/QXBackupUtility.exe $windows/cabarc.exe $WINEPREFIX/drive_c/Tarsus/Program/
+measure_program
+printf "%s " "$(date +%T)"; say "Archiver under Wine"
+measure_extracting_under_wine
+printf "%s " "$(date +%T)"; say "Growth"
+measure_growth
+measure_xcopy
+write_document "$docs"
+printf "%s " "$(date +%T)"; say "Written: $docs/performance.md ($((SECONDS / 60)) min $((SECONDS % 60)) s)"

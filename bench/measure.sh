@@ -1,0 +1,48 @@
+# Sourced by bench/run.sh: taking times and reading them again. Every figure is a line "NAME NUMBER" in the file
+# $samples; a repeated measurement has several lines of one name.
+
+note() { printf '%s %s\n' "$1" "$2" >>"$samples"; }
+
+# Whether there are figures of all these names: a tool that is not installed leaves none.
+measured() {
+  local name
+  for name in "$@"; do grep -q "^$name " "$samples" || return 1; done
+}
+
+# timed NAME COMMAND...: notes the command's seconds. Earlier steps' data reach the disk first, so that they do not
+# slow this one down.
+timed() {
+  local name=$1 start
+  shift
+  sync -f "$work"
+  start=$(date +%s%N)
+  "$@" >/dev/null
+  note "$name" "$(awk -v a="$start" -v b="$(date +%s%N)" 'BEGIN { printf "%.4f", (b - a) / 1e9 }')"
+}
+
+# into FOLDER NAME COMMAND...: the same into a new, empty folder.
+into() {
+  rm -rf "$1"
+  mkdir -p "$1"
+  timed "${@:2}"
+}
+
+# statistic median|most NAME
+statistic() {
+  awk -v name="$2" '$1 == name { print $2 }' "$samples" | sort -n |
+    awk -v what="$1" '{ v[NR] = $1 } END { print what == "most" ? v[NR] : v[int((NR + 1) / 2)] }'
+}
+median() { statistic median "$1"; }
+most() { statistic most "$1"; }
+
+# ratio NAME BASE: the median of the quotients of measurements that were taken in the same round.
+ratio() {
+  awk -v name="$1" -v base="$2" '
+    $1 == name { a[++n] = $2 }
+    $1 == base { b[++m] = $2 }
+    END { for (i = 1; i <= n && i <= m; ++i) print a[i] / b[i] }' "$samples" | sort -n |
+    awk '{ v[NR] = $1 } END { printf "%.3f\n", v[int((NR + 1) / 2)] }'
+}
+
+# number FORMAT VALUE [DIVISOR]
+number() { awk -v f="$1" -v v="$2" -v d="${3:-1}" 'BEGIN { printf f, v / d }'; }

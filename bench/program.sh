@@ -1,0 +1,76 @@
+# Sourced by bench/run.sh: the program on a workstation under Wine, against the same commands in a batch file; and
+# how its loops grow.
+
+# A workstation whose patient data are the tree.
+set_up_workstation() {
+  demo_megabytes=1
+  install_workstation "$work/workstation"
+  use_null_display
+  local images=$WINEPREFIX/drive_c/Tarsus/Data/Image.ddo
+  rm -rf "$images"
+  cp -r "$work/tree" "$images"
+}
+
+measure_program() {
+  local log=$work/program.txt
+  if ! wine "$windows/bench_program.exe" "$rounds" >"$log" 2>&1 </dev/null; then
+    tail -n 5 "$log" >&2
+    die "the program could not be measured; see $log"
+  fi
+  tr -d '\r' <"$log" | awk '$1 == "span"' >"$work/spans"
+  tr -d '\r' <"$log" | awk 'NF == 2 && $1 != "#"' >>"$samples"
+  tr -d '\r' <"$log" | grep '^#' >&2 || true
+}
+
+# The program's own work natively; with real files under Wine.
+measure_growth() {
+  "$release/bench_growth" "$percent" >>"$samples"
+  local run
+  for run in 1 2 3; do
+    grow_on_files staging tenth $((20 * percent))
+    grow_on_files staging all $((200 * percent))
+    grow_on_files clients tenth $((8 * percent))
+    grow_on_files clients all $((80 * percent))
+  done
+}
+
+# grow_on_files LOOP NAME COUNT
+grow_on_files() {
+  local folder=$WINEPREFIX/drive_c/growth
+  rm -rf "$folder"
+  mkdir "$folder"
+  case $1 in
+    staging) (cd "$folder" && seq "$3" | xargs touch) ;;
+    clients)
+      (cd "$folder" && awk -v n="$3" 'BEGIN {
+        for (i = 0; i < n; ++i) printf "Maintenance_PC%d_12031509%04d\n", i / 25, i % 25
+      }' | xargs mkdir)
+      ;;
+  esac
+  sync -f "$folder"
+  wine "$windows/bench_files.exe" "$1" 'C:\growth\' >"$work/growth.txt" </dev/null
+  note "growth.files.$1.$2" "$(tr -d '\r' <"$work/growth.txt")"
+  rm -rf "$folder"
+}
+
+# How the time of the external copying command grows with the files of one folder, and of ten.
+measure_xcopy() {
+  local source=$WINEPREFIX/drive_c/xcopy run folder
+  for run in 1 2 3; do
+    for folder in start:1:1 few:$((4 * percent)):1 many:$((40 * percent)):1 spread:$((4 * percent)):10; do
+      IFS=: read -r name files folders <<<"$folder"
+      rm -rf "$source" "$source.copy"
+      for ((i = 0; i < folders; ++i)); do
+        mkdir -p "$source/$i"
+        (cd "$source/$i" && seq "$files" | xargs touch)
+      done
+      timed "xcopy.$name" wine cmd /c 'xcopy C:\xcopy C:\xcopy.copy\ /S /Y >nul' </dev/null
+    done
+  done
+  rm -rf "$source" "$source.copy"
+}
+
+# xcopy_each NAME FILES: microseconds a file, without the program's start.
+xcopy_each() {
+  awk -v t="$(median "xcopy.$1")" -v s="$(median xcopy.start)" -v n="$2" 'BEGIN { printf "%.0f", 1e6 * (t - s) / n }'
+}
