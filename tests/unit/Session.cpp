@@ -114,7 +114,18 @@ void Session::Run() {
   EXPECT_EQ(IsTemporaryFolderEmpty(), !leavesStagingFolder);
 }
 
+void Session::ExpectReadyForInput(const forms::Form& form) const {
+  EXPECT_NE(form.Title(), "") << form.Name();
+  EXPECT_EQ(toolkit.pointer, forms::Pointer::Default) << form.Name();
+  for (const forms::Control* control : form.Controls())
+    EXPECT_NE(control->Look().fontName, "") << form.Name() << "." << control->Name();
+}
+
 void Session::RunUnchecked() {
+  processes.beforeWork = [this, before = std::move(processes.beforeWork)](const std::string& command) {
+    EXPECT_EQ(toolkit.pointer, forms::Pointer::Hourglass) << command;
+    if (before) before(command);
+  };
   hostFiles_ = disk.Tree(kHostRoot);
   app::Application application(Contracts(), toolkit);
   application.state.PendingMessageId = 60260;  // start-up forgets it

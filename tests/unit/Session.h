@@ -55,7 +55,10 @@ struct Session : fakes::FakeHost {
   // What the operator does, each added to the script.
   template <class F>
   void At(std::function<void(F&)> step) {
-    person.Expect<F>(std::move(step));
+    person.Expect<F>([this, step = std::move(step)](F& form) {
+      ExpectReadyForInput(form);
+      step(form);
+    });
   }
   template <class F>
   void Cancel() {
@@ -109,6 +112,9 @@ struct Session : fakes::FakeHost {
   bool leavesStagingFolder = false;
 
  private:
+  /// A dialog that waits for a person has its captions, the host's look, and no busy pointer.
+  void ExpectReadyForInput(const forms::Form& form) const;
+
   MediumFiles hostFiles_;
 };
 
