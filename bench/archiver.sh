@@ -7,59 +7,60 @@ gcab_create() {
 }
 # cabarc_create TREE CABINET [COMMAND THAT RUNS IT...]
 cabarc_create() { (cd "$1" && "${@:3}" "$release/cabarc" -r -p n "$2" '*.*'); }
-gcab_extract() { (cd "$2" && gcab -x "$1"); }
 tar_gzip() { tar -cf - -C "$1" . | gzip -6 >"$2"; }
 
 # The steps of a round are taken in turn, so that a slow moment of the machine falls on all of them.
-measure_creating() {
+creating_round() {
   local tree=$work/tree cabinets=$work/cabinets
-  for _ in $(seq "$rounds"); do
-    rm -rf "$cabinets" && mkdir "$cabinets"
-    if have gcab; then timed create.gcab gcab_create "$tree" "$cabinets/gcab.cab"; fi
-    timed create.cabarc cabarc_create "$tree" "$cabinets/ours.cab"
-    timed create.cabarc1 cabarc_create "$tree" "$cabinets/one.cab" taskset -c 0
-    timed create.gzip tar_gzip "$tree" "$cabinets/gzip"
-    cmp "$cabinets/ours.cab" "$cabinets/one.cab" # the same bytes for any number of threads
-    if have gcab; then timed small.gcab gcab_create "$work/small" "$cabinets/small-gcab.cab"; fi
-    timed small.cabarc cabarc_create "$work/small" "$cabinets/small.cab"
-  done
-  note size.cabarc "$(stat -c %s "$cabinets/ours.cab")"
-  if have gcab; then note size.gcab "$(stat -c %s "$cabinets/gcab.cab")"; fi
+  rm -rf "$cabinets" && mkdir "$cabinets"
+  if have gcab; then timed create.gcab gcab_create "$tree" "$cabinets/gcab.cab"; fi
+  timed create.cabarc cabarc_create "$tree" "$cabinets/ours.cab"
+  timed create.cabarc1 cabarc_create "$tree" "$cabinets/one.cab" taskset -c 0
+  cmp "$cabinets/ours.cab" "$cabinets/one.cab" # the same bytes for any number of threads
+  if have gcab; then timed small.gcab gcab_create "$work/small" "$cabinets/small-gcab.cab"; fi
+  timed small.cabarc cabarc_create "$work/small" "$cabinets/small.cab"
 }
 
-# measure_extracting NAME FOLDER: below FOLDER, which names the kind of memory it lies on.
+measure_creating() {
+  repeat_within 60 creating_round
+  timed create.gzip tar_gzip "$work/tree" "$work/cabinets/gzip"
+  note size.cabarc "$(stat -c %s "$work/cabinets/ours.cab")"
+  if have gcab; then note size.gcab "$(stat -c %s "$work/cabinets/gcab.cab")"; fi
+}
+
+# extracted NAME COMMAND...: times a command that puts the tree into the new folder $out. What is there stays until
+# all rounds are over: some disks are slow for a while after files have been deleted.
+extracted() {
+  out=$folder/out.$((++outputs))
+  mkdir "$out"
+  timed "$@"
+}
+copy_tree() { cp -r "$folder/tree" "$out/"; }
+by_cabarc() { "$@" "$release/cabarc" -r -p X "$folder/ours.cab" "$out/"; }
+by_wine() { wine "$windows/cabarc.exe" -r -p X "$(dos "$folder/ours.cab")" "$(dos "$out")\\" </dev/null; }
+by_gcab() { (cd "$out" && gcab -x "$folder/ours.cab"); }
+by_cabextract() { cabextract -q -d "$out" "$folder/ours.cab"; }
+dos() { printf 'Z:%s' "${1//\//\\}"; }
+
+# extracting_round NAME: figures beginning with it. The Windows program takes part when Wine is set up.
+extracting_round() {
+  extracted "$1.cp" copy_tree
+  extracted "$1.cabarc" by_cabarc
+  if have gcab; then extracted "$1.gcab" by_gcab; fi
+  if have cabextract; then extracted "$1.cabextract" by_cabextract; fi
+  extracted "$1.cabarc1" by_cabarc taskset -c 0
+  if [ -n "${WINEPREFIX:-}" ]; then extracted "$1.wine" by_wine; fi
+}
+
+# measure_extracting NAME FOLDER: on whatever FOLDER lies.
 measure_extracting() {
-  local name=$1 folder=$2 cabinet=$2/ours.cab
+  local folder=$2 outputs=0 out
   mkdir -p "$folder"
   cp -r "$work/tree" "$folder/tree"
-  cp "$work/cabinets/ours.cab" "$cabinet"
-  for _ in $(seq $((2 * rounds - 1))); do
-    into "$folder/out" "$name.cp" cp -r "$folder/tree" "$folder/out/"
-    into "$folder/out" "$name.cabarc" "$release/cabarc" -r -p X "$cabinet" "$folder/out/"
-    if have gcab; then into "$folder/out" "$name.gcab" gcab_extract "$cabinet" "$folder/out"; fi
-    if have cabextract; then into "$folder/out" "$name.cabextract" cabextract -q -d "$folder/out" "$cabinet"; fi
-    into "$folder/out" "$name.cabarc1" taskset -c 0 "$release/cabarc" -r -p X "$cabinet" "$folder/out/"
-  done
-  diff -r "$folder/tree" "$folder/out"
-  rm -rf "$folder"
+  cp "$work/cabinets/ours.cab" "$folder/ours.cab"
+  repeat_within 25 extracting_round "$1"
+  diff -r "$folder/tree" "$out"
 }
-
-# The Windows program under Wine and the native peers, on the same disk.
-measure_extracting_under_wine() {
-  local folder=$work/wine
-  mkdir -p "$folder"
-  for _ in $(seq "$rounds"); do
-    into "$folder/out" wine.cabarc \
-      wine "$windows/cabarc.exe" -r -p X "$(dos "$work/cabinets/ours.cab")" "$(dos "$folder/out")\\"
-    into "$folder/out" wine.cp cp -r "$work/tree" "$folder/out/"
-    if have gcab; then into "$folder/out" wine.gcab gcab_extract "$work/cabinets/ours.cab" "$folder/out"; fi
-    if have cabextract; then
-      into "$folder/out" wine.cabextract cabextract -q -d "$folder/out" "$work/cabinets/ours.cab"
-    fi
-  done
-  rm -rf "$folder"
-}
-dos() { printf 'Z:%s' "${1//\//\\}"; }
 
 # One file of nearly 2 GB: images here and there, nothing in between.
 measure_large_file() {

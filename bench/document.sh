@@ -91,10 +91,11 @@ TEXT
     compared "extracting ${place#*:}, one core" "${place%%:*}.cabarc1" "${place%%:*}.cp" '`cp -r`'
     compared "extracting ${place#*:}" "${place%%:*}.cabarc" "${place%%:*}.gcab" '`gcab -x`' 1
     compared "extracting ${place#*:}" "${place%%:*}.cabarc" "${place%%:*}.cabextract" cabextract 1
+    compared "extracting ${place#*:}, the Windows program under Wine" "${place%%:*}.wine" "${place%%:*}.gcab" \
+      '`gcab -x`, native' 1
+    compared "extracting ${place#*:}, the Windows program under Wine" "${place%%:*}.wine" "${place%%:*}.cabextract" \
+      'cabextract, native' 1
   done
-  compared 'extracting, the Windows program under Wine' wine.cabarc wine.gcab '`gcab -x`, native' 1
-  compared 'extracting, the Windows program under Wine' wine.cabarc wine.cabextract 'cabextract, native' 1
-  compared 'extracting, the Windows program under Wine' wine.cabarc wine.cp '`cp -r`, native'
   cat <<TEXT
 
 A cabinet made on one core and one made on all hold the same bytes; the run stops when they do not, and when an
@@ -111,7 +112,8 @@ TEXT
 
 A backup and a restore of these files through the program's windows, each followed by a batch file with the same
 external commands in the same order. The batch file deletes nothing; the program also empties its staging folder, so
-there is a second figure for a batch file that then deletes what it has gathered.
+there is a second figure for a batch file that then deletes what it has gathered. The workstation, a Wine prefix, lies
+$workstation_on.
 
 | what | program | beside | ratio | goal |
 |---|---|---|---|---|
@@ -195,7 +197,7 @@ disk.cp|disk.cp|extracting: cp -r|0x9aa5b1
 disk.gcab|disk.cp|extracting: gcab|0x9aa5b1
 disk.cabextract|disk.cp|extracting: cabextract|0x9aa5b1
 disk.cabarc|disk.cp|extracting: cabarc|0x1f6fb2
-wine.cabarc|wine.cp|extracting: cabarc.exe under Wine|0x1f6fb2
+disk.wine|disk.cp|extracting: cabarc.exe under Wine|0x1f6fb2
 TEXT
   draw_bars "$1" 'Time beside gcab (creating) and cp -r (extracting); shorter is faster' 1
 }

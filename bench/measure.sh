@@ -20,11 +20,10 @@ timed() {
   note "$name" "$(awk -v a="$start" -v b="$(date +%s%N)" 'BEGIN { printf "%.4f", (b - a) / 1e9 }')"
 }
 
-# into FOLDER NAME COMMAND...: the same into a new, empty folder.
-into() {
-  rm -rf "$1"
-  mkdir -p "$1"
-  timed "${@:2}"
+# repeat_within SECONDS COMMAND...: runs it $rounds times, but begins no more rounds after SECONDS.
+repeat_within() {
+  local end=$((SECONDS + $1)) round
+  for ((round = 0; round == 0 || (round < rounds && SECONDS < end); ++round)); do "${@:2}"; done
 }
 
 # statistic median|most NAME

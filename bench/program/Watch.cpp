@@ -16,7 +16,7 @@ namespace fs = endtoend::fs;
 constexpr DWORD kLookEvery = 20;  // milliseconds
 constexpr DWORD kAskEvery = 4;
 constexpr UINT kPatience = 60000;
-constexpr double kLate = 50;
+constexpr double kLate = 15;
 
 bool Runs(const std::vector<std::wstring>& running, const wchar_t* executable) {
   return std::ranges::find(running, executable) != running.end();
@@ -98,13 +98,14 @@ double AnswerWatch::End() {
 }
 
 void AnswerWatch::Run() {
+  const double start = Seconds();
   while (!stop_) {
     const double asked = Seconds();
     DWORD_PTR result = 0;
     SendMessageTimeoutW(window_, WM_NULL, 0, 0, SMTO_NORMAL, kPatience, &result);
     const double milliseconds = (Seconds() - asked) * 1000;
     longest_ = std::max(longest_, milliseconds);
-    if (milliseconds > kLate) late_.push_back({milliseconds, phases_ ? phases_->Now() : Phase::Program});
+    if (milliseconds > kLate) late_.push_back({asked - start, milliseconds, phases_ ? phases_->Now() : Phase::Program});
     Sleep(kAskEvery);
   }
 }

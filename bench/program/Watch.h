@@ -53,6 +53,7 @@ class PhaseWatch {
 class AnswerWatch {
  public:
   struct Late {
+    double at;  ///< seconds since the watch began
     double milliseconds;
     Phase phase;
   };

@@ -1,7 +1,7 @@
 // Measures the program through its windows: a backup and a restore of the patient data against the same external
 // commands in one batch file, what a backup's time goes into, and how long the message thread lets others wait.
 //
-//   bench_program ROUNDS
+//   bench_program ROUNDS SECONDS     no more rounds are begun after SECONDS
 //
 // Runs on a workstation that bench/run.sh has set up. Prints one figure a line: its name and a number; a line
 // "span PHASE FROM TO" for each stretch of one backup; and for people lines that begin with "#".
@@ -94,7 +94,8 @@ void Watch(Operator& person) {
     Print("answer.backup", answers.End());
     Print("answer.idle", idleAnswers.End());
     for (const auto& late : answers.LateAnswers()) {
-      std::printf("# backup: %.0f ms without an answer (%s)\n", late.milliseconds, bench::NameOf(late.phase));
+      std::printf("# backup: %.0f ms without an answer after %.1f s (%s)\n", late.milliseconds, late.at,
+                  bench::NameOf(late.phase));
     }
     for (const auto& span : phases.End()) {
       std::printf("span %s %.3f %.3f\n", bench::NameOf(span.phase), span.from, span.to);
@@ -106,12 +107,13 @@ void Watch(Operator& person) {
   TimeRestore(person);
   Print("answer.restore", answers.End());
   for (const auto& late : answers.LateAnswers())
-    std::printf("# restore: %.0f ms without an answer\n", late.milliseconds);
+    std::printf("# restore: %.0f ms without an answer after %.1f s\n", late.milliseconds, late.at);
 }
 
-void Compare(Operator& person, int rounds) {
+void Compare(Operator& person, int rounds, double seconds) {
   HANDLE process = person.TheProgram().Handle();
-  for (int round = 0; round < rounds; ++round) {
+  const double end = Seconds() + seconds;
+  for (int round = 0; round == 0 || (round < rounds && Seconds() < end); ++round) {
     const double before = ProcessorSeconds(process);
     const double backup = TimeBackup(person);
     const double restore = TimeRestore(person);
@@ -133,12 +135,12 @@ void Compare(Operator& person, int rounds) {
   Print("memory", static_cast<double>(memory.PeakWorkingSetSize) / 1048576);
 }
 
-void Run(int rounds) {
+void Run(int rounds, double seconds) {
   TidyUp();
   Operator person;
   person.SignIn();
   Watch(person);
-  Compare(person, rounds);
+  Compare(person, rounds, seconds);
   person.End();
 }
 
@@ -146,7 +148,7 @@ void Run(int rounds) {
 
 int main(int argc, char** argv) {
   try {
-    Run(argc > 1 ? std::atoi(argv[1]) : 3);
+    Run(argc > 1 ? std::atoi(argv[1]) : 3, argc > 2 ? std::atof(argv[2]) : 300);
   } catch (const std::exception& error) {
     std::printf("# bench_program: %s\n", error.what());
     return 1;
