@@ -59,7 +59,7 @@ run. This page and its pictures are written by
 
     bench/run.sh
 
-which installs and builds what it needs, makes its files itself, and takes under ten minutes. Times are medians;
+which installs and builds what it needs, makes its files itself. Times are medians;
 ratios are medians over rounds in which the tools took turns. Machines differ: compare ratios, not seconds.
 
 Measured on $(date +%Y-%m-%d): $(machine).

@@ -4,7 +4,7 @@
 #
 #   bench/run.sh [--quick]
 #
-# Installs and builds what is missing. Takes under ten minutes on two idle cores and needs about 9 GB of disk. With
+# Installs and builds what is missing. Needs about 9 GB of disk. With
 # --quick everything is small and measured once: that shows whether it works, and the document goes to
 # build/bench/docs instead.
 set -euo pipefail

@@ -16,7 +16,7 @@ namespace fs = endtoend::fs;
 constexpr DWORD kLookEvery = 20;  // milliseconds
 constexpr DWORD kAskEvery = 4;
 constexpr UINT kPatience = 60000;
-constexpr double kLate = 15;
+constexpr double kLate = 50;
 
 bool Runs(const std::vector<std::wstring>& running, const wchar_t* executable) {
   return std::ranges::find(running, executable) != running.end();
