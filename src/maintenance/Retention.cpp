@@ -19,28 +19,21 @@ namespace {
 constexpr std::uint32_t kDefaultNumber = 20;
 constexpr std::size_t kSuffixLength = 13;  // "_yymmddhhmmss"
 
-/// Takes what both texts have in common off their heads, compared as Windows compares names; below,
-/// at or above 0 as the left one's next letter is to the right one's, 0 also when a text has ended.
-int CompareCommon(std::string_view& left, std::string_view& right) {
-  while (!left.empty() && !right.empty()) {
-    const char32_t leftLetter = app::FoldCase(app::TakeCharacter(left));
-    const char32_t rightLetter = app::FoldCase(app::TakeCharacter(right));
-    if (leftLetter != rightLetter) return leftLetter < rightLetter ? -1 : 1;
-  }
-  return 0;
+/// `text` as Windows compares names.
+std::u32string Folded(std::string_view text) {
+  std::u32string folded = app::ToCharacters(text);
+  for (char32_t& character : folded) character = app::FoldCase(character);
+  return folded;
 }
 
-bool IsLess(std::string_view left, std::string_view right) {
-  const int order = CompareCommon(left, right);
-  return order < 0 || (order == 0 && left.empty() && !right.empty());
-}
+struct Folder {
+  std::string name;
+  std::u32string folded;
+  bool deleted = false;
+};
 
-bool BeginsWith(std::string_view name, std::string_view prefix) {
-  return CompareCommon(name, prefix) == 0 && prefix.empty();
-}
-
-/// Names of all folders in `folder`, the newest of a client first.
-std::vector<std::string> FolderNames(app::Application& application, const std::string& folder) {
+/// All folders in `folder`, the newest of a client first.
+std::vector<Folder> FoldersIn(app::Application& application, const std::string& folder) {
   std::vector<host::FolderEntry> entries;
   application.host.files.List(folder, "*", entries);
   std::vector<std::string> names;
@@ -48,24 +41,26 @@ std::vector<std::string> FolderNames(app::Application& application, const std::s
     if (entry.isFolder) names.push_back(entry.name);
   }
   SortDescending(names, names.size());
-  return names;
+  std::vector<Folder> folders;
+  for (std::string& name : names) {
+    std::u32string folded = Folded(name);
+    folders.push_back({std::move(name), std::move(folded)});
+  }
+  return folders;
 }
 
 /// The part of a folder's name that tells the client; nothing when the name is too short to have one.
-std::optional<std::string> ClientPrefix(std::string_view name) {
-  const std::size_t length = app::ToCharacters(name).size();
-  if (length < kSuffixLength) return std::nullopt;
-  std::string_view rest = name;
-  for (std::size_t i = kSuffixLength; i < length; ++i) app::TakeCharacter(rest);
-  return std::string(name.substr(0, name.size() - rest.size()));
+std::optional<std::u32string> ClientPrefix(const Folder& folder) {
+  if (folder.folded.size() < kSuffixLength) return std::nullopt;
+  return folder.folded.substr(0, folder.folded.size() - kSuffixLength);
 }
 
-/// Each client once, in the order of `names`; false when a maintenance folder's name has no prefix.
-bool DistinctPrefixes(const std::vector<std::string>& names, std::vector<std::string>& prefixes) {
-  std::set<std::string, decltype(&IsLess)> known(&IsLess);
-  for (const std::string& name : names) {
-    if (!app::MatchesFileName(name, "Maintenance_*")) continue;
-    const std::optional<std::string> prefix = ClientPrefix(name);
+/// Each client once, in the order of `folders`; false when a maintenance folder's name has no prefix.
+bool DistinctPrefixes(const std::vector<Folder>& folders, std::vector<std::u32string>& prefixes) {
+  std::set<std::u32string> known;
+  for (const Folder& folder : folders) {
+    if (!app::MatchesFileName(folder.name, "Maintenance_*")) continue;
+    const std::optional<std::u32string> prefix = ClientPrefix(folder);
     if (!prefix) return false;
     if (known.insert(*prefix).second) prefixes.push_back(*prefix);
   }
@@ -79,43 +74,50 @@ bool Delete(app::Application& application, const std::string& folder) {
   return deleted;
 }
 
-/// Deletes, and takes out of `names`, all but the first `keep` names that begin with `prefix`. They
-/// stand together, because `names` is sorted. The prefix is a plain wildcard, as the host's own tools
+/// Deletes all but the first `keep` of the folders whose names begin with `prefix`. They stand
+/// together, because `folders` is sorted. The prefix is a plain wildcard, as the host's own tools
 /// have it: a client whose name begins another one's counts, and may delete, that one's folders too.
-void PruneClient(app::Application& application, const std::string& folder, const std::string& prefix, std::size_t keep,
-                 std::vector<std::string>& names) {
-  const auto begins = [&](const std::string& name) { return BeginsWith(name, prefix); };
-  const auto first = std::partition_point(
-      names.begin(), names.end(), [&](const std::string& name) { return !begins(name) && IsLess(prefix, name); });
-  const auto last = std::partition_point(first, names.end(), begins);
-  if (static_cast<std::size_t>(last - first) <= keep) return;
-  const auto kept = std::remove_if(first + static_cast<std::ptrdiff_t>(keep), last,
-                                   [&](const std::string& name) { return Delete(application, folder + name); });
-  names.erase(kept, last);
+void PruneClient(app::Application& application, const std::string& path, const std::u32string& prefix, std::size_t keep,
+                 std::vector<Folder>& folders) {
+  const auto begins = [&](const Folder& folder) { return folder.folded.starts_with(prefix); };
+  auto next = std::ranges::partition_point(
+      folders, [&](const Folder& folder) { return !begins(folder) && folder.folded > prefix; });
+  for (std::size_t kept = 0; next != folders.end() && begins(*next); ++next) {
+    if (next->deleted) continue;
+    if (kept < keep) {
+      ++kept;
+    } else {
+      next->deleted = Delete(application, path + next->name);
+    }
+  }
 }
 
 }  // namespace
 
 app::ResultCode PruneClientLogBackups(app::Application& application, const std::string& folder) {
   const std::string from = app::WithTrailingBackslash(app::Trim(folder));
-  std::vector<std::string> names = FolderNames(application, from);
+  std::vector<Folder> folders = FoldersIn(application, from);
   std::uint32_t keep = kDefaultNumber;
   if (application.host.qx32.RegGetKeyDWORD("ClientLogBackupNumber", keep) == -1) keep = kDefaultNumber;
-  std::vector<std::string> prefixes;
-  if (!DistinctPrefixes(names, prefixes)) return app::kFailed;
-  for (const std::string& prefix : prefixes) PruneClient(application, from, prefix, keep, names);
+  std::vector<std::u32string> prefixes;
+  if (!DistinctPrefixes(folders, prefixes)) return app::kFailed;
+  for (const std::u32string& prefix : prefixes) PruneClient(application, from, prefix, keep, folders);
   return app::kDone;
 }
 
-// Shell sort: for each gap, sink every element backwards while the one a gap before it is less.
+// Shell sort: for each gap, sink every element backwards while the one a gap before it is less. It compares each
+// text more than once, so they are folded before.
 void SortDescending(std::vector<std::string>& list, std::size_t count) {
+  std::vector<std::pair<std::u32string, std::string>> sorted;
+  for (std::size_t i = 0; i < count; ++i) sorted.emplace_back(Folded(list[i]), std::move(list[i]));
   for (std::size_t gap = count / 2; gap > 0; gap /= 2) {
     for (std::size_t next = gap; next < count; ++next) {
-      for (std::size_t i = next; i >= gap && IsLess(list[i - gap], list[i]); i -= gap) {
-        std::swap(list[i - gap], list[i]);
+      for (std::size_t i = next; i >= gap && sorted[i - gap].first < sorted[i].first; i -= gap) {
+        std::swap(sorted[i - gap], sorted[i]);
       }
     }
   }
+  for (std::size_t i = 0; i < count; ++i) list[i] = std::move(sorted[i].second);
 }
 
 }  // namespace maintenance
