@@ -22,15 +22,19 @@ class Component : public Contract {
 
 class MessageDialog : public Component<host::MessageDialog> {
  public:
-  using Component::Component;
+  MessageDialog(Dispatch component, Win32MessageLoop* loop) : Component(std::move(component)), loop_(loop) {}
   void SetDisplayOptions(std::int32_t first, std::int32_t second) override {
     component_.Put(L"DisplayOption1", first);
     component_.Put(L"DisplayOption2", second);
   }
   std::int32_t Show(std::int32_t id, const std::string& text1, const std::string& text2,
                     const std::string& text3) override {
+    if (loop_ != nullptr) loop_->ServeWithoutInput();
     return component_.CallNumber(0, L"ShowMessage", id, text1, text2, text3);
   }
+
+ private:
+  Win32MessageLoop* loop_;
 };
 
 class LogWriter : public Component<host::LogWriter> {
@@ -139,16 +143,16 @@ class StudyDatabaseQuery : public Component<host::StudyDatabaseQuery> {
   }
 };
 
-template <typename Adapter>
-std::unique_ptr<Adapter> Create(const wchar_t* progId) {
+template <typename Adapter, typename... Others>
+std::unique_ptr<Adapter> Create(const wchar_t* progId, Others... others) {
   Dispatch component(progId);
-  return component ? std::make_unique<Adapter>(std::move(component)) : nullptr;
+  return component ? std::make_unique<Adapter>(std::move(component), others...) : nullptr;
 }
 
 }  // namespace
 
 std::unique_ptr<host::MessageDialog> ComComponentFactory::CreateMessageDialog() {
-  return Create<MessageDialog>(kMessageDialogProgId);
+  return Create<MessageDialog>(kMessageDialogProgId, loop_);
 }
 
 std::unique_ptr<host::LogWriter> ComComponentFactory::CreateLogWriter() {

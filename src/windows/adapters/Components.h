@@ -2,12 +2,16 @@
 #pragma once
 
 #include "host/Components.h"
+#include "windows/adapters/Win32MessageLoop.h"
 
 namespace windows {
 
 /// Creates the components by their ProgIDs; one that is not registered is a null pointer.
 class ComComponentFactory : public host::ComponentFactory {
  public:
+  /// `loop`, when given, is served before each message: the host may take its time to show one.
+  explicit ComComponentFactory(Win32MessageLoop* loop = nullptr) : loop_(loop) {}
+
   std::unique_ptr<host::MessageDialog> CreateMessageDialog() override;
   std::unique_ptr<host::LogWriter> CreateLogWriter() override;
   std::unique_ptr<host::OperationRecorder> CreateOperationRecorder() override;
@@ -17,6 +21,9 @@ class ComComponentFactory : public host::ComponentFactory {
   std::unique_ptr<host::MediaComponent> CreateMediaComponent() override;
   std::unique_ptr<host::PersonalInfoFilter> CreatePersonalInfoFilter() override;
   std::unique_ptr<host::StudyDatabaseQuery> CreateStudyDatabaseQuery() override;
+
+ private:
+  Win32MessageLoop* loop_;
 };
 
 }  // namespace windows

@@ -36,8 +36,10 @@ void Win32MessageLoop::ServeWithoutInput() {
   const ULONGLONG now = GetTickCount64();
   if (now - servedAt_ < kServeEvery) return;
   servedAt_ = now;
+  servingWithoutInput_ = true;
   MSG message;
   while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE) != FALSE) Dispatch(message);
+  servingWithoutInput_ = false;
 }
 
 }  // namespace windows

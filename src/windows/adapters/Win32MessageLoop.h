@@ -35,8 +35,12 @@ class Win32MessageLoop : public host::MessageLoop {
   /// some milliseconds ago.
   void ServeWithoutInput();
 
+  /// Whether ServeWithoutInput() is at work: what another program sends to a button then must press nothing.
+  bool ServesWithoutInput() const { return servingWithoutInput_; }
+
  private:
   ULONGLONG servedAt_ = 0;
+  bool servingWithoutInput_ = false;
   MessageFilter* filter_ = nullptr;
 };
 

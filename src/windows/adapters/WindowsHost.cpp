@@ -3,7 +3,7 @@
 
 namespace windows {
 
-WindowsHost::WindowsHost() : files_(&messageLoop_), processes_(messageLoop_) {
+WindowsHost::WindowsHost() : components_(&messageLoop_), files_(&messageLoop_), processes_(messageLoop_) {
   // A drive without a disk is an answer to us, not a reason for the system to show a box of its own.
   SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }

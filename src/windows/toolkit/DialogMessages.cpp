@@ -110,7 +110,7 @@ void DialogView::OnCommand(int id, int code, HWND source) {
   const BoundControl* bound = Find(source != nullptr ? source : GetDlgItem(window_, id));
   const bool button = bound != nullptr && bound->control->Kind() == forms::ControlKind::CommandButton;
   if (button && (code == BN_SETFOCUS || code == BN_KILLFOCUS)) return RedrawButton(form_.DefaultButton());
-  if (writing_ > 0) return;
+  if (writing_ > 0 || loop_.ServesWithoutInput()) return;
   if (id == IDCANCEL) return Press(form_.CancelButton());
   if (id == IDOK) return Press(EnterButton());
   if (bound != nullptr) OnNotice(*bound, code);

@@ -13,16 +13,19 @@
 namespace windows {
 
 DialogView::DialogView(forms::Form& form, HWND owner, const LayoutFont& font, GdiCache& gdi,
-                       const forms::Pointer& pointer)
-    : form_(form), gdi_(gdi), pointer_(pointer) {
+                       const forms::Pointer& pointer, const Win32MessageLoop& loop)
+    : form_(form), gdi_(gdi), pointer_(pointer), loop_(loop) {
   const Writing guard(*this);
   const std::vector<std::byte> bytes = TemplateWith(Utf16(form.Name()), font);
   if (bytes.empty()) return;
   window_ = CreateDialogIndirectParamW(GetModuleHandleW(nullptr), reinterpret_cast<const DLGTEMPLATE*>(bytes.data()),
                                        owner, DialogProc, reinterpret_cast<LPARAM>(this));
-  if (window_ == nullptr) return;
-  focus_.SetDialog(window_);
-  Bind();
+  if (window_ != nullptr) focus_.SetDialog(window_);
+}
+
+void DialogView::Bind() {
+  const Writing guard(*this);
+  BindControls();
   if (form_.Look().fontSize == 0) form_.SetLook(TemplateLook(window_, false));
   if (form_.Title().empty()) form_.SetTitle(TextOf(window_));
   WriteTitle();
@@ -37,7 +40,7 @@ DialogView::~DialogView() {
   DestroyWindow(window_);
 }
 
-void DialogView::Bind() {
+void DialogView::BindControls() {
   for (forms::Control* control : form_.Controls()) {
     const ControlId* entry = FindControlId(form_.Name(), control->Name());
     HWND window = entry == nullptr ? nullptr : GetDlgItem(window_, entry->id);

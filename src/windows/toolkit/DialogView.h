@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "forms/Form.h"
-#include "windows/adapters/Win32.h"
+#include "windows/adapters/Win32MessageLoop.h"
 #include "windows/toolkit/BoundControl.h"
 #include "windows/toolkit/DialogTemplate.h"
 #include "windows/toolkit/FocusKeeper.h"
@@ -18,8 +18,9 @@ namespace windows {
 class DialogView : public forms::View {
  public:
   /// Makes the window, hidden, from the template of the form's name, laid out by `font`.
-  /// `pointer` is looked at whenever the mouse moves over the window.
-  DialogView(forms::Form& form, HWND owner, const LayoutFont& font, GdiCache& gdi, const forms::Pointer& pointer);
+  /// `pointer` is looked at whenever the mouse moves over the window, `loop` before a command is obeyed.
+  DialogView(forms::Form& form, HWND owner, const LayoutFont& font, GdiCache& gdi, const forms::Pointer& pointer,
+             const Win32MessageLoop& loop);
   ~DialogView() override;
   DialogView(const DialogView&) = delete;
   DialogView& operator=(const DialogView&) = delete;
@@ -27,6 +28,10 @@ class DialogView : public forms::View {
   void FormChanged(forms::Aspect aspect) override;
   void FormMoved() override;
   void ControlChanged(forms::Control& control, forms::Aspect aspect) override;
+
+  /// Connects the controls of the form with those of the window; to be called once. A step of its own because each of
+  /// the two may take as long as others should wait for an answer.
+  void Bind();
 
   forms::Form& GetForm() const { return form_; }
   /// Null when there is no template of the form's name.
@@ -49,7 +54,7 @@ class DialogView : public forms::View {
   static LRESULT CALLBACK ButtonProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                      DWORD_PTR unused);
 
-  void Bind();
+  void BindControls();
   void Subclass(const BoundControl& bound);
   void TakePlace();
   void TakeSize();
@@ -79,6 +84,7 @@ class DialogView : public forms::View {
   forms::Form& form_;
   GdiCache& gdi_;
   const forms::Pointer& pointer_;
+  const Win32MessageLoop& loop_;
   HWND window_ = nullptr;
   std::vector<BoundControl> controls_;
   FocusKeeper focus_;

@@ -49,11 +49,17 @@ Win32Toolkit::Views::iterator Win32Toolkit::FindView(const forms::Form& form) {
 }
 
 void Win32Toolkit::CreateView(forms::Form& form) {
+  // Making, binding, filling and closing a large dialog may each take some hundredths of a second. Between them the
+  // dialogs behind are painted.
+  loop_.ServeWithoutInput();
   HWND owner = shown_.empty() ? nullptr : shown_.back()->Window();
-  auto view = std::make_unique<DialogView>(form, owner, font_, gdi_, pointer_);
+  auto view = std::make_unique<DialogView>(form, owner, font_, gdi_, pointer_, loop_);
   if (view->Window() == nullptr) return;
+  loop_.ServeWithoutInput();
+  view->Bind();
   form.SetView(view.get());
   views_.push_back(std::move(view));
+  loop_.ServeWithoutInput();
 }
 
 void Win32Toolkit::DestroyView(forms::Form& form) {
@@ -61,8 +67,10 @@ void Win32Toolkit::DestroyView(forms::Form& form) {
   const auto found = FindView(form);
   if (found == views_.end()) return;
   // Off the list before its window goes: that activates another window, whose messages look at the list.
-  const std::unique_ptr<DialogView> view = std::move(*found);
+  std::unique_ptr<DialogView> view = std::move(*found);
   views_.erase(found);
+  view.reset();
+  loop_.ServeWithoutInput();
 }
 
 void Win32Toolkit::RunModal(forms::Form& form) {
@@ -72,6 +80,7 @@ void Win32Toolkit::RunModal(forms::Form& form) {
   DialogView* below = shown_.empty() ? nullptr : shown_.back();
   if (below != nullptr) below->SetCovered(true);
   shown_.push_back(view);
+  loop_.ServeWithoutInput();
   view->Show();
   ServeUntilClosed(form);
   shown_.pop_back();
