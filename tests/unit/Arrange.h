@@ -5,6 +5,7 @@
 
 #include <deque>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -15,6 +16,13 @@ using Names = std::vector<std::string>;
 using Paths = Names;
 
 using Arrangement = std::function<void(fakes::FakeHost&)>;
+
+/// Paths of a tree, in its order.
+inline Names NamesOf(const std::map<std::string, std::string>& tree) {
+  Names names;
+  for (const auto& [name, bytes] : tree) names.push_back(name);
+  return names;
+}
 
 inline void Nothing(fakes::FakeHost&) {}
 

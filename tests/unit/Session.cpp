@@ -1,15 +1,16 @@
 #include "unit/Session.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "app/StartUp.h"
 
 namespace {
 
 constexpr const char* kHostRoot = "C:\\Tarsus";
 
-bool MayChange(const std::string& path) {
-  return path == "Log\\BackupUtility.log" || path == "Data\\Patients.bcp" || path == "Config\\Station.mdb" ||
-         path == "Param\\Protocol.mdb";
-}
+constexpr const char* kOwnFiles[] = {"Log\\BackupUtility.log", "Data\\Patients.bcp", "Config\\Station.mdb",
+                                     "Param\\Protocol.mdb"};
 
 }  // namespace
 
@@ -19,18 +20,6 @@ void Session::SignIn(const std::string& name, const std::string& password) {
     fakes::Type(form.txtPassword, password);
     fakes::Press(form.cmdOK);
   });
-}
-
-void Session::CancelSignIn(forms::ShiftState keys) {
-  At<frmUserAuthentication>([=](frmUserAuthentication& form) { fakes::Press(form.cmdCancel, keys); });
-}
-
-void Session::OpenMenuItem(std::size_t item) {
-  At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdMenu[item]); });
-}
-
-void Session::EndMenu(forms::ShiftState keys) {
-  At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdEnd, keys); });
 }
 
 void Session::StartBackup(const Ticks& ticks) {
@@ -79,6 +68,11 @@ void Session::BeginBackup(const Ticks& ticks) {
   StartBackup(ticks);
 }
 
+void Session::BackUpTo(const std::string& folder, const Ticks& ticks) {
+  BeginBackup(ticks);
+  AcceptFolder(folder);
+}
+
 void Session::BeginRestore(const std::string& folder, const std::string& user) {
   SignIn(user);
   OpenMenuItem(1);
@@ -87,15 +81,20 @@ void Session::BeginRestore(const std::string& folder, const std::string& user) {
 
 void Session::EndAfter(const Ids& messages) {
   See(messages);
-  EndMenu();
+  Press(&frmMainMenu::cmdEnd, kShift);
   Run();
 }
 
 void Session::LeaveBackupAfter(const Ids& messages, std::int32_t answer) {
   See(messages, answer);
   if (!messages.empty() && messages.back() == 65301) Cancel<frmSelectFolder>();
-  Cancel<frmBackup>();
+  At<frmBackup>([](frmBackup& form) {
+    EXPECT_EQ(form.chkDeleteLog.Enabled(), form.chkLogData.Value());
+    fakes::Press(form.cmdCancel);
+  });
   EndAfter({});
+  EXPECT_EQ(ChangedHostFiles(), Paths());
+  EXPECT_EQ(IsBackupDated(), !messages.empty() && messages.back() == 60510);
 }
 
 void Session::LeaveRestoreAfter(const Ids& messages, std::int32_t answer) {
@@ -116,6 +115,8 @@ void Session::Run() {
 
 void Session::ExpectReadyForInput(const forms::Form& form) const {
   EXPECT_NE(form.Title(), "") << form.Name();
+  EXPECT_NE(form.CancelButton(), nullptr) << form.Name();
+  EXPECT_EQ(form.DefaultButton() == nullptr, form.Name() == "frmMainMenu") << form.Name();
   EXPECT_EQ(toolkit.pointer, forms::Pointer::Default) << form.Name();
   for (const forms::Control* control : form.Controls())
     EXPECT_NE(control->Look().fontName, "") << form.Name() << "." << control->Name();
@@ -140,8 +141,7 @@ void Session::RunUnchecked() {
 }
 
 void Session::BackUpEverything() {
-  BeginBackup(kEverything);
-  AcceptFolder(kSetFolder);
+  BackUpTo(kSetFolder, kEverything);
   EndAfter({64302, 65300});
   Told().auditRecords.clear();
   Told().logLines.clear();
@@ -157,12 +157,11 @@ void Session::InsertDisk(const MediumFiles& contents) {
 
 Paths Session::ChangedHostFiles() {
   const MediumFiles now = disk.Tree(kHostRoot);
-  Paths changed;
-  for (const auto& [path, bytes] : hostFiles_)
-    if (!MayChange(path) && (!now.contains(path) || now.at(path) != bytes)) changed.push_back(path);
-  for (const auto& [path, bytes] : now)
-    if (!MayChange(path) && !hostFiles_.contains(path)) changed.push_back(path);
-  return changed;
+  MediumFiles changed;
+  std::set_symmetric_difference(hostFiles_.begin(), hostFiles_.end(), now.begin(), now.end(),
+                                std::inserter(changed, changed.end()));
+  for (const char* path : kOwnFiles) changed.erase(path);
+  return NamesOf(changed);
 }
 
 Paths DescriptorLines(const Paths& more) {

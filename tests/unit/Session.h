@@ -34,14 +34,12 @@ inline constexpr const char* kSetFolder = "D:\\Set\\";
 
 /// Which boxes of the backup dialog are ticked.
 struct Ticks {
-  bool patient = false;
-  bool system = false;
-  bool log = false;
-  bool report = false;
+  bool patient = false, system = false, log = false, report = false;
   bool deleteLogs = false;
 };
 inline constexpr Ticks kEverything{true, true, true, true};
 inline constexpr Ticks kReportOnly{.report = true};
+inline constexpr Ticks kLogsToDelete{.log = true, .deleteLogs = true};
 
 /// The restore dialog's boxes, in the order of the categories.
 inline constexpr std::array<forms::CheckBox frmRestore::*, restore::kCategories> kBoxes = {
@@ -50,7 +48,10 @@ inline constexpr std::array<forms::CheckBox frmRestore::*, restore::kCategories>
     &frmRestore::chkReportData,  &frmRestore::chkIPCounter};
 
 struct Session : fakes::FakeHost {
-  Session() { FillDemoWorkstation(*this); }
+  explicit Session(const Arrangement& arrange = Nothing) {
+    FillDemoWorkstation(*this);
+    arrange(*this);
+  }
 
   // What the operator does, each added to the script.
   template <class F>
@@ -61,14 +62,18 @@ struct Session : fakes::FakeHost {
     });
   }
   template <class F>
-  void Cancel() {
-    At<F>([](F& form) { fakes::Press(form.cmdCancel); });
+  void Press(forms::CommandButton F::*button, forms::ShiftState keys = kNoKeys) {
+    At<F>([=](F& form) { fakes::Press(form.*button, keys); });
+  }
+  template <class F>
+  void Cancel(forms::ShiftState keys = kNoKeys) {
+    Press(&F::cmdCancel, keys);
   }
   void SignIn(const std::string& name = fakes::kServiceUser, const std::string& password = "secret");
-  void CancelSignIn(forms::ShiftState keys = kShift);
   /// 0 the backup, 1 the restore, 2 the maintenance log.
-  void OpenMenuItem(std::size_t item);
-  void EndMenu(forms::ShiftState keys = kShift);
+  void OpenMenuItem(std::size_t item) {
+    At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdMenu[item]); });
+  }
   /// Ticks exactly these boxes and presses start.
   void StartBackup(const Ticks& ticks);
   /// The same in the restore dialog, one character for each box: "x" or "-".
@@ -83,13 +88,16 @@ struct Session : fakes::FakeHost {
   // From the sign-in on, with every right.
   /// Up to the selection dialog.
   void BeginBackup(const Ticks& ticks);
+  /// And through it, to the proposed folder where none is named.
+  void BackUpTo(const std::string& folder, const Ticks& ticks = kReportOnly);
   /// Up to the restore dialog.
   void BeginRestore(const std::string& folder = kSetFolder, const std::string& user = fakes::kServiceUser);
 
   // To the end of the program.
   /// After these messages only the menu is left.
   void EndAfter(const Ids& messages);
-  /// The last message says whether a backup has failed or was stopped; closes what is still open then.
+  /// The last message says whether a backup has failed or was stopped; closes what is still open then. The host's
+  /// files are as they were, and no backup is dated unless all but its audit record was written.
   void LeaveBackupAfter(const Ids& messages, std::int32_t answer = app::kConsented);
   void LeaveRestoreAfter(const Ids& messages, std::int32_t answer = app::kConsented);
 

@@ -11,11 +11,7 @@ struct Workstation {
   Workstation() { fakes::FillDemoWorkstation(host); }
 
   /// Paths below a folder, in name order.
-  Names NamesBelow(const std::string& folder) {
-    Names names;
-    for (const auto& [name, bytes] : host.disk.Tree(folder)) names.push_back(name);
-    return names;
-  }
+  Names NamesBelow(const std::string& folder) { return NamesOf(host.disk.Tree(folder)); }
   bool WasWarnedOf(const std::string& part) {
     return std::any_of(host.Told().logLines.begin(), host.Told().logLines.end(),
                        [&](const std::string& line) { return line.find(part) != std::string::npos; });

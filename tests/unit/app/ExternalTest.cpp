@@ -1,4 +1,4 @@
-// Path table, variables, INI files and external programs.
+// Path table, unknown variables, INI files and external programs.
 #include "app/External.h"
 
 #include "app/PathVariables.h"
@@ -30,16 +30,12 @@ TEST(CutAtNul, DropsThePrefixFirst) {
 TEST_F(AppTest, IniValues) {
   host.WriteLines("C:\\x.ini", {"[One]", "Blank =1", "  Indented=2", "Key=  a = b  ", "key=lower", "Tab=\tx", "[Two]",
                                 "Key=second", ";Comment=no", "Disk12=piece", "Ümlaut=grün", "Empty="});
-  const struct {
-    const char* key;
-    const char* value;
-  } rows[] = {
+  const std::pair<const char*, const char*> rows[] = {
       {"Key", "a = b"}, {" Key ", "a = b"}, {"Blank", ""},      {"Indented", ""},    {"key", "lower"},
       {"Tab", "\tx"},   {"KEY", ""},        {"Comment", ""},    {"Disk##", "piece"}, {"D*", "piece"},
       {"Disk", ""},     {"[K]ey", "a = b"}, {"Ümlaut", "grün"}, {"Empty", ""},       {"[", ""},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(app::ReadIniValue(application, " C: ", "x.ini", row.key), row.value) << row.key;
+  for (const auto& [key, value] : rows) EXPECT_EQ(app::ReadIniValue(application, " C: ", "x.ini", key), value) << key;
   EXPECT_EQ(app::ReadIniValue(application, "C:\\", "missing.ini", "Key"), "");
   host.messageLoop.yields = 0;
   app::ReadIniValue(application, "C:\\", "x.ini", "Key");
@@ -47,7 +43,7 @@ TEST_F(AppTest, IniValues) {
 }
 
 TEST_F(AppTest, RunAndWaitDoesNotLookAtTheExitCode) {
-  host.processes.Install("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; });
+  Program("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; })(host);
   EXPECT_NE(app::RunAndWait(application, "C:\\Tarsus\\fails.bat"), 0u);
   EXPECT_TRUE(host.processes.started.at(0).waitedFor);
   EXPECT_EQ(host.processes.started.at(0).style, host::WindowStyle::Hidden);
@@ -57,34 +53,14 @@ TEST_F(AppTest, RunAndWaitDoesNotLookAtTheExitCode) {
 }
 
 TEST_F(AppTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
-  host.disk.SetCurrentFolder("C:\\");
-  {
-    const app::CurrentFolderScope scope(application, "D:\\", "C:\\Tarsus");
-    EXPECT_TRUE(scope.Entered());
-    EXPECT_EQ(host.disk.CurrentFolder(), "D:\\");
-  }
-  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Tarsus");
-  { EXPECT_FALSE(app::CurrentFolderScope(application, "C:\\Nowhere", "C:\\").Entered()); }
-  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\");
-}
-
-TEST_F(AppTest, PathVariables) {
-  const struct {
-    const char* item;
-    const char* expanded;
-    const char* variable;
-  } rows[] = {
-      {"%Temp%\\a.txt", "C:\\Tarsus\\Temp\\a.txt", "Temp"},
-      {"lost %Temp%\\a.txt", "C:\\Tarsus\\Temp\\a.txt", "Temp"},
-      {"%Temp%", "C:\\Tarsus\\Temp", "Temp"},
-      {"C:\\plain", "C:\\plain", "before"},
-  };
-  for (const auto& row : rows) {
-    std::string item = row.item;
-    std::string variable = "before";
-    EXPECT_EQ(app::ExpandPathVariable(application, item, &variable), app::kDone);
-    EXPECT_EQ(item, row.expanded);
-    EXPECT_EQ(variable, row.variable);
+  for (const std::string folder : {"D:\\", "C:\\Nowhere"}) {
+    host.disk.SetCurrentFolder("C:\\");
+    {
+      const app::CurrentFolderScope scope(application, folder, "C:\\Tarsus");
+      EXPECT_EQ(scope.Entered(), folder == "D:\\");
+      EXPECT_EQ(host.disk.CurrentFolder(), scope.Entered() ? "D:\\" : "C:\\");
+    }
+    EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Tarsus");
   }
 }
 

@@ -7,17 +7,13 @@
 namespace {
 
 TEST(LogLine, TagsLineUp) {
-  const struct {
-    int level;
-    const char* line;
-  } rows[] = {
+  const std::pair<int, const char*> rows[] = {
       {0, "[2012/03/04 05:06:07] [Warning]     text"}, {1, "[2012/03/04 05:06:07] [Question]    text"},
       {2, "[2012/03/04 05:06:07] [Exclamation] text"}, {3, "[2012/03/04 05:06:07] [Informatin]  text"},
       {9, "[2012/03/04 05:06:07] [Error]       text"}, {5, "[2012/03/04 05:06:07]text"},
   };
-  for (const auto& row : rows) {
-    EXPECT_EQ(app::FormatLogLine({2012, 3, 4, 5, 6, 7}, static_cast<app::LogLevel>(row.level), "text"), row.line);
-  }
+  for (const auto& [level, line] : rows)
+    EXPECT_EQ(app::FormatLogLine({2012, 3, 4, 5, 6, 7}, static_cast<app::LogLevel>(level), "text"), line);
 }
 
 TEST_F(CatalogueTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {

@@ -8,30 +8,16 @@ namespace {
 constexpr const char* kFile = "C:\\Work\\BackupInfo.ini";
 const std::string kHead = "[Info]\r\nAppVersion=3.00\r\nDate=2012/03/15 09:30:12\r\nAppType=Tarsus\r\n";
 
-struct SplitSet {
-  std::uint32_t size;
-  std::int16_t disk;
-  const char* archive;
-  const char* lines;
-};
-
-const SplitSet kSplitSets[] = {
-    {1'399'999, 1, "FDDivide.cab", "FDCount=1\r\nFDNumber=1\r\n"},
-    {1'400'000, 2, "FDDivide.cab", "FDCount=2\r\nFDNumber=2\r\n"},
-    {2'800'000, 3, "FDDivide.cab", "FDCount=3\r\nFDNumber=3\r\n"},
-    {2'800'000, 1, "Other.cab", ""},
-};
-
 TEST_F(JobTest, DescriptorOfADiskReplacesTheOneBeforeAndCountsDisks) {
   application.state.Present.IPCounter = true;
-  for (const SplitSet& set : kSplitSets) {
-    SCOPED_TRACE(set.size);
+  application.state.JoinedArchiveSize = 2'800'000;
+  for (const auto& [archive, lines] :
+       {std::pair("FDDivide.cab", "FDCount=3\r\nFDNumber=2\r\n"), std::pair("Other.cab", "")}) {
     host.disk.Remove("C:\\Work\\CABFILE");
-    host.disk.Write(std::string("C:\\Work\\CABFILE\\") + set.archive, "x");
-    application.state.JoinedArchiveSize = set.size;
-    EXPECT_EQ(backup::WriteDescriptor(application, set.disk), app::kDone);
+    host.disk.Write(std::string("C:\\Work\\CABFILE\\") + archive, "x");
+    EXPECT_EQ(backup::WriteDescriptor(application, 2), app::kDone);
     EXPECT_EQ(host.disk.Read(kFile),
-              kHead + "CABFile=" + set.archive + ";\r\n" + set.lines + "\r\n[VersionInfo]\r\nIPCounter=V2.1\r\n\r\n");
+              kHead + "CABFile=" + archive + ";\r\n" + lines + "\r\n[VersionInfo]\r\nIPCounter=V2.1\r\n\r\n");
   }
 }
 

@@ -23,7 +23,6 @@ const Grammar kGrammar[] = {
     {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, -1, std::nullopt},
     {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, -1, std::nullopt},
     {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, 0, std::nullopt},
-    {"items of the section behind", {"[USER_BACKUP]", "[A]", "BatFile=y"}, 0, std::nullopt},
     {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, 0, std::nullopt},
     {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, 0, "y"},
     {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, 0, std::nullopt},
@@ -63,21 +62,16 @@ TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
   EXPECT_EQ(definitions.Items(JobKey::Folder, "MENU_BACKUP"), Names{"menu"});
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{"new"});
   EXPECT_EQ(definitions.Items(JobKey::BatFile, "USER_BACKUP"), Names{});
-  host.disk.Remove("C:\\Tarsus\\System\\BackupList.ini");
+  Gone("C:\\Tarsus\\System\\BackupList.ini")(host);
   EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), app::kDone);
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{});
 }
 
-TEST_F(JobTest, RefusesItemsOfASectionWithoutANumber) {
+TEST_F(JobTest, RefusesItemsOfASectionWithoutANumberAndAFileThatCannotBeOpened) {
   EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), app::kDone);
   EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), app::kFailed);
-  EXPECT_EQ(backup::SectionIndex("PATIENT_BACKUP"), 0);
-  EXPECT_EQ(backup::SectionIndex("LOG_DELETE"), 6);
+  EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), app::kFailed);
   EXPECT_EQ(backup::SectionIndex("REPORTSET_RESTORE"), 18);
-  EXPECT_EQ(backup::SectionIndex("patient_backup"), -1);
-}
-
-TEST_F(JobTest, FileThatCannotBeOpenedIsAFailure) {
   host.calls.FailFrom("FileSystem", "OpenText");
   EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), app::kFailed);
 }

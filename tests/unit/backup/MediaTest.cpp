@@ -37,23 +37,20 @@ TEST(SourceDrive, IsAskedUntilItDecides) {
   }
 }
 
-struct Space {
-  std::uint32_t needed;
-  const char* folder;
-  std::int32_t status;
-  const char* text;
-  app::ResultCode result;
-};
-
-const Space kSpaces[] = {
-    {1'572'864, "D:\\", 3, "1.50MB / 10,240.00MB", 0}, {0, "D:\\x\\", 2, "0.00MB / 10,240.00MB", 0},
-    {1'572'864, "D:\\", 0, "1.50MB / -MB", -1},        {1'572'864, "D:\\", -1, "1.50MB / -MB", -1},
-    {4'294'967'295, "R:\\", 1, "4,096.00MB / -MB", 0}, {1, "\\", 3, "0.00MB / -MB", -1},
-};
-
 TEST_F(JobTest, CapacityTextNamesNeedAndFreeSpace) {
   host.disk.FindDrive("D:")->capacity = std::uint64_t{10240} * 1024 * 1024;
-  for (const Space& space : kSpaces) {
+  const struct {
+    std::uint32_t needed;
+    const char* folder;
+    std::int32_t status;
+    const char* text;
+    app::ResultCode result;
+  } spaces[] = {
+      {1'572'864, "D:\\", 3, "1.50MB / 10,240.00MB", 0}, {0, "D:\\x\\", 2, "0.00MB / 10,240.00MB", 0},
+      {1'572'864, "D:\\", 0, "1.50MB / -MB", -1},        {1'572'864, "D:\\", -1, "1.50MB / -MB", -1},
+      {4'294'967'295, "R:\\", 1, "4,096.00MB / -MB", 0}, {1, "\\", 3, "0.00MB / -MB", -1},
+  };
+  for (const auto& space : spaces) {
     application.state.BackupSize = space.needed;
     application.state.SelectedFolder = space.folder;
     host.Told().mediaStatuses[space.folder[0]] = {space.status};

@@ -11,29 +11,43 @@ using fakes::Words;
 
 constexpr const char* kRegistry = "C:\\Windows\\System32\\Reg.exe";
 constexpr const char* kExporter = "C:\\Tarsus\\System\\BackupEventLog.exe";
+constexpr const char* kBadCopy = "Copy is missing or has another size";
+constexpr const char* kPatient = "PatientData.cab";
+constexpr const char* kNotWhole = "Archive is not whole";
 constexpr const char* kDump = "C:\\Tarsus\\System\\DumpPatients.bat";
 
 ProgramAction Ends(std::uint32_t code) {
   return [=](Disk&, const Words&) { return code; };
 }
 
-/// Does the work, then does something to the archive, and ends with `code`.
-ProgramAction Packs(std::uint32_t code, std::function<void(Disk&, const std::string& archive)> then) {
-  return [=](Disk& disk, const Words& words) {
-    fakes::RunCabarc(disk, words);
-    then(disk, words[4]);
-    return code;
-  };
+/// Something done to a file behind the program's back.
+using Deed = void (*)(Disk&, const std::string& file);
+
+void Cut(Disk& disk, const std::string& file) {
+  disk.Write(file, disk.Read(file).substr(0, disk.Read(file).size() / 2));
 }
 
-void Cut(Disk& disk, const std::string& archive) {
-  disk.Write(archive, disk.Read(archive).substr(0, disk.Read(archive).size() / 2));
+void Empty(Disk& disk, const std::string& file) {
+  disk.Write(file, "");
+}
+
+void Rename(Disk& disk, const std::string& file) {
+  disk.Move(file, file + ".x");
 }
 
 void DropMember(Disk& disk, const std::string& archive) {
   auto contents = fakes::ReadCabinet(disk.Read(archive)).value();
   contents.erase(contents.begin());
   disk.Write(archive, fakes::MakeCabinet(contents));
+}
+
+/// Packs, then does something to this archive, and ends with `code`.
+ProgramAction Packs(std::uint32_t code, const std::string& archive = {}, Deed then = Rename) {
+  return [=](Disk& disk, const Words& words) {
+    fakes::RunCabarc(disk, words);
+    if (words[4] == archive) then(disk, archive);
+    return code;
+  };
 }
 
 /// Unpacks all but one file.
@@ -44,11 +58,13 @@ std::uint32_t UnpackLess(Disk& disk, const Words& words) {
   return 0;
 }
 
-/// Copies, but says that it did when it did not reach the destination's end.
-std::uint32_t CopyShort(Disk& disk, const Words& words) {
-  const std::uint32_t code = fakes::RunCommandInterpreter(disk, words);
-  if (words[4].starts_with("D:\\")) Cut(disk, words[4] + words[3].substr(words[3].rfind('\\') + 1));
-  return code;
+/// Copies, then does something to the copy of this file at the destination, and says that all is well.
+ProgramAction Copies(const std::string& name, Deed then) {
+  return [=](Disk& disk, const Words& words) {
+    fakes::RunCommandInterpreter(disk, words);
+    if (words[3].ends_with(name) && words[4] == kSetFolder) then(disk, kSetFolder + name);
+    return 0u;
+  };
 }
 
 struct Misdeed {
@@ -62,31 +78,23 @@ struct Misdeed {
 
 const Misdeed kMisdeeds[] = {
     {"archiver missing", "Folder", kArchiver, {}, 60371, "Not started: cabarc -r -p n PatientData.cab"},
-    {"archiver fails but packs", "Folder", kArchiver, Packs(1, [](Disk&, auto&) {}), 65300,
-     "Exit code 1: cabarc -r -p n PatientData.cab"},
+    {"archiver fails but packs", "Folder", kArchiver, Packs(1), 65300, "Exit code 1: cabarc -r -p n PatientData.cab"},
     {"archiver crashes", "Folder", kArchiver, Ends(0xC0000005), 60371, "Exit code 3221225477: cabarc"},
-    {"archiver is killed on its way", "Folder", kArchiver, Packs(1, Cut), 65300, "Archive is not whole"},
-    {"archiver makes nothing", "Folder", kArchiver, Ends(0), 60371, "Archive is not whole"},
-    {"archiver makes an empty file", "Folder", kArchiver,
-     Packs(0, [](Disk& disk, const std::string& archive) { disk.Write(archive, ""); }), 65300,
-     "PatientData.cab (PatientData)"},
-    {"archiver cuts the end", "Folder", kArchiver, Packs(0, Cut), 65300, "Archive is not whole"},
-    {"archiver drops a member", "Folder", kArchiver, Packs(0, DropMember), 65300, "Archive holds 3 of 4 files"},
-    {"archiver takes another name", "Folder", kArchiver,
-     Packs(0, [](Disk& disk, const std::string& archive) { disk.Move(archive, "x" + archive); }), 60371,
-     "No archive made: PatientData.cab"},
-    {"joiner drops a member", "Floppies", kArchiver,
-     Packs(0,
-           [](Disk& disk, const std::string& archive) {
-             if (archive == "FDDivide.cab") DropMember(disk, archive);
-           }),
-     65300, "Archive holds 7 of 8 files"},
+    {"archiver is killed on its way", "Folder", kArchiver, Packs(1, kPatient, Cut), 65300, kNotWhole},
+    {"archiver makes nothing", "Folder", kArchiver, Ends(0), 60371, kNotWhole},
+    {"archiver makes an empty file", "Folder", kArchiver, Packs(0, kPatient, Empty), 65300, kNotWhole},
+    {"archiver cuts the end", "Folder", kArchiver, Packs(0, kPatient, Cut), 65300, "PatientData.cab (PatientData)"},
+    {"archiver drops a member", "Folder", kArchiver, Packs(0, kPatient, DropMember), 65300, "holds 3 of 4 files"},
+    {"archiver takes another name", "Folder", kArchiver, Packs(0, kPatient, Rename), 60371, "No archive made: Patient"},
+    {"joiner drops a member", "Floppies", kArchiver, Packs(0, "FDDivide.cab", DropMember), 65300, "holds 7 of 8 files"},
     {"unpacker missing", "RestoreFolder", kArchiver, {}, 60401, "Not started: cabarc -r -p X"},
     {"unpacker fails", "RestoreFolder", kArchiver, Ends(1), 60401, "Exit code 1: cabarc -r -p X"},
     {"unpacker leaves nothing", "RestoreFolder", kArchiver, Ends(0), 60401, ""},
     {"unpacker leaves less", "RestoreFolder", kArchiver, UnpackLess, 60401, ""},
     {"copier crashes", "Folder", kInterpreter, Ends(0xC0000005), 60371, "Exit code 3221225477: CMD /C xcopy"},
-    {"copier cuts the end", "Folder", kInterpreter, CopyShort, 60351, "Copy is missing or has another size"},
+    {"copier cuts an archive", "Folder", kInterpreter, Copies("UserData.cab", Cut), 60351, kBadCopy},
+    {"copier takes another name", "Folder", kInterpreter, Copies("UserData.cab", Rename), 60351, kBadCopy},
+    {"copier cuts the descriptor", "Folder", kInterpreter, Copies("BackupInfo.ini", Cut), 60351, kBadCopy},
     {"copier does nothing in a restore", "RestoreFolder", kInterpreter, Ends(0), 60401, ""},
     {"registry not exported", "Folder", kRegistry, Ends(1), 65300, "Exit code 1: Reg.exe save"},
     {"event log not exported", "Folder", kExporter, Ends(7), 65300, "Exit code 7: BackupEventLog.exe (LOG_BACKUP)"},

@@ -20,18 +20,9 @@ void FillData(fakes::FakeHost& host, const std::string& bytes) {
   for (const char* path : kRestorable) host.disk.Write(kHostFolder + std::string(path), bytes);
 }
 
-void PutOlderData(Course& course) {
-  FillData(course, kOlderData);
-}
-
 void PutOlderSet(Course& course) {
-  static const Route kEarlier = {"", 0, kSetFolder, 65300, PutOlderData};
-  static const MediumFiles kSet = [] {
-    Course earlier(kEarlier);
-    earlier.Travel();
-    return earlier.disk.Tree(kSetFolder);
-  }();
-  for (const auto& [name, bytes] : kSet) course.disk.Write(kSetFolder + name, bytes);
+  static const Route kEarlier = {"Earlier", 0, kSetFolder, 65300, [](Course& it) { FillData(it, kOlderData); }};
+  course.PutSet(FlawlessSet(kEarlier).front());
 }
 
 void NeedPreparation(Course& course) {
@@ -45,12 +36,12 @@ void PutBigReport(Course& course) {
 
 void PutDamagedData(Course& course) {
   DamageData(course);
-  for (const auto& [name, bytes] : FlawlessSet("Folder").front()) course.disk.Write(kSetFolder + name, bytes);
+  course.PutSet(FlawlessSet(RouteNamed("Folder")).front());
 }
 
 void PutDamagedDataAndPile(Course& course) {
   DamageData(course);
-  course.pile = FlawlessSet("Floppies");
+  course.pile = FlawlessSet(RouteNamed("Floppies"));
   course.InsertDisk(course.pile.front());
 }
 
@@ -65,47 +56,11 @@ void WantImages(Course& course) {
   course.Told().studies["SELECT RIGHT(URL,LEN(URL)-7)"].rows = {{"C:\\Tarsus\\Image\\image.ddo", "2012-03-14"}};
 }
 
-void Start(frmMaintenance& form, const Route& route) {
-  if (route.arrange == WantImages) {
-    fakes::Tick(form.Option2);
-    fakes::Tick(form.Option4);
-    fakes::Type(form.txtCollectRange, "123");
-  }
-  fakes::Press(form.cmdStart);
-}
-
-void Start(frmBackup& form) {
-  fakes::Tick(form.chkSystemData);
-  fakes::Tick(form.chkReportData);
-  fakes::Press(form.cmdStart);
-}
-
-/// Whether there was anything to restore.
-bool Start(frmRestore& form) {
-  for (const auto box : kBoxes) {
-    if ((form.*box).Enabled()) fakes::Tick(form.*box);
-  }
-  const bool offers = form.cmdStart.Enabled();
-  offers ? fakes::Press(form.cmdStart) : fakes::Press(form.cmdCancel);
-  return offers;
-}
-
-bool IsOpenBelow(const fakes::Entry& entry) {
-  return entry.readers + entry.writers > 0 || std::any_of(entry.children.begin(), entry.children.end(),
-                                                          [](const auto& child) { return IsOpenBelow(*child.second); });
-}
-
 }  // namespace
 
 Course::Course(const Route& way) : route(way) {
   route.arrange(*this);
-  AddHabits();
-}
-
-void Course::AddHabits() {
-  // Whoever is asked for something a second time gives up: the first try has failed.
-  person.Habit<frmUserAuthentication>([signedIn = false](frmUserAuthentication& form) mutable {
-    if (std::exchange(signedIn, true)) return fakes::Press(form.cmdCancel, kShift);
+  Once<frmUserAuthentication>([](frmUserAuthentication& form) {
     fakes::Choose(form.cmbUserName, fakes::kServiceUser);
     fakes::Type(form.txtPassword, "secret");
     fakes::Press(form.cmdOK);
@@ -115,15 +70,26 @@ void Course::AddHabits() {
     const bool again = std::exchange(entered, true);
     again || !item.Enabled() ? fakes::Press(form.cmdEnd, kShift) : fakes::Press(item);
   });
-  person.Habit<frmBackup>([this](frmBackup& form) { Begins() ? Start(form) : fakes::Press(form.cmdCancel); });
-  person.Habit<frmRestore>([this](frmRestore& form) {
-    if (!Begins()) return fakes::Press(form.cmdCancel);
-    offersNothing = !Start(form);
+  Once<frmBackup>([](frmBackup& form) {
+    fakes::Tick(form.chkSystemData);
+    fakes::Tick(form.chkReportData);
+    fakes::Press(form.cmdStart);
   });
-  person.Habit<frmMaintenance>(
-      [this](frmMaintenance& form) { Begins() ? Start(form, route) : fakes::Press(form.cmdCancel); });
-  person.Habit<frmSelectFolder>([this, chosen = false](frmSelectFolder& form) mutable {
-    if (std::exchange(chosen, true)) return fakes::Press(form.cmdCancel);
+  Once<frmRestore>([this](frmRestore& form) {
+    for (const auto box : kBoxes)
+      if ((form.*box).Enabled()) fakes::Tick(form.*box);
+    offersNothing = !form.cmdStart.Enabled();
+    fakes::Press(offersNothing ? form.cmdCancel : form.cmdStart);
+  });
+  Once<frmMaintenance>([this](frmMaintenance& form) {
+    if (route.arrange == WantImages) {
+      fakes::Tick(form.Option2);
+      fakes::Tick(form.Option4);
+      fakes::Type(form.txtCollectRange, "123");
+    }
+    fakes::Press(form.cmdStart);
+  });
+  Once<frmSelectFolder>([this](frmSelectFolder& form) {
     fakes::Type(form.txtFolder, route.folder);
     fakes::Press(form.cmdOK);
   });
@@ -158,7 +124,7 @@ MediumFiles Course::Destination() {
 }
 
 bool Course::HasOpenFiles() {
-  return IsOpenBelow(*disk.Find("A:\\")) || IsOpenBelow(*disk.Find("C:\\")) || IsOpenBelow(*disk.Find("D:\\"));
+  return fakes::InUse(*disk.Find("A:\\")) || fakes::InUse(*disk.Find("C:\\")) || fakes::InUse(*disk.Find("D:\\"));
 }
 
 MediumFiles Course::HostFiles() {
@@ -184,16 +150,16 @@ const std::vector<Route>& Routes() {
 }
 
 const Route& RouteNamed(const std::string& name) {
-  return *std::find_if(Routes().begin(), Routes().end(), [&](const Route& route) { return route.name == name; });
+  return *std::ranges::find(Routes(), name, &Route::name);
 }
 
-const std::vector<MediumFiles>& FlawlessSet(const char* route) {
+const std::vector<MediumFiles>& FlawlessSet(const Route& route) {
   static std::map<std::string, std::vector<MediumFiles>> sets;
-  std::vector<MediumFiles>& set = sets[route];
+  std::vector<MediumFiles>& set = sets[route.name];
   if (set.empty()) {
-    Course course(RouteNamed(route));
+    Course course(route);
     course.Travel();
-    EXPECT_TRUE(course.ReportedSuccess()) << route;
+    EXPECT_TRUE(course.ReportedSuccess()) << route.name;
     set = course.pile;
     set.push_back(course.disk.Tree(course.route.folder));
   }

@@ -15,7 +15,7 @@ namespace faults {
 struct Course;
 
 struct Route {
-  const char* name;
+  std::string name;
   std::size_t menuItem;
   const char* folder;     ///< destination or source
   std::int32_t finished;  ///< the message that reports success
@@ -33,6 +33,10 @@ struct Course : Session {
   void Travel() { RunUnchecked(); }
 
   bool ReportedSuccess() const { return person.WasShown(route.finished); }
+  /// A set in the folder of sets.
+  void PutSet(const MediumFiles& set) {
+    for (const auto& [name, bytes] : set) disk.Write(kSetFolder + name, bytes);
+  }
   /// What the destination holds: the files of the folder, or of all disks, each below its number.
   MediumFiles Destination();
   /// Whether a file is open on any drive.
@@ -45,12 +49,14 @@ struct Course : Session {
   std::vector<MediumFiles> pile;  ///< floppies written, or to restore from
 
  private:
-  void AddHabits();
+  /// What the person does at a form, the first time. Asked a second time, because the first try has failed, they leave.
+  template <class F>
+  void Once(std::function<void(F&)> step) {
+    person.Habit<F>([step = std::move(step), done = false](F& form) mutable {
+      std::exchange(done, true) ? fakes::Press(form.cmdCancel, kShift) : step(form);
+    });
+  }
   std::int32_t AnswerMessage(std::int32_t id);
-  /// Whether this is the first time that the job can be started.
-  bool Begins() { return !std::exchange(begun_, true); }
-
-  bool begun_ = false;
 };
 
 /// All roads: backups to a folder, over an older set, to a medium and to floppies; restores from a
@@ -59,7 +65,7 @@ const std::vector<Route>& Routes();
 const Route& RouteNamed(const std::string& name);
 
 /// The floppies, or the one folder, that a flawless backup on that route leaves.
-const std::vector<MediumFiles>& FlawlessSet(const char* route);
+const std::vector<MediumFiles>& FlawlessSet(const Route& route);
 
 /// What the data of the route "OlderSet" was when the older set was made.
 inline constexpr const char* kOlderData = "older data";

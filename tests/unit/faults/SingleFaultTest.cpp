@@ -19,9 +19,7 @@ struct Flawless {
     destination = course.Destination();
   }
   Course course;
-  MediumFiles before;
-  MediumFiles after;
-  MediumFiles destination;
+  MediumFiles before, after, destination;
 };
 
 /// Calls whose failure takes the program's voice: nothing can be shown then.
@@ -38,7 +36,7 @@ bool HasWarning(Course& course) {
 /// Whether each file of the host is as it was before, or as a restore leaves it.
 bool KeepsHostData(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
-  return std::all_of(flawless.before.begin(), flawless.before.end(), [&](const auto& old) {
+  return std::ranges::all_of(flawless.before, [&](const auto& old) {
     const auto file = files.find(old.first);
     return file != files.end() && (file->second == old.second || file->second == flawless.after.at(old.first));
   });
@@ -47,15 +45,14 @@ bool KeepsHostData(Course& course, const Flawless& flawless) {
 /// Whether a file stands in the host's folders that neither was there nor belongs there now.
 bool LeftSomething(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
-  return std::any_of(files.begin(), files.end(), [&](const auto& file) {
+  return std::ranges::any_of(files, [&](const auto& file) {
     return !flawless.before.contains(file.first) && !flawless.after.contains(file.first);
   });
 }
 
 /// Whether the operator saw a message that a flawless run does not bring.
 bool WasToldMore(Course& course, const Flawless& flawless) {
-  const auto& messages = course.person.Messages();
-  return course.person.PlainMessages() > 0 || std::any_of(messages.begin(), messages.end(), [&](const auto& message) {
+  return course.person.PlainMessages() > 0 || std::ranges::any_of(course.person.Messages(), [&](const auto& message) {
            return !flawless.course.person.WasShown(message.id);
          });
 }
@@ -89,19 +86,13 @@ std::string Judge(Course& course, const Flawless& flawless, const fakes::Call& f
   return faults;
 }
 
-bool IsSame(const fakes::Call& left, const fakes::Call& right) {
-  return left.contract == right.contract && left.method == right.method && left.detail == right.detail;
-}
-
 /// The first call to fail on a route. Runs with floppies are long, and up to the choice of the drive they
 /// are the same as those with a folder, whose every call fails too.
 std::size_t FirstFault(const Route& route, const std::vector<fakes::Call>& calls) {
   if (!route.UsesFloppies()) return 0;
   Course sibling(RouteNamed(route.IsRestore() ? "RestoreFolder" : "Folder"));
   sibling.Travel();
-  const auto& others = sibling.calls.Calls();
-  return static_cast<std::size_t>(
-      std::mismatch(calls.begin(), calls.end(), others.begin(), others.end(), IsSame).first - calls.begin());
+  return static_cast<std::size_t>(std::ranges::mismatch(calls, sibling.calls.Calls()).in1 - calls.begin());
 }
 
 class SingleFault : public testing::TestWithParam<std::tuple<std::size_t, Persistence>> {};
@@ -126,7 +117,7 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
 
 std::string NameOf(const testing::TestParamInfo<SingleFault::ParamType>& test) {
   const bool once = std::get<1>(test.param) == Persistence::Once;
-  return Routes()[std::get<0>(test.param)].name + std::string(once ? "Once" : "ForGood");
+  return Routes()[std::get<0>(test.param)].name + (once ? "Once" : "ForGood");
 }
 
 INSTANTIATE_TEST_SUITE_P(All, SingleFault,

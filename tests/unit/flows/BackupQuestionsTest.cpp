@@ -22,10 +22,8 @@ const Question kQuestions[] = {
 TEST(BackupQuestions, ConsentWritesTheSet) {
   for (const Question& question : kQuestions) {
     SCOPED_TRACE(question.name);
-    Session session;
-    question.arrange(session);
-    session.BeginBackup(kReportOnly);
-    session.AcceptFolder(question.folder);
+    Session session(question.arrange);
+    session.BackUpTo(question.folder);
     session.EndAfter({question.message, 65300});
     EXPECT_EQ(session.Unpacked(question.folder + "ReportData.cab").size(), 1u);
     EXPECT_EQ(session.disk.Read(question.folder + "BackupInfo.ini").substr(0, 6), "[Info]");
@@ -34,57 +32,36 @@ TEST(BackupQuestions, ConsentWritesTheSet) {
   }
 }
 
-TEST(BackupQuestions, RefusalWritesNothingAndLetsTheOperatorChooseAgain) {
+TEST(BackupQuestions, RefusalWritesNothing) {
   for (const Question& question : kQuestions) {
     SCOPED_TRACE(question.name);
-    Session session;
-    question.arrange(session);
+    Session session(question.arrange);
     const auto before = session.disk.Tree("D:\\");
     const std::string label = session.disk.FindDrive("D:")->label;
-    session.BeginBackup(kReportOnly);
-    session.AcceptFolder(question.folder);
+    session.BackUpTo(question.folder);
     session.LeaveBackupAfter({question.message, 65301}, app::kRefused);
     EXPECT_EQ(session.disk.Tree("D:\\"), before);
     EXPECT_EQ(session.disk.FindDrive("D:")->label, label);
     EXPECT_FALSE(session.disk.IsFolder(kProposal));
-    EXPECT_FALSE(session.IsBackupDated());
     EXPECT_EQ(session.Told().auditRecords.size(), 2u) << "sign-in and sign-out alone";
-    EXPECT_EQ(session.ChangedHostFiles(), Paths());
   }
 }
 
 TEST(BackupQuestions, RefusedLogDeletionStopsTheBackup) {
   Session session;
-  session.BeginBackup({.log = true, .deleteLogs = true});
-  session.AcceptFolder();
+  session.BackUpTo("D:\\", kLogsToDelete);
   session.LeaveBackupAfter({64304, 65301}, app::kRefused);
   EXPECT_TRUE(session.disk.Tree("D:\\").empty());
-  EXPECT_EQ(session.ChangedHostFiles(), Paths());
 }
 
 // Every question of one run, in its order.
 TEST(BackupQuestions, ComeInTheirOrder) {
-  Session session;
-  Statuses('D', {3, 1, 1, 2})(session);
-  session.disk.Write("D:\\Old\\BackupInfo.ini", "old");
-  session.BeginBackup({.log = true, .deleteLogs = true});
-  session.AcceptFolder("D:\\Old");
+  Session session(Both(Statuses('D', {3, 1, 1, 2}), File("D:\\Old\\BackupInfo.ini", "old")));
+  session.BackUpTo("D:\\Old", kLogsToDelete);
   session.See({64304, 64300, 64300});
   session.person.ExpectMessage(64305, app::kConsented, [&] { session.calls.FailFrom("Drives", "VolumeLabel"); });
   session.EndAfter({64301, 64303, 65300});
   EXPECT_TRUE(session.disk.IsFile("D:\\Old\\LogData.cab"));
-}
-
-// A stopped backup can be started again in the same dialog; nothing of the first try sticks.
-TEST(BackupQuestions, SecondTrySucceeds) {
-  Session session;
-  session.BeginBackup(kReportOnly);
-  session.AcceptFolder();
-  session.See({64302, 65301}, app::kRefused);
-  session.AcceptFolder("D:\\");
-  session.EndAfter({65300});
-  const std::string descriptor = session.disk.Read("D:\\BackupInfo.ini");
-  EXPECT_EQ(descriptor.find("[Info]"), descriptor.rfind("[Info]"));
 }
 
 // The host says how its media are prepared: by its program, by hand, or, as above, by its component.
@@ -92,20 +69,17 @@ TEST(BackupQuestions, SecondTrySucceeds) {
 TEST(BackupQuestions, MediaArePreparedInTheHostsWay) {
   for (const std::string type : {"APPLICATION", "standard", ""}) {
     SCOPED_TRACE(type);
-    Session session;
-    Program("C:\\Tarsus\\Backup\\dvdram.exe", DoNothing)(session);
+    Session session(Both(Program("C:\\Tarsus\\Backup\\dvdram.exe", DoNothing), Statuses('D', {3, 7, 99, 2})));
     session.qxNetDB.records.back().preparationType = type;
-    Statuses('D', {3, 7, 99, 2})(session);
-    session.BeginBackup(kReportOnly);
-    session.AcceptFolder("D:\\");
+    session.BackUpTo("D:\\");
     session.EndAfter({64305, 65300});
     EXPECT_TRUE(session.Told().preparedDrives.empty());
     EXPECT_EQ(session.Told().mediaCommands, Names(session.Told().mediaCommands.size(), "dvdram.exe"));
     EXPECT_EQ(session.processes.CountStarted("dvdram.exe"), type == "APPLICATION" ? 1 : 0);
-    for (const fakes::StartRecord& program : session.processes.started)
-      if (program.commandLine == "dvdram.exe") {
-        EXPECT_TRUE(program.style == host::WindowStyle::Normal && program.waitedFor);
-      }
+    for (const fakes::StartRecord& program : session.processes.started) {
+      EXPECT_EQ(program.style == host::WindowStyle::Normal, program.commandLine == "dvdram.exe");
+      EXPECT_TRUE(program.waitedFor);
+    }
   }
 }
 

@@ -5,78 +5,66 @@ namespace {
 
 using Cabinets = std::map<std::string, fakes::CabinetContents>;
 
-const fakes::CabinetContents kPatient = {{"Patients.bcp", "dump of patients"},
-                                         {"Patient\\patients.dat", "list of patients"},
-                                         {"Patient\\Study1\\image1.dat", "pixels of image 1"},
-                                         {"Patient\\Study1\\image2.dat", "pixels of image 2"}};
-const fakes::CabinetContents kSystem = {{"system.ini", "station=1"},
-                                        {"Tarsus.reg", "registry of HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvantis\\TARSUS"}};
-const fakes::CabinetContents kLog = {{"Application.evt", "events"},
-                                     {"ip.dat", "41"},
-                                     {"Host\\host.log", "host log"},
-                                     {"Host\\Old\\old.log", "old host log"}};
-const fakes::CabinetContents kReport = {{"Report\\2012\\report1.txt", "no finding"}};
-const Cabinets kSystemGroup = {{"ExplanationData.cab", {{"Explain\\hand.txt", "positioning of the hand"}}},
-                               {"MenuData.cab", {{"Menu\\menu.ini", "menu=1"}}},
-                               {"ReportSetData.cab", {{"ReportSet\\set.dat", "report set"}}},
-                               {"SystemData.cab", kSystem},
-                               {"UserData.cab", {{"User\\users.dat", "users"}}}};
-
-Cabinets All() {
-  Cabinets all = kSystemGroup;
-  all.insert({{"PatientData.cab", kPatient}, {"LogData.cab", kLog}, {"ReportData.cab", kReport}});
-  return all;
+/// A folder of the host as an archive holds it, beside the files of other items.
+fakes::CabinetContents Saved(Session& session, const std::string& folder, fakes::CabinetContents contents = {}) {
+  const std::string name = folder.substr(folder.rfind('\\') + 1);
+  for (const auto& [path, bytes] : session.disk.Tree("C:\\Tarsus\\" + folder)) contents[name + "\\" + path] = bytes;
+  return contents;
 }
 
-struct Choice {
-  Ticks ticks;
-  Cabinets cabinets;
-  Paths versions;  ///< categories of the descriptor, in its order
-  Paths audit;
-};
+/// What the archive of each category holds; that of the logs carries the counter.
+Cabinets Contents(Session& session) {
+  return {{"PatientData", Saved(session, "Patient", {{"Patients.bcp", "dump of patients"}})},
+          {"MenuData", Saved(session, "Menu")},
+          {"SystemData",
+           {{"system.ini", "station=1"}, {"Tarsus.reg", "registry of HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvantis\\TARSUS"}}},
+          {"UserData", Saved(session, "User")},
+          {"ExplanationData", Saved(session, "Explain")},
+          {"IPCounter", Saved(session, "Log\\Host", {{"Application.evt", "events"}, {"ip.dat", "41"}})},
+          {"ReportSetData", Saved(session, "ReportSet")},
+          {"ReportData", Saved(session, "Report")}};
+}
 
-const Choice kReportChoice = {kReportOnly, {{"ReportData.cab", kReport}}, {"ReportData"}, {"Report data"}};
-const Choice kChoices[] = {
-    {{.patient = true}, {{"PatientData.cab", kPatient}}, {"PatientData"}, {"Patient data"}},
-    {{.system = true},
-     kSystemGroup,
-     {"MenuData", "SystemData", "UserData", "ExplanationData", "ReportSetData"},
-     {"System group"}},
-    {{.log = true}, {{"LogData.cab", kLog}}, {"IPCounter"}, {"Log data"}},
-    kReportChoice,
-    {kEverything,
-     All(),
-     {"PatientData", "MenuData", "SystemData", "UserData", "ExplanationData", "IPCounter", "ReportSetData",
-      "ReportData"},
-     {"Patient data", "System group", "Log data", "Report data"}},
-};
-
-/// Every file of the destination, the cabinets unpacked.
-void ExpectSet(Session& session, const std::string& folder, const Choice& choice = kReportChoice) {
-  std::string descriptor = Lines(DescriptorLines()) + "CABFile=";
-  for (const auto& [name, contents] : choice.cabinets) descriptor += name + ";";
-  descriptor += "\r\n\r\n[VersionInfo]\r\n";
-  for (const std::string& category : choice.versions) descriptor += category + "=V2.1\r\n";
+/// Every file of the destination, the cabinets unpacked; categories in the descriptor's order.
+void ExpectSet(Session& session, const std::string& folder, const Paths& categories = {"ReportData"}) {
+  Cabinets wanted;
+  Paths versions;
+  for (const std::string& category : categories) {
+    wanted[(category == "IPCounter" ? "LogData" : category) + ".cab"] = Contents(session).at(category);
+    versions.push_back(category + "=V2.1");
+  }
+  std::string archives = "CABFile=";
+  for (const auto& [name, contents] : wanted) archives += name + ";";
   auto files = session.disk.Tree(folder);
-  EXPECT_EQ(files["BackupInfo.ini"], descriptor + "\r\n");
+  EXPECT_EQ(files["BackupInfo.ini"],
+            Lines(DescriptorLines({archives, "", "[VersionInfo]"})) + Lines(versions) + "\r\n");
   files.erase("BackupInfo.ini");
   Cabinets found;
   for (const auto& [name, bytes] : files) found[name] = session.Unpacked(folder + "\\" + name);
-  EXPECT_EQ(found, choice.cabinets);
+  EXPECT_EQ(found, wanted);
 }
 
 TEST(Backup, ReachesTheProposedFolderWhole) {
-  for (const Choice& choice : kChoices) {
-    SCOPED_TRACE(choice.audit.front());
+  const std::tuple<Ticks, Paths, Paths> choices[] = {
+      {{.patient = true}, {"PatientData"}, {"Patient data"}},
+      {{.system = true}, {"MenuData", "SystemData", "UserData", "ExplanationData", "ReportSetData"}, {"System group"}},
+      {{.log = true}, {"IPCounter"}, {"Log data"}},
+      {kReportOnly, {"ReportData"}, {"Report data"}},
+      {kEverything,
+       {"PatientData", "MenuData", "SystemData", "UserData", "ExplanationData", "IPCounter", "ReportSetData",
+        "ReportData"},
+       {"Patient data", "System group", "Log data", "Report data"}},
+  };
+  for (const auto& [ticks, categories, phases] : choices) {
+    SCOPED_TRACE(phases.front());
     Session session;
-    session.BeginBackup(choice.ticks);
-    session.AcceptFolder();
+    session.BackUpTo({}, ticks);
     session.EndAfter({64302, 65300});
-    ExpectSet(session, kProposal, choice);
+    ExpectSet(session, kProposal, categories);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_EQ(session.qx32.texts["BackupDate"], "20120315");
     Paths audit = {"U004|Sign-in|Backup"};
-    for (const std::string& category : choice.audit) audit.push_back("U004|Start|" + category);
+    for (const std::string& category : phases) audit.push_back("U004|Start|" + category);
     audit.push_back("U004|Sign-out|Backup");
     EXPECT_EQ(session.Told().auditRecords, audit);
     EXPECT_EQ(session.Told().logLines,
@@ -91,11 +79,10 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
 TEST(Backup, GoesWhereTheOperatorWants) {
   for (const std::string folder : {"D:\\", "C:\\Safe", "C:\\Safe\\"}) {
     SCOPED_TRACE(folder);
-    Session session;
+    Session session(Label("C:", "BACKUP"));
     session.disk.MakeFolders("C:\\Safe");
-    Label("C:", "BACKUP")(session);
     session.BeginBackup(kReportOnly);
-    session.At<frmSelectFolder>([](frmSelectFolder& form) { fakes::Press(form.cmdRefer); });
+    session.Press(&frmSelectFolder::cmdRefer);
     session.person.ExpectBrowse(folder);
     session.AcceptFolder();
     session.EndAfter({65300});
@@ -134,12 +121,9 @@ TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
     EXPECT_TRUE(form.chkPatientData.Value() && form.chkLogData.Value() && form.chkDeleteLog.Enabled());
     EXPECT_FALSE(form.chkSystemData.Value() || form.chkReportData.Value());
     fakes::Tick(form.chkLogData, false);
-    EXPECT_FALSE(form.chkDeleteLog.Enabled());
-    EXPECT_TRUE(form.cmdStart.Enabled());
+    EXPECT_TRUE(form.cmdStart.Enabled() && !form.chkDeleteLog.Enabled());
     fakes::Tick(form.chkPatientData, false);
     EXPECT_FALSE(form.cmdStart.Enabled());
-    fakes::Tick(form.chkReportData);
-    EXPECT_TRUE(form.cmdStart.Enabled());
     fakes::Press(form.cmdCancel);
   });
   session.EndAfter({});
@@ -148,23 +132,30 @@ TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
 
 // Of the system group one category is enough.
 TEST(Backup, SystemGroupIsContentWithOneCategory) {
-  Session session;
+  Session session(Gone("C:\\Windows\\System32\\Reg.exe"));
   for (const char* lost : {"Menu", "Explain", "ReportSet", "Config\\system.ini"})
     session.disk.Remove(std::string("C:\\Tarsus\\") + lost);
-  session.disk.Remove("C:\\Windows\\System32\\Reg.exe");
-  session.BeginBackup({.system = true});
-  session.AcceptFolder();
-  session.EndAfter({64302, 65300});
-  ExpectSet(session, kProposal, {{}, {{"UserData.cab", {{"User\\users.dat", "users"}}}}, {"UserData"}, {}});
+  session.BackUpTo("D:\\", {.system = true});
+  session.EndAfter({65300});
+  ExpectSet(session, "D:\\", {"UserData"});
+}
+
+// What an exporter leaves elsewhere than in its own files is still taken along.
+TEST(Backup, FoldersAreGatheredAfterTheExporters) {
+  Session session(Jobs({"[REPORT_BACKUP]", "Folder=Report", "RegFile=%Temp%\\ExportKeys.exe"}));
+  session.processes.Install("C:\\Tarsus\\Temp\\ExportKeys.exe", [](fakes::Disk& disk, const fakes::Words&) {
+    return disk.Write("C:\\Tarsus\\Report\\keys.txt", "keys") ? 0u : 1u;
+  });
+  session.BackUpTo("D:\\");
+  session.EndAfter({65300});
+  EXPECT_TRUE(session.Unpacked("D:\\ReportData.cab").contains("Report\\keys.txt"));
 }
 
 TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
-  Session session;
-  session.disk.Write("C:\\Tarsus\\Update\\Maintenance_PC1.cab",
-                     fakes::MakeCabinet({{"Maintenance_PC1_120314101010\\client.log", "of a client"}}));
-  session.BeginBackup({.log = true});
-  session.AcceptFolder();
-  session.EndAfter({64302, 65300});
+  Session session(File("C:\\Tarsus\\Update\\Maintenance_PC1.cab",
+                       fakes::MakeCabinet({{"Maintenance_PC1_120314101010\\client.log", "of a client"}})));
+  session.BackUpTo("D:\\", {.log = true});
+  session.EndAfter({65300});
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_PC1_120314101010\\client.log"), "of a client");
   EXPECT_TRUE(session.disk.Children("C:\\Tarsus\\Update").empty());
 }
@@ -172,9 +163,8 @@ TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
 TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   Session session;
   session.disk.Find("C:\\Tarsus\\System\\Tarsus.log")->attributes = fakes::kReadOnly;
-  session.BeginBackup({.log = true, .deleteLogs = true});
-  session.AcceptFolder();
-  session.See({64304, 64302});
+  session.BackUpTo("D:\\", kLogsToDelete);
+  session.See({64304});
   session.person.ExpectMessage(65300, 0, [&] {
     EXPECT_TRUE(session.disk.IsFile("C:\\Tarsus\\Log\\Host\\host.log")) << "not before the success was shown";
   });
@@ -183,22 +173,9 @@ TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\Log\\Host\\Old\\old.log"), "old host log");
 }
 
-// The dialog stays open after a cancelled destination; what was chosen before is not in the next set.
-TEST(Backup, NextStartKnowsNothingOfTheFirst) {
-  Session session;
-  session.BeginBackup(kEverything);
-  session.Cancel<frmSelectFolder>();
-  session.StartBackup(kReportOnly);
-  session.AcceptFolder("D:\\");
-  session.EndAfter({65300});
-  ExpectSet(session, "D:\\");
-}
-
 TEST(Backup, StagesOnTheSystemDriveWithoutATemporaryFolder) {
-  Session session;
-  session.files.temporaryFolder.clear();
-  session.BeginBackup(kReportOnly);
-  session.AcceptFolder("D:\\");
+  Session session([](auto& host) { host.files.temporaryFolder.clear(); });
+  session.BackUpTo("D:\\");
   session.EndAfter({65300});
   ExpectSet(session, "D:\\");
   EXPECT_GT(session.calls.CountOf("FileSystem", "RemoveFolder"), 0u);

@@ -5,36 +5,28 @@
 
 namespace {
 
-struct RightCase {
-  const char* user;
-  const char* id;
-  app::Right right;
-  std::array<bool, 3> buttons;
-  std::size_t questions;
-};
-
-const RightCase kRights[] = {
-    {fakes::kBackupUser, "U001", app::Right::Backup, {true, false, true}, 2},
-    {fakes::kRestoreUser, "U002", app::Right::Restore, {false, true, false}, 2},
-    {fakes::kBothUser, "U003", app::Right::BackupAndRestore, {true, true, true}, 2},
-    {fakes::kServiceUser, "U004", app::Right::Privileged, {true, true, true}, 0},
-    {"U002", "U002", app::Right::Restore, {false, true, false}, 2},  // no display name, so the ID itself
-};
-
 TEST(SignIn, RightDecidesWhatTheMenuOffers) {
-  for (const RightCase& each : kRights) {
-    SCOPED_TRACE(each.user);
+  const std::tuple<const char*, std::string, app::Right, std::string> users[] = {
+      {fakes::kBackupUser, "U001", app::Right::Backup, "x-x"},
+      {fakes::kRestoreUser, "U002", app::Right::Restore, "-x-"},
+      {fakes::kBothUser, "U003", app::Right::BackupAndRestore, "xxx"},
+      {fakes::kServiceUser, "U004", app::Right::Privileged, "xxx"},
+      {"U002", "U002", app::Right::Restore, "-x-"},  // no display name, so the ID itself
+  };
+  for (const auto& [user, id, right, enabled] : users) {
+    SCOPED_TRACE(user);
     Session session;
-    session.SignIn(each.user);
+    session.SignIn(user);
+    std::string offered;
     session.At<frmMainMenu>([&](frmMainMenu& form) {
-      for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(form.cmdMenu[i].Enabled(), each.buttons[i]) << i;
+      for (const forms::CommandButton& button : form.cmdMenu) offered += button.Enabled() ? 'x' : '-';
       fakes::Press(form.cmdEnd, kShift);
     });
     session.Run();
-    EXPECT_EQ(session.state.UserRight, each.right);
-    EXPECT_EQ(session.calls.CountOf("UserAuthenticator", "CheckFunction"), each.questions);
+    EXPECT_EQ(offered, enabled);
+    EXPECT_EQ(session.state.UserRight, right);
+    EXPECT_EQ(session.calls.CountOf("UserAuthenticator", "CheckFunction"), right == app::Right::Privileged ? 0u : 2u);
     for (const fakes::Call& call : session.calls.Calls()) EXPECT_EQ(call.detail.find("secret"), std::string::npos);
-    const std::string id = each.id;
     EXPECT_EQ(session.Told().auditRecords, (Paths{id + "|Sign-in|Backup", id + "|Sign-out|Backup"}));
     const std::string who = "WS-RADIOLOGY-1|" + id + "|BackupUtility|";
     EXPECT_EQ(session.Told().operations, (Paths{who + "UserAuthentication|OK", who + "MainMenu|END"}));
@@ -44,9 +36,8 @@ TEST(SignIn, RightDecidesWhatTheMenuOffers) {
 TEST(SignIn, ListsUsersInTheirOrderAndWaitsForAName) {
   Session session;
   session.At<frmUserAuthentication>([&](frmUserAuthentication& form) {
-    Paths names;
-    for (const auto& user : session.Told().users) names.push_back(user.displayName);
-    EXPECT_EQ(form.cmbUserName.Items(), names);
+    EXPECT_EQ(form.cmbUserName.Items(), (Names{fakes::kBackupUser, fakes::kRestoreUser, fakes::kBothUser,
+                                               fakes::kServiceUser, fakes::kPowerlessUser}));
     EXPECT_EQ(form.Title(), "text 66010");
     for (const char* name : {"", "x", ""}) {
       fakes::Choose(form.cmbUserName, name);
@@ -61,8 +52,7 @@ TEST(SignIn, ListsUsersInTheirOrderAndWaitsForAName) {
 
 TEST(SignIn, AnUnreadableUserListIsEmpty) {
   for (const char* method : {"Execute", "RowCount", "Value"}) {
-    Session session;
-    session.calls.FailFrom("UserQuery", method);
+    Session session(Fails("UserQuery", method));
     session.At<frmUserAuthentication>([](frmUserAuthentication& form) {
       EXPECT_TRUE(form.cmbUserName.Items().empty());
       fakes::Press(form.cmdCancel);
@@ -74,7 +64,7 @@ TEST(SignIn, AnUnreadableUserListIsEmpty) {
 struct Refusal {
   const char* name;
   std::int32_t message;
-  Arrangement plant = Nothing;
+  Arrangement arrange = Nothing;
   const char* user = fakes::kBothUser;
   const char* password = "secret";
 };
@@ -106,14 +96,10 @@ const Refusal kRefusals[] = {
 TEST(SignIn, RefusalIsShownAndKeepsTheDialogOpen) {
   for (const Refusal& refusal : kRefusals) {
     SCOPED_TRACE(refusal.name);
-    Session session;
-    refusal.plant(session);
+    Session session(refusal.arrange);
     session.SignIn(refusal.user, refusal.password);
     session.See({refusal.message});
-    session.At<frmUserAuthentication>([&](frmUserAuthentication& form) {
-      EXPECT_EQ(session.toolkit.pointer, forms::Pointer::Default);
-      fakes::Press(form.cmdCancel);
-    });
+    session.Cancel<frmUserAuthentication>();
     session.Run();
     EXPECT_FALSE(session.state.SignedIn);
     for (const auto& record : session.Told().auditRecords) EXPECT_EQ(record.find("Sign-out"), std::string::npos);
@@ -168,8 +154,7 @@ TEST_F(CatalogueTest, SignInDialogTakesNoInputWhileItCompacts) {
 TEST(SignIn, WorksWithoutLogWriterOrOperationRecorder) {
   for (const Arrangement& fault : {Fails("ComponentFactory", "CreateLogWriter"), Fails("LogWriter", "WriteLine"),
                                    Fails("ComponentFactory", "CreateOperationRecorder")}) {
-    Session session;
-    fault(session);
+    Session session(fault);
     session.SignIn();
     session.EndAfter({});
     EXPECT_TRUE(session.state.SignedIn);

@@ -14,7 +14,7 @@ Arrangement Runs(const char* executable) {
   return [=](fakes::FakeHost& host) { host.processes.running.push_back(executable); };
 }
 
-// In the order in which start-up looks.
+// In the order in which start-up looks. Of the names of sibling tools it compares fifteen characters.
 const Defect kDefects[] = {
     {"no system database entry", 60326, NoEntry("SysMasterDB")},
     {"system database not opened", 60321, [](auto& host) { host.qx32lib.connection = "DSN=Another"; }},
@@ -26,8 +26,8 @@ const Defect kDefects[] = {
     {"no catalogue table", 60320, [](auto& host) { host.catalogue.tableName = "T_OTHER"; }},
     {"second instance", 60316, [](auto& host) { host.processes.previousInstance = true; }},
     {"user utility runs", 60314, Runs("QXUserUtility.exe")},
-    {"service utility runs", 60315, Runs("QXServiceUtility.exe")},
-    {"scheduled backup runs", 61603, Runs("ScheduledBackupTool.exe")},
+    {"service utility runs", 60315, Runs("QXServiceUtilit")},
+    {"scheduled backup runs", 61603, Runs("ScheduledBackupper.exe")},
     {"no application root", 60326, NoEntry("ApplicationRoot")},
     {"no system entry", 60326, NoEntry("System")},
     {"no user folder", 60326, NoEntry("UserFolder")},
@@ -44,14 +44,26 @@ void ExpectHalt(Session& session, std::int32_t message) {
   EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Abandoned);
 }
 
+void ExpectEnd(Session& session, bool restarts) {
+  session.Run();
+  Paths log = {"Start Backup Utility", "Finish Backup Utility"};
+  if (restarts) log = {log[0], "Current Directory : C:\\Tarsus\\Backup", "Finish Backup Utility and Start Tarsus"};
+  EXPECT_EQ(session.Told().logLines, log);
+  EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Closed);
+  ASSERT_EQ(session.processes.started.size(), restarts ? 1u : 0u);
+  for (const fakes::StartRecord& program : session.processes.started) {
+    EXPECT_EQ(program.commandLine, "C:\\Tarsus\\System\\\\Tarsus.exe /a");
+    EXPECT_EQ(program.currentFolder, fakes::kProgramFolder);
+    EXPECT_TRUE(program.style == host::WindowStyle::Normal && !program.waitedFor);
+  }
+}
+
 // Each defect alone, and with any later one in place too: the first is shown.
 TEST(StartUp, ShowsTheFirstDefectAndHalts) {
   for (std::size_t first = 0; first < std::size(kDefects); ++first) {
     for (std::size_t second = first; second < std::size(kDefects); ++second) {
       SCOPED_TRACE(std::string(kDefects[first].name) + " before " + kDefects[second].name);
-      Session session;
-      kDefects[second].plant(session);
-      if (first != second) kDefects[first].plant(session);
+      Session session(Both(kDefects[second].plant, first == second ? Nothing : kDefects[first].plant));
       ExpectHalt(session, kDefects[first].message);
     }
   }
@@ -60,8 +72,7 @@ TEST(StartUp, ShowsTheFirstDefectAndHalts) {
 TEST(StartUp, WithoutDirectoryIniSaysSoPlainlyAndLogsNothing) {
   for (const bool keyMissing : {false, true}) {
     Session session;
-    if (keyMissing) session.qx32.texts.erase("PathAppl");
-    if (!keyMissing) session.disk.Remove("C:\\Tarsus\\System\\Directory.ini");
+    keyMissing ? session.qx32.texts.erase("PathAppl") : session.disk.Remove("C:\\Tarsus\\System\\Directory.ini");
     session.person.ExpectPlainMessage("Not Exist Directory.ini. Please Reinstall Tarsus System.");
     session.Run();
     EXPECT_FALSE(session.disk.IsFile(fakes::kLogFile));
@@ -72,8 +83,7 @@ TEST(StartUp, WithoutDirectoryIniSaysSoPlainlyAndLogsNothing) {
 
 // The log cannot be found, so every line asks for its folder again, and says so.
 TEST(StartUp, WithoutLogFolderComplainsWithEveryLine) {
-  Session session;
-  session.qx32.pathTable.erase("Log");
+  Session session(NoEntry("Log"));
   session.See({60326, 60326, 60326});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
@@ -81,23 +91,12 @@ TEST(StartUp, WithoutLogFolderComplainsWithEveryLine) {
   EXPECT_TRUE(session.disk.IsFile("C:\\BackupUtility.log")) << "the lines are written all the same";
 }
 
-TEST(StartUp, ComparesFifteenCharactersOfSiblingToolsCaseSensitively) {
-  const std::pair<const char*, std::int32_t> cases[] = {
-      {"QXServiceUtilityNew.exe", 60315}, {"QXServiceUtilit", 60315},       {"QXServiceUtility2.com", 60315},
-      {"QXServiceUtili.exe", 0},          {"qxserviceutility.exe", 0},      {"QXUserUtility2.exe", 0},
-      {"QXUserUtility.exe", 60314},       {"ScheduledBackupper.exe", 61603}};
-  for (const auto& [executable, message] : cases) {
-    SCOPED_TRACE(executable);
-    Session session;
-    Runs(executable)(session);
-    if (message != 0) {
-      ExpectHalt(session, message);
-      continue;
-    }
-    session.CancelSignIn();
-    session.Run();
-    EXPECT_FALSE(session.processes.ended);
-  }
+TEST(StartUp, RunsBesideOtherTools) {
+  Session session;
+  for (const char* other : {"QXServiceUtili.exe", "qxserviceutility.exe", "QXUserUtility2.exe"}) Runs(other)(session);
+  session.Cancel<frmUserAuthentication>(kShift);
+  session.Run();
+  EXPECT_FALSE(session.processes.ended);
 }
 
 TEST(StartUp, HandsTheCatalogueAConnectionOf256Characters) {
@@ -106,7 +105,7 @@ TEST(StartUp, HandsTheCatalogueAConnectionOf256Characters) {
   for (const auto& [entry, connection] : cases) {
     Session session;
     session.qx32.pathTable["LangStrDB"] = entry;
-    session.CancelSignIn();
+    session.Cancel<frmUserAuthentication>(kShift);
     session.Run();
     EXPECT_EQ(session.catalogue.connection, connection);
   }
@@ -128,35 +127,19 @@ TEST(StartUp, HelpOpensTheManualOrTheLogSaysThatItCannot) {
 
 // From the dialog or from the menu; the program's folder and the pointer are put back on the way.
 TEST(EndOfProgram, RestartsTheHostUnlessShiftAloneIsHeld) {
-  const std::pair<forms::ShiftState, bool> endings[] = {{kNoKeys, true},
-                                                        {kShift, false},
-                                                        {{true, true, false}, true},
-                                                        {{true, false, true}, true},
-                                                        {{false, true, false}, true}};
-  for (const bool signedIn : {false, true}) {
-    for (const auto& [keys, restarts] : endings) {
-      Session session;
-      if (signedIn) session.SignIn();
-      if (!signedIn) session.CancelSignIn(keys);
-      if (signedIn)
-        session.At<frmMainMenu>([&, held = keys](frmMainMenu& form) {
-          session.disk.SetCurrentFolder("D:\\");
-          session.toolkit.pointer = forms::Pointer::Hourglass;
-          fakes::Press(form.cmdEnd, held);
-        });
-      session.Run();
-      Paths log = {"Start Backup Utility", "Finish Backup Utility"};
-      if (restarts) log = {log[0], "Current Directory : C:\\Tarsus\\Backup", "Finish Backup Utility and Start Tarsus"};
-      EXPECT_EQ(session.Told().logLines, log);
-      EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Closed);
-      ASSERT_EQ(session.processes.started.size(), restarts ? 1u : 0u);
-      if (!restarts) continue;
-      const fakes::StartRecord& program = session.processes.started[0];
-      EXPECT_EQ(program.commandLine, "C:\\Tarsus\\System\\\\Tarsus.exe /a");
-      EXPECT_EQ(program.currentFolder, fakes::kProgramFolder);
-      EXPECT_EQ(program.style, host::WindowStyle::Normal);
-      EXPECT_FALSE(program.waitedFor);
-    }
+  for (int held = 0; held < 8; ++held) {
+    const forms::ShiftState keys{(held & 1) != 0, (held & 2) != 0, (held & 4) != 0};
+    Session fromDialog;
+    fromDialog.Cancel<frmUserAuthentication>(keys);
+    ExpectEnd(fromDialog, held != 1);
+    Session fromMenu;
+    fromMenu.SignIn();
+    fromMenu.At<frmMainMenu>([&](frmMainMenu& form) {
+      fromMenu.disk.SetCurrentFolder("D:\\");
+      fromMenu.toolkit.pointer = forms::Pointer::Hourglass;
+      fakes::Press(form.cmdEnd, keys);
+    });
+    ExpectEnd(fromMenu, held != 1);
   }
 }
 

@@ -13,22 +13,18 @@ constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 struct Choosing {
   const char* name;
   bool unprotected;
-  bool range;
-  const char* days;     ///< typed into the range box
-  std::int32_t answer;  ///< to the confirmation; 0 where none comes
-  Choice result;
-  std::int32_t collectsImages;
+  const char* days;  ///< typed into the range box; nullptr for all images
   std::int32_t dayCount;
 };
 
 const Choosing kChoosings[] = {
-    {"as it opens", false, false, "", 0, Choice::Protected, 0, 9999},
-    {"unprotected", true, false, "", 2, Choice::Unprotected, 0, 9999},
-    {"a week", false, true, "7", 0, Choice::Protected, 1, 7},
-    {"unprotected, a week", true, true, "7", 2, Choice::Unprotected, 1, 7},
-    {"no number", false, true, "", 0, Choice::Protected, 1, 0},
-    {"only digits enter", false, true, "-1a 2.5\b", 0, Choice::Protected, 1, 125},
-    {"more than 32 bits", false, true, "99999999999999999999", 0, Choice::Protected, 1, kLargest},
+    {"as it opens", false, nullptr, 9999},
+    {"unprotected, and back to all images", true, nullptr, 9999},
+    {"a week", false, "7", 7},
+    {"unprotected, a week", true, "7", 7},
+    {"no number", false, "", 0},
+    {"only digits enter", false, "-1a 2.5\b", 125},
+    {"more than 32 bits", false, "99999999999999999999", kLargest},
 };
 
 TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
@@ -38,8 +34,14 @@ TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
     frmMaintenance form(station.application);
     station.host.person.Expect<frmMaintenance>([&](frmMaintenance& open) {
       EXPECT_FALSE(open.txtCollectRange.Enabled() || open.lblLabel7.Enabled());
-      if (each.unprotected) fakes::Tick(open.Option2);
-      if (each.range) {
+      if (each.unprotected) {
+        fakes::Tick(open.Option2);
+        fakes::Tick(open.Option4);
+        fakes::Type(open.txtCollectRange, "3");
+        fakes::Tick(open.Option3);
+        EXPECT_FALSE(open.Option4.Value() || open.txtCollectRange.Enabled() || open.lblLabel7.Enabled());
+      }
+      if (each.days != nullptr) {
         fakes::Tick(open.Option4);
         EXPECT_FALSE(open.Option3.Value());
         fakes::Type(open.txtCollectRange, each.days);
@@ -47,30 +49,15 @@ TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
       open.MoveTo(1234, 567);
       fakes::Press(open.cmdStart);
     });
-    if (each.answer != 0) station.host.person.ExpectMessage(64530, each.answer);
+    if (each.unprotected) station.host.person.ExpectMessage(64530, app::kConsented);
     form.ShowModal();
-    EXPECT_EQ(form.Result(), each.result);
-    EXPECT_EQ(form.CollectsImages(), each.collectsImages);
+    EXPECT_EQ(form.Result(), each.unprotected ? Choice::Unprotected : Choice::Protected);
+    EXPECT_EQ(form.CollectsImages(), each.days != nullptr ? 1 : 0);
     EXPECT_EQ(form.DayCount(), each.dayCount);
     EXPECT_TRUE(form.IsLoaded()) << "its owner has not read it yet";
     form.Unload();
     EXPECT_EQ(station.host.qx32.numbers["BackupUtility\\dlgMaintenanceLeft"], 1234u);
   }
-}
-
-TEST(MaintenanceDialog, BackToAllImagesForgetsTheRange) {
-  JobStation station;
-  frmMaintenance form(station.application);
-  station.host.person.Expect<frmMaintenance>([](frmMaintenance& open) {
-    fakes::Tick(open.Option4);
-    fakes::Type(open.txtCollectRange, "3");
-    fakes::Tick(open.Option3);
-    EXPECT_FALSE(open.Option4.Value() || open.txtCollectRange.Enabled() || open.lblLabel7.Enabled());
-    fakes::Press(open.cmdStart);
-  });
-  form.ShowModal();
-  EXPECT_EQ(std::pair(form.CollectsImages(), form.DayCount()), std::pair(0, 9999));
-  form.Unload();
 }
 
 // A refused confirmation must not leave a start behind that the close box would then let through.
@@ -103,30 +90,31 @@ TEST(MaintenanceDialog, PastedTextIsTakenUpToItsFirstOtherCharacter) {
   EXPECT_EQ(maintenance::LeadingNumber("2147483647x"), kLargest);
 }
 
-struct Counting {
-  const char* name;
-  Arrangement arrange;
-  Names counts;
-  Names unread;  ///< "x" for a count that is marked
-  bool warns;
-};
-
 Arrangement Answers(const std::string& statement, std::int32_t error) {
   return [=](fakes::FakeHost& host) { host.Told().studies[statement].error = error; };
 }
 
-const Counting kCountings[] = {
-    {"all read", Nothing, {"3", "2", "1"}, {"", "", ""}, false},
-    {"patients", Answers("SELECT * FROM Patient.dbo.T_TPATIENT", 5), {"0", "2", "1"}, {"x", "", ""}, false},
-    {"studies, though rows are counted",
-     Fails("StudyDatabaseQuery", "OpenQuery", 1, "SELECT * FROM Study.dbo.T_TSTUDY"),
-     {"3", "2", "1"},
-     {"", "x", ""},
-     true},
-    {"users", Answers("SELECT * FROM UserData.dbo.T_MUSER", -1), {"3", "2", "0"}, {"", "", "x"}, true},
-    {"the count of studies", Fails("StudyDatabaseQuery", "RecordCount", 2), {"3", "0", "0"}, {"", "x", "x"}, true},
-    {"no component", Fails("ComponentFactory", "CreateStudyDatabaseQuery"), {"0", "0", "0"}, {"x", "x", "x"}, true},
+constexpr const char* kStudies = "SELECT * FROM Study.dbo.T_TSTUDY";
+
+struct Counting {
+  const char* name;
+  Arrangement arrange;
+  Names counts;  ///< of patients, studies and users, with "!" where one is marked
+  bool warns;
 };
+
+const Counting kCountings[] = {
+    {"all read", Nothing, {"3", "2", "1"}, false},
+    {"patients", Answers("SELECT * FROM Patient.dbo.T_TPATIENT", 5), {"0!", "2", "1"}, false},
+    {"studies, though rows are counted", Fails("StudyDatabaseQuery", "OpenQuery", 1, kStudies), {"3", "2!", "1"}, true},
+    {"users", Answers("SELECT * FROM UserData.dbo.T_MUSER", -1), {"3", "2", "0!"}, true},
+    {"the count of studies", Fails("StudyDatabaseQuery", "RecordCount", 2), {"3", "0!", "0!"}, true},
+    {"no component", Fails("ComponentFactory", "CreateStudyDatabaseQuery"), {"0!", "0!", "0!"}, true},
+};
+
+std::string Shown(const forms::TextBox& count, const forms::Label& mark) {
+  return count.Text() + (mark.Caption() == "text 66105" ? "!" : mark.Caption());
+}
 
 TEST(MaintenanceDialog, MarksTheCountsThatCannotBeRead) {
   for (const Counting& each : kCountings) {
@@ -136,9 +124,9 @@ TEST(MaintenanceDialog, MarksTheCountsThatCannotBeRead) {
     if (each.warns) station.host.person.ExpectMessage(60520);
     frmMaintenance form(station.application);
     form.Load();
-    EXPECT_EQ((Names{form.txtPatientCount.Text(), form.txtStudyCount.Text(), form.txtUserCount.Text()}), each.counts);
-    const forms::Label* const marks[] = {&form.lblError1, &form.lblError2, &form.lblError3};
-    for (std::size_t i = 0; i < 3; ++i) EXPECT_EQ(marks[i]->Caption(), each.unread[i].empty() ? "" : "text 66105");
+    EXPECT_EQ((Names{Shown(form.txtPatientCount, form.lblError1), Shown(form.txtStudyCount, form.lblError2),
+                     Shown(form.txtUserCount, form.lblError3)}),
+              each.counts);
     EXPECT_EQ(station.host.toolkit.pointer, forms::Pointer::Default);
     form.Unload();
   }

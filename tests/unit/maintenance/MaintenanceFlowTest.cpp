@@ -5,6 +5,7 @@ namespace {
 
 using fakes::CabinetContents;
 
+constexpr const char* kScriptHost = "C:\\Windows\\System32\\cscript.exe";
 constexpr const char* kExporter = "C:\\Tarsus\\Temp\\StudyDB\\BCP\\Export_StudyDB_TXT_PP.bat";
 
 const CabinetContents kProtected = {{"Application.evt", "events"}, {"image.ddo", "an image"}};
@@ -15,7 +16,7 @@ const CabinetContents kUnprotected = {{"Application.evt", "events"},
 
 /// The demo workstation with two images, of which one belongs to a patient on the host's list.
 struct MaintenanceSession : Session {
-  MaintenanceSession() {
+  explicit MaintenanceSession(const Arrangement& arrange = Nothing) : Session(arrange) {
     disk.Write("C:\\Tarsus\\Image\\image.ddo", "an image");
     disk.Write("C:\\Tarsus\\Image\\deleted.dat", "of a listed patient");
   }
@@ -47,6 +48,7 @@ TEST(MaintenanceLog, ProtectedBundleReachesTheProposedDesktop) {
   session.ExpectBundle(kDesktop, kProtected, "studies without names");
   EXPECT_EQ(session.ChangedHostFiles(), Paths());
   EXPECT_FALSE(session.IsBackupDated()) << "no backup of data";
+  EXPECT_TRUE(session.qx32.numbers.contains("BackupUtility\\dlgMaintenanceLeft"));
   EXPECT_EQ(session.Told().auditRecords.size(), 2u) << "sign-in and sign-out alone";
   EXPECT_EQ(session.Told().operations[1], "WS-RADIOLOGY-1|U004|BackupUtility|MainMenu|MainteLogBackup");
 }
@@ -54,8 +56,7 @@ TEST(MaintenanceLog, ProtectedBundleReachesTheProposedDesktop) {
 // Also after a backup in the same session, whose categories must not get into the descriptor.
 TEST(MaintenanceLog, UnprotectedBundleGoesWhereTheOperatorWants) {
   MaintenanceSession session;
-  session.BeginBackup(kReportOnly);
-  session.AcceptFolder("D:\\");
+  session.BackUpTo("D:\\");
   session.See({65300});
   session.OpenMenuItem(2);
   session.StartMaintenance(true);
@@ -64,33 +65,67 @@ TEST(MaintenanceLog, UnprotectedBundleGoesWhereTheOperatorWants) {
   session.ExpectBundle("D:\\Log\\", kUnprotected, "all studies");
 }
 
+constexpr const char* kImageQuery =
+    "SELECT RIGHT(URL,LEN(URL)-7),STUDY_DATETIME FROM T_TSTUDY INNER JOIN T_TDATA_FILE ON T_TSTUDY.STUDY_SEQ = "
+    "T_TDATA_FILE.STUDY_SEQ WHERE URL LIKE '%.ddo' AND STUDY_DATETIME >= DATEADD(day,-123,GETDATE())";
+
+struct Image {
+  std::string path;  ///< as the database has it
+  bool exists;
+  std::string staged;  ///< path in the archive; empty when it is not there
+};
+
+const Image kImages[] = {
+    {"C:\\Tarsus\\Image\\1\\2\\a.ddo", true, "Image\\1\\2\\a.ddo"},
+    {"\\\\ARCHIVE\\Image\\b.ddo", false, ""},
+    {"C:\\Tarsus\\IMAGE\\c.ddo", true, ""},
+    {"C:\\Tarsus\\Image\\gone.ddo", false, ""},
+    {"C:\\Other\\d.ddo", true, ""},
+    {"C:\\Tarsus\\Image\\e.ddo", true, "Image\\e.ddo"},
+};
+
+// As they stand below the image folder; those of other computers are not missed.
 TEST(MaintenanceLog, ImagesOfSomeDaysAreCollected) {
-  MaintenanceSession session;
-  Jobs({"[MAINTENANCE]", "EventLog=", "Folder=Image.DDO"})(session);
-  session.Told().studies["SELECT RIGHT(URL,LEN(URL)-7)"].rows = {{"C:\\Tarsus\\Image\\image.ddo", "2012-03-14"}};
-  session.SignIn();
-  session.OpenMenuItem(2);
-  session.At<frmMaintenance>([](frmMaintenance& form) {
-    fakes::Tick(form.Option2);
-    fakes::Tick(form.Option4);
-    fakes::Type(form.txtCollectRange, "123");
-    fakes::Press(form.cmdStart);
-  });
-  session.See({64530});
-  session.AcceptFolder("D:\\");
-  session.EndAfter({65450});
-  session.ExpectBundle("D:\\", {{"Application.evt", "events"}, {"Image\\image.ddo", "an image"}}, "all studies");
-  EXPECT_NE(session.Told().statements.back().find("DATEADD(day,-123,GETDATE())"), std::string::npos);
-  EXPECT_TRUE(session.processes.started.front().commandLine.ends_with(" 1 123"));
+  for (const char* const entry : {"C:\\Tarsus\\Image", " C:\\Tarsus\\Image\\ "}) {
+    MaintenanceSession session(Jobs({"[MAINTENANCE]", "EventLog=", "Folder=Image.DDO"}));
+    Before("cabarc", Gone(kScriptHost))(session);
+    session.qx32.pathTable["Image"] = entry;
+    CabinetContents expected = {{"Application.evt", "events"}};
+    for (const auto& [path, exists, staged] : kImages) {
+      session.Told().studies[kImageQuery].rows.push_back({path, "2012-03-14"});
+      if (exists) session.disk.Write(path, path);
+      if (!staged.empty()) expected[staged] = path;
+    }
+    session.SignIn();
+    session.OpenMenuItem(2);
+    session.At<frmMaintenance>([](frmMaintenance& form) {
+      fakes::Tick(form.Option2);
+      fakes::Tick(form.Option4);
+      fakes::Type(form.txtCollectRange, "123");
+      fakes::Press(form.cmdStart);
+    });
+    session.See({64530});
+    session.AcceptFolder("D:\\");
+    session.EndAfter({65450});
+    session.ExpectBundle("D:\\", expected, "all studies");
+    const std::string log = session.disk.Read(fakes::kLogFile);
+    for (const auto& [path, exists, staged] : kImages)
+      EXPECT_EQ(log.find("Not copied: " + path) != std::string::npos, staged.empty() && !path.starts_with("\\\\"));
+    EXPECT_EQ(session.ChangedHostFiles(), Paths());
+    EXPECT_EQ(session.processes.started.front().commandLine, "cscript \"C:\\Tarsus\\System\\Maintenance.js\" 1 \"" +
+                                                                 std::string(kStagingFolder) +
+                                                                 "\\\" \"C:\\Tarsus\\User\\\" 1 123");
+  }
 }
 
+// How it ends, or whether there is one, is nobody's concern.
 TEST(MaintenanceLog, ScriptStandsAroundTheWork) {
   MaintenanceSession session;
   Paths seen;
-  session.processes.Install("C:\\Windows\\System32\\cscript.exe", [&](fakes::Disk& disk, const fakes::Words& words) {
+  session.processes.Install(kScriptHost, [&](fakes::Disk& disk, const fakes::Words& words) {
     seen.push_back(words[2]);
     for (const auto& [name, bytes] : disk.Tree(words[3])) seen.back() += " " + name;
-    return 1u;  // how it ends is nobody's concern
+    return 1u;
   });
   session.BeginMaintenance();
   session.Cancel<frmSelectFolder>();
@@ -112,8 +147,7 @@ TEST(MaintenanceLog, CancelledDialogLeavesNothingBehind) {
 
 // The first of the filter's codes that is not 0, in the message's second insertion.
 TEST(MaintenanceLog, TellsThatPersonalInformationIsLeft) {
-  MaintenanceSession session;
-  Jobs({"[PERSONALINFOPROTECTION]", "PersonalInfo=%Image%;Report;Menu"})(session);
+  MaintenanceSession session(Jobs({"[PERSONALINFOPROTECTION]", "PersonalInfo=%Image%;Report;Menu"}));
   session.Told().filterAnswers = {0, 7, 9};
   session.BeginMaintenance();
   session.See({60521});
@@ -127,72 +161,53 @@ struct Failure {
   const char* name;
   Arrangement arrange;
   Ids messages;
+  bool inWriting = true;  ///< otherwise in the collection before it
 };
 
-const Failure kCollectionFailures[] = {
-    {"staging folder", Gone("C:\\Users\\Operator\\Temp"), {60460}},
-    {"section missing", Jobs({"[MAINTENANCE]"}), {60470}},
-    {"nothing to pack, nor an export folder",
-     Both(Jobs({"[PERSONALINFOPROTECTION]"}), Fails("FileSystem", "MakeFolder")),
-     {60471}},
-    {"archiver missing", Gone(kArchiver), {60471}},
+const Arrangement kNothingToPack = Both(Jobs({"[PERSONALINFOPROTECTION]"}), Fails("FileSystem", "MakeFolder"));
+const Arrangement kOldListWithNames =
+    Both(File("C:\\Tarsus\\Temp\\StudyDB\\BCP\\T_TSTUDY.txt", "all studies"), Program(kExporter, DoNothing));
+const Arrangement kNoArchive =
+    Before("MAINTENANCE.cab\" \"D:", Gone(std::string(kStagingFolder) + "\\MAINTENANCE.cab"));
+
+const Failure kFailures[] = {
+    {"staging folder", Gone("C:\\Users\\Operator\\Temp"), {60460}, false},
+    {"section missing", Jobs({"[MAINTENANCE]"}), {60470}, false},
+    {"nothing to pack, nor an export folder", kNothingToPack, {60471}, false},
+    {"archiver missing", Gone(kArchiver), {60471}, false},
     // After the event log and packing.
-    {"archive cannot be moved up", Fails("FileSystem", "MoveTo", 3), {60471}},
-};
-
-TEST(MaintenanceLog, FailedCollectionIsShownAndClearedAway) {
-  for (const Failure& failure : kCollectionFailures) {
-    SCOPED_TRACE(failure.name);
-    MaintenanceSession session;
-    failure.arrange(session);
-    session.BeginMaintenance();
-    session.EndAfter(failure.messages);
-    EXPECT_EQ(session.processes.CountStarted("Export_StudyDB"), 0);
-  }
-}
-
-const Failure kWritingFailures[] = {
+    {"archive cannot be moved up", Fails("FileSystem", "MoveTo", 3), {60471}, false},
     {"no folder for temporary files named", NoEntry("Temp"), {60326, 60451}},
     {"exporter missing", Gone(kExporter), {60451}},
-    {"no list exported, an old one with names lies about",
-     Both(File("C:\\Tarsus\\Temp\\StudyDB\\BCP\\T_TSTUDY.txt", "all studies"), Program(kExporter, DoNothing)),
-     {60451}},
+    {"no list exported, an old one with names lies about", kOldListWithNames, {60451}},
     {"desktop out of reach", [](auto& host) { host.shell.desktop = "Q:\\Desktop"; }, {60451}},
     {"list does not reach the medium", Before("T_TSTUDY.txt\" \"D:", NoMedium("D:")), {60451}},
-    {"nothing there for xcopy",
-     Before("MAINTENANCE.cab\" \"D:", Gone(std::string(kStagingFolder) + "\\MAINTENANCE.cab")),
-     {60452}},
+    {"nothing there for xcopy", kNoArchive, {60452}},
 };
 
-TEST(MaintenanceLog, FailedWritingIsShownAndEndsTheDialog) {
-  for (const Failure& failure : kWritingFailures) {
+TEST(MaintenanceLog, FailureIsShownAndClearedAway) {
+  for (const Failure& failure : kFailures) {
     SCOPED_TRACE(failure.name);
-    MaintenanceSession session;
-    failure.arrange(session);
+    MaintenanceSession session(failure.arrange);
     session.BeginMaintenance();
-    session.AcceptFolder("D:\\");
+    if (failure.inWriting) session.AcceptFolder("D:\\");
     session.EndAfter(failure.messages);
+    EXPECT_TRUE(failure.inWriting || session.processes.CountStarted("Export_StudyDB") == 0);
   }
 }
-
-/// What stops the writing, with the numbers of this operation.
-const Failure kStops[] = {
-    {"drive error", Statuses('D', {-1}), {63460}}, {"medium to prepare", Statuses('D', {2}), {64455}},
-    {"no space", Capacity("D:", 1), {62460}},      {"foreign label", Label("D:", "HOLIDAY"), {64301}},
-    {"new folder", Gone("D:\\Log"), {64452}},      {"old bundle", File("D:\\Log\\MAINTENANCE.cab", "old"), {64453}},
-};
 
 // The dialog stays open, and the next OK goes through: the list of the first one is not in its way.
 TEST(MaintenanceLog, StoppedWritingLeavesTheChoiceOpen) {
-  for (const Failure& stop : kStops) {
-    SCOPED_TRACE(stop.name);
+  const std::pair<Arrangement, std::int32_t> stops[] = {
+      {Capacity("D:", 1), 62460}, {Label("D:", "HOLIDAY"), 64301}, {File("D:\\Log\\MAINTENANCE.cab", "old"), 64453}};
+  for (const auto& [arrange, message] : stops) {
     MaintenanceSession session;
     session.disk.MakeFolders("D:\\Log");
     session.disk.MakeFolders("C:\\Safe");
-    stop.arrange(session);
+    arrange(session);
     session.BeginMaintenance();
     session.AcceptFolder("D:\\Log");
-    session.See(stop.messages, app::kRefused);
+    session.See({message}, app::kRefused);
     session.person.ExpectMessage(65451, 0, [&] { EXPECT_LE(session.disk.Tree("D:\\").size(), 1u); });
     session.AcceptFolder("C:\\Safe");
     session.EndAfter({64301, 65450});

@@ -112,6 +112,10 @@ const std::string kMenu = "Menu\\menu.ini";
 const std::string kReport = "Report\\2012\\report1.txt";
 const std::string kUser = "User\\users.dat";
 
+const Arrangement kNoBatchFile =
+    UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat;%System%\\LoadPatients.bat", "Folder=User"});
+const Arrangement kNoParent = UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"});
+
 const Failure kFailures[] = {
     {"section missing", UserJob({}), {60420}, {kMenu}},
     {"unknown variable", UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}), {60326, 60402}, {kMenu}},
@@ -121,14 +125,8 @@ const Failure kFailures[] = {
     {"another copy arrives", Program(kInterpreter, CopyAnother), {60401}, {kMenu}},
     {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {60511}, {kMenu, kReport, kUser}},
     {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {65400}, {kMenu, kReport}},
-    {"batch file missing: it and the next are passed over",
-     UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat;%System%\\LoadPatients.bat", "Folder=User"}),
-     {65400},
-     {kMenu, kReport, kUser}},
-    {"no parent folder: passed over",
-     UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"}),
-     {65400},
-     {kMenu, kReport}},
+    {"batch file missing: it and the next are passed over", kNoBatchFile, {65400}, {kMenu, kReport, kUser}},
+    {"no parent folder: passed over", kNoParent, {65400}, {kMenu, kReport}},
 };
 
 // Menu, user and report data, in this order: the second goes wrong.
