@@ -1,6 +1,8 @@
 #include "fakes/Cabinet.h"
 
+#include <algorithm>
 #include <charconv>
+#include <string_view>
 
 namespace fakes {
 namespace {
@@ -14,50 +16,40 @@ std::string Number(std::size_t number, std::size_t width) {
   return bytes;
 }
 
-// The fields of a real cabinet's header that somebody may look at: signature, size, number of files.
-std::string Header(std::size_t size, std::size_t files) {
-  return "MSCF" + Number(0, 4) + Number(size, 4) + Number(0, 16) + Number(files, 2) + Number(0, 6);
-}
-
 // A length in decimal, a line feed, then that many bytes.
-void AddText(std::string& cabinet, const std::string& text) {
-  cabinet += std::to_string(text.size()) + "\n" + text;
+std::string Text(const std::string& text) {
+  return std::to_string(text.size()) + "\n" + text;
 }
 
-std::optional<std::string> TakeText(const std::string& cabinet, std::size_t& at) {
-  const std::size_t end = cabinet.find('\n', at);
-  if (end == std::string::npos) return std::nullopt;
+// Takes a text off the head; whatever there is when it is none.
+std::string TakeText(std::string_view& rest) {
   std::size_t size = 0;
-  std::from_chars(cabinet.data() + at, cabinet.data() + end, size);
-  if (cabinet.size() - end - 1 < size) return std::nullopt;
-  at = end + 1 + size;
-  return cabinet.substr(end + 1, size);
+  std::from_chars(rest.data(), rest.data() + rest.size(), size);
+  rest.remove_prefix(std::min(rest.find('\n'), rest.size() - 1) + 1);
+  const std::string text(rest.substr(0, size));
+  rest.remove_prefix(text.size());
+  return text;
 }
 
 }  // namespace
 
 std::string MakeCabinet(const CabinetContents& contents) {
   std::string body;
-  for (const auto& [path, bytes] : contents) {
-    AddText(body, path);
-    AddText(body, bytes);
-  }
-  body += "END";
-  return Header(kHeaderSize + body.size(), contents.size()) + body;
+  for (const auto& [path, bytes] : contents) body += Text(path) + Text(bytes);
+  // The fields of a real header that somebody may look at: signature, size, number of files.
+  return "MSCF" + Number(0, 4) + Number(kHeaderSize + body.size(), 4) + Number(0, 16) + Number(contents.size(), 2) +
+         Number(0, 6) + body;
 }
 
 std::optional<CabinetContents> ReadCabinet(const std::string& bytes) {
-  if (bytes.size() < kHeaderSize) return std::nullopt;
   CabinetContents contents;
-  std::size_t at = kHeaderSize;
-  while (bytes.compare(at, std::string::npos, "END") != 0) {
-    const auto path = TakeText(bytes, at);
-    const auto file = path ? TakeText(bytes, at) : std::nullopt;
-    if (!file) return std::nullopt;
-    contents[*path] = *file;
+  std::string_view rest = bytes;
+  rest.remove_prefix(std::min(kHeaderSize, bytes.size()));
+  while (!rest.empty()) {
+    const std::string path = TakeText(rest);
+    contents[path] = rest.empty() ? "" : TakeText(rest);
   }
-  if (!bytes.starts_with(Header(bytes.size(), contents.size()))) return std::nullopt;
-  return contents;
+  return bytes == MakeCabinet(contents) ? std::optional(contents) : std::nullopt;
 }
 
 }  // namespace fakes

@@ -1,6 +1,7 @@
 // Counts the program's calls to the outside and decides which of them fail.
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -13,6 +14,8 @@ struct Call {
   std::string contract;
   std::string method;
   std::string detail;  ///< the argument that tells the call from its like
+
+  bool operator==(const Call&) const = default;
 };
 
 /// Shared by all fakes of one FakeHost. A fake asks Fails() at the head of every call that
@@ -20,38 +23,57 @@ struct Call {
 class CallCounter {
  public:
   /// Records a call that can fail; true when it is to fail now.
-  bool Fails(const std::string& contract, const std::string& method, const std::string& detail = {});
-
-  /// The call number `n`, counted from 1 over all contracts, fails; 0 for none.
-  void FailCall(std::size_t n) { failFirst_ = failLast_ = n; }
-  /// The call number `n` fails, and every one after it.
-  void FailEveryCallFrom(std::size_t n) {
-    failFirst_ = n;
-    failLast_ = SIZE_MAX;
+  bool Fails(const std::string& contract, const std::string& method, const std::string& detail = {}) {
+    calls_.push_back({contract, method, detail});
+    bool fails = false;
+    for (Rule& rule : rules_) {
+      if (!rule.Covers(calls_.back())) continue;
+      ++rule.seen;
+      fails = fails || (rule.seen >= rule.first && rule.seen <= rule.last);
+    }
+    return fails;
   }
-  /// Calls of `contract` and `method` fail from their `n`-th one on, `n` counted from now and from 1; an
-  /// empty method stands for all of the contract. Where `detail` is given, only calls that carry it count.
+
+  /// Of all calls from now on, counted from 1, the `n`-th fails; none for 0.
+  void FailCall(std::size_t n) { rules_.push_back({{}, n, n}); }
+  /// Of all calls from now on, counted from 1, the `n`-th fails and every one after it.
+  void FailEveryCallFrom(std::size_t n) { rules_.push_back({{}, n}); }
+  /// The same of the calls of `contract` and `method`; an empty method stands for all of the contract. Where
+  /// `detail` is given, only calls that carry it count.
   void FailFrom(const std::string& contract, const std::string& method, std::size_t n = 1,
-                const std::string& detail = {});
+                const std::string& detail = {}) {
+    rules_.push_back({{contract, method, detail}, n});
+  }
   /// Forgets the calls and the faults.
-  void Reset();
+  void Reset() { *this = {}; }
 
   /// All calls so far, in order.
   const std::vector<Call>& Calls() const { return calls_; }
   std::size_t Count() const { return calls_.size(); }
-  std::size_t CountOf(const std::string& contract, const std::string& method) const;
+  std::size_t CountOf(const std::string& contract, const std::string& method) const {
+    const Rule wanted{{contract, method, {}}, 0};
+    return static_cast<std::size_t>(
+        std::count_if(calls_.begin(), calls_.end(), [&](const Call& call) { return wanted.Covers(call); }));
+  }
 
  private:
   struct Rule {
-    Call pattern;
-    std::size_t remaining;  ///< matching calls that still succeed
-    bool Covers(const Call& call) const;
+    Call pattern;  ///< what is empty fits everything
+    std::size_t first;
+    std::size_t last = SIZE_MAX;
+    std::size_t seen = 0;
+
+    bool Covers(const Call& call) const {
+      const auto fits = [](const std::string& part, const std::string& wanted) {
+        return wanted.empty() || part == wanted;
+      };
+      return fits(call.contract, pattern.contract) && fits(call.method, pattern.method) &&
+             fits(call.detail, pattern.detail);
+    }
   };
 
   std::vector<Call> calls_;
   std::vector<Rule> rules_;
-  std::size_t failFirst_ = 0;
-  std::size_t failLast_ = 0;
 };
 
 }  // namespace fakes

@@ -1,7 +1,5 @@
 #include "fakes/CommandLineTools.h"
 
-#include <algorithm>
-
 #include "fakes/Cabinet.h"
 #include "fakes/Text.h"
 
@@ -18,51 +16,28 @@ std::string NamePart(const std::string& path) {
   return path.substr(path.rfind('\\') + 1);
 }
 
-struct XcopyRun {
-  Disk& disk;
-  std::string pattern;
-  bool below;
-  std::uint32_t copied = 0;
-  bool broken = false;
-
-  void CopyFile(const Entry& file, const std::string& source, const std::string& target) {
-    if (!disk.MakeFolders(FolderPart(target)) || !disk.Copy(source, target)) {
-      broken = true;
-      disk.Remove(target);
-      return;
-    }
-    disk.Find(target)->attributes = (file.attributes & ~kReadOnly) | kArchive;
-    ++copied;
-  }
-
-  void CopyFolder(const std::string& source, const std::string& target) {
-    for (const auto& entry : disk.Children(source)) {
-      if (broken) continue;
-      const std::string inner = source + entry->name;
-      if (entry->isFolder && below) CopyFolder(inner + "\\", target + entry->name + "\\");
-      if (!entry->isFolder && FitsWildcard(entry->name, pattern)) CopyFile(*entry, inner, target + entry->name);
-    }
-  }
-};
-
-bool HasSwitch(const Words& words, const std::string& wanted) {
-  return std::any_of(words.begin(), words.end(), [&](const std::string& word) { return SameFold(word, wanted); });
-}
-
-// A target that neither exists nor ends in "\" makes xcopy ask whether it is a file or a
+// With /S and /Y. A target that neither exists nor ends in "\" makes xcopy ask whether it is a file or a
 // folder; a hidden one gets no answer and gives up.
 std::uint32_t Xcopy(Disk& disk, const Words& words) {
-  if (words.size() < 5) return 4;
+  if (words.size() != 7 || !SameFold(words[5] + words[6], "/S/Y")) return 4;
   const bool wholeFolder = disk.IsFolder(words[3]);
-  const std::string source = wholeFolder ? disk.Absolute(words[3]) + "\\" : words[3];
-  const std::string from = disk.Absolute(FolderPart(source).empty() ? "." : FolderPart(source));
+  const std::string from = disk.Absolute(wholeFolder ? words[3] : FolderPart(words[3]) + ".");
   const std::string to = disk.Absolute(words[4]);
+  const std::string pattern = wholeFolder ? "*" : NamePart(words[3]);
   if (to.empty() || !disk.IsFolder(from) || (!words[4].ends_with('\\') && !disk.IsFolder(to))) return 4;
-  XcopyRun run{disk, wholeFolder ? "*" : NamePart(source), HasSwitch(words, "/S")};
-  if (run.below && Fold(to + "\\").starts_with(Fold(from.ends_with('\\') ? from : from + "\\"))) return 4;
-  run.CopyFolder(from + "\\", to + "\\");
-  if (run.broken) return 4;
-  return run.copied > 0 ? 0 : 1;
+  if (IsAtOrBelow(to, from)) return 4;
+  std::uint32_t copied = 0;
+  for (const auto& [name, bytes] : disk.Tree(from)) {
+    if (!FitsWildcard(NamePart(name), pattern)) continue;
+    const std::string target = to + "\\" + name;
+    if (!disk.MakeFolders(FolderPart(target)) || !disk.Copy(from + "\\" + name, target)) {
+      disk.Remove(target);
+      return 4;
+    }
+    disk.Find(target)->attributes &= ~kReadOnly;
+    ++copied;
+  }
+  return copied > 0 ? 0 : 1;
 }
 
 std::uint32_t CopyBinary(Disk& disk, const Words& words) {
@@ -75,25 +50,17 @@ std::uint32_t CopyBinary(Disk& disk, const Words& words) {
   return disk.Write(words.back(), bytes) ? 0 : 1;
 }
 
-void AddBelow(Disk& disk, const std::string& folder, const std::string& pattern, CabinetContents& contents) {
-  for (const auto& entry : disk.Children(folder)) {
-    const std::string path = folder + entry->name;
-    if (entry->isFolder) AddBelow(disk, path + "\\", pattern, contents);
-    if (!entry->isFolder && FitsWildcard(entry->name, pattern)) contents[path] = entry->bytes;
-  }
-}
-
 std::uint32_t MakeCabinetFile(Disk& disk, const Words& words) {
   CabinetContents contents;
   for (std::size_t i = 5; i < words.size(); ++i) {
     if (words[i].starts_with('@') || words[i].starts_with('-')) return 1;  // no file of that name
     const std::string item = words[i].starts_with(".\\") ? words[i].substr(2) : words[i];
     if (item.find('*') != std::string::npos) {
-      AddBelow(disk, FolderPart(item), NamePart(item), contents);
-    } else if (disk.IsFile(item)) {
-      contents[item] = disk.Read(item);
+      for (const auto& [name, bytes] : disk.Tree(FolderPart(item)))
+        if (FitsWildcard(NamePart(name), NamePart(item))) contents[FolderPart(item) + name] = bytes;
     } else {
-      return 1;
+      if (!disk.IsFile(item)) return 1;
+      contents[item] = disk.Read(item);
     }
   }
   if (contents.empty()) return 1;
@@ -106,9 +73,9 @@ std::uint32_t Unpack(Disk& disk, const Words& words) {
   const auto contents = ReadCabinet(disk.Read(words[4]));
   if (!contents) return 1;
   const std::string folder = words.size() > 5 ? words[5] + "\\" : "";
-  const bool done = std::all_of(contents->begin(), contents->end(),
-                                [&](const auto& file) { return disk.Write(folder + file.first, file.second); });
-  return done ? 0 : 1;
+  for (const auto& [name, bytes] : *contents)
+    if (!disk.Write(folder + name, bytes)) return 1;
+  return 0;
 }
 
 }  // namespace

@@ -7,21 +7,16 @@ namespace {
 constexpr std::uint64_t kMiB = 1024 * 1024;
 
 void FillLibraries(FakeHost& host) {
-  host.qx32.pathTable = {{"SysMasterDB", "DSN=SysMaster"},
-                         {"Log", "C:\\Tarsus\\Log"},
-                         {"LangStrDB", "Provider=Jet;Data Source=C:\\Tarsus\\Data\\LangStr.mdb"},
-                         {"ApplicationRoot", "C:\\Tarsus"},
-                         {"System", "C:\\Tarsus\\System"},
-                         {"UserFolder", "C:\\Tarsus\\User\\"},
-                         {"Config", "C:\\Tarsus\\Config"},
-                         {"Param", "C:\\Tarsus\\Param\\"},
-                         {"NetConfigDB", "C:\\Tarsus\\Data\\NetConfig.mdb"},
-                         {"ClientLog", "C:\\Tarsus\\ClientLog"},
-                         {"Update", "C:\\Tarsus\\Update"},
-                         {"DeleteListDB", "C:\\Tarsus\\Data\\DeleteList.mdb"},
-                         {"Temp", "C:\\Tarsus\\Temp"},
-                         {"Image", "C:\\Tarsus\\Image"},
-                         {"Data", "C:\\Tarsus\\Data"}};
+  auto& paths = host.qx32.pathTable;
+  for (const std::string name : {"Log", "System", "Config", "ClientLog", "Update", "Temp", "Image", "Data"})
+    paths[name] = "C:\\Tarsus\\" + name;
+  paths.insert({{"SysMasterDB", "DSN=SysMaster"},
+                {"LangStrDB", "Provider=Jet;Data Source=C:\\Tarsus\\Data\\LangStr.mdb"},
+                {"ApplicationRoot", "C:\\Tarsus"},
+                {"UserFolder", "C:\\Tarsus\\User\\"},
+                {"Param", "C:\\Tarsus\\Param\\"},
+                {"NetConfigDB", "C:\\Tarsus\\Data\\NetConfig.mdb"},
+                {"DeleteListDB", "C:\\Tarsus\\Data\\DeleteList.mdb"}});
   host.qx32.texts = {{"PathAppl", "C:\\Tarsus"},
                      {"ApplicationName", "Tarsus.exe"},
                      {"Application", "C:\\Tarsus\\System"},
@@ -39,15 +34,15 @@ void FillLibraries(FakeHost& host) {
 
 void FillCatalogue(FakeHost& host) {
   auto& rows = host.catalogue.rows;
-  rows = {{10000, "Sign-in"}, {10001, "Sign-out"},       {10002, "Start"},          {10003, "End"},
-          {66000, "Backup"},  {60444, "Copying a disk"}, {66071, "Choose a folder"}};
-  const std::vector<const char*> categories = {"Patient data", "System group", "Log data",
-                                               "Menu data",    "System data",  "User data",
-                                               "Explanations", "IP counter",   "Report data"};
-  for (std::size_t i = 0; i < categories.size(); ++i) rows[66090 + static_cast<int>(i)] = categories[i];
-  for (int id = 66001; id <= 66063; ++id) rows.try_emplace(id, "text " + std::to_string(id));
-  for (int id = 66080; id <= 66081; ++id) rows.try_emplace(id, "note " + std::to_string(id));
-  for (int id = 66100; id <= 66120; ++id) rows.try_emplace(id, "text " + std::to_string(id));
+  rows = {{10000, "Sign-in"},   {10001, "Sign-out"},       {10002, "Start"},           {10003, "End"},
+          {66000, "Backup"},    {60444, "Copying a disk"}, {66071, "Choose a folder"}, {66080, "note 66080"},
+          {66081, "note 66081"}};
+  int category = 66090;
+  for (const char* name : {"Patient data", "System group", "Log data", "Menu data", "System data", "User data",
+                           "Explanations", "IP counter", "Report data"})
+    rows[category++] = name;
+  for (int id = 66001; id <= 66120; ++id)
+    if (id <= 66063 || id >= 66100) rows.try_emplace(id, "text " + std::to_string(id));
 }
 
 void FillPeople(FakeHost& host) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cctype>
-#include <functional>
 
 #include "fakes/Text.h"
 
@@ -19,7 +18,7 @@ char UpperLetter(char letter) {
 std::vector<std::string> Components(const std::string& path) {
   std::vector<std::string> parts(1);
   for (char c : path) {
-    if (c == '\\' || c == '/')
+    if (c == '\\')
       parts.emplace_back();
     else
       parts.back().push_back(c);
@@ -28,33 +27,10 @@ std::vector<std::string> Components(const std::string& path) {
   return parts;
 }
 
-bool IsDots(const std::string& part) {
-  return part == "." || part == "..";
-}
-
-// Windows drops blanks and dots at the end of a name.
-std::string Cleaned(std::string part) {
-  if (IsDots(part)) return part;
-  part.erase(part.find_last_not_of(". ") + 1);
-  return part;
-}
-
 std::uint64_t UsedBytes(const Entry& entry) {
   std::uint64_t sum = entry.bytes.size();
   for (const auto& [key, child] : entry.children) sum += UsedBytes(*child);
   return sum;
-}
-
-bool InUse(const Entry& entry) {
-  if (entry.readers + entry.writers > 0) return true;
-  return std::any_of(entry.children.begin(), entry.children.end(),
-                     [](const auto& child) { return InUse(*child.second); });
-}
-
-bool IsAtOrBelow(const std::string& path, const std::string& folder) {
-  const std::u32string inner = Fold(path + "\\");
-  const std::u32string outer = Fold(folder.ends_with('\\') ? folder : folder + "\\");
-  return inner.starts_with(outer);
 }
 
 void AddTree(const Entry& folder, const std::string& prefix, std::map<std::string, std::string>& tree) {
@@ -68,10 +44,18 @@ void AddTree(const Entry& folder, const std::string& prefix, std::map<std::strin
 
 }  // namespace
 
+bool InUse(const Entry& entry) {
+  return entry.readers + entry.writers > 0 ||
+         std::ranges::any_of(entry.children, [](const auto& child) { return InUse(*child.second); });
+}
+
+bool IsAtOrBelow(const std::string& path, const std::string& folder) {
+  return Fold(path + "\\").starts_with(Fold(folder.ends_with('\\') ? folder : folder + "\\"));
+}
+
 Drive& Disk::AddDrive(char letter, const std::string& label, std::uint64_t capacity) {
   Drive& drive = drives_[UpperLetter(letter)];
-  drive.label = label;
-  drive.capacity = capacity;
+  drive = {label, capacity};
   drive.root->isFolder = true;
   return drive;
 }
@@ -92,7 +76,7 @@ std::int64_t Disk::FreeSpace(const std::string& path) {
 
 bool Disk::Format(const std::string& path) {
   Drive* drive = FindDrive(path);
-  if (drive == nullptr || !drive->ready || !drive->writable || InUse(*drive->root)) return false;
+  if (drive == nullptr || !drive->ready || InUse(*drive->root)) return false;
   drive->root->children.clear();
   drive->label.clear();
   Changed();
@@ -100,22 +84,21 @@ bool Disk::Format(const std::string& path) {
 }
 
 std::string Disk::Absolute(const std::string& path) const {
-  std::string whole = path;
-  const bool hasDrive = path.size() > 1 && path[1] == ':';
   if (path.empty() || path.starts_with("\\\\")) return {};
-  if (!hasDrive && (path[0] == '\\' || path[0] == '/')) whole = current_.substr(0, 2) + path;
-  if (!hasDrive && whole == path) whole = current_ + "\\" + path;
-  const bool driveRelative = hasDrive && (path.size() == 2 || (path[2] != '\\' && path[2] != '/'));
-  if (driveRelative && UpperLetter(path[0]) == current_[0]) whole = current_ + "\\" + path.substr(2);
-  if (std::isalpha(static_cast<unsigned char>(whole[0])) == 0) return {};
+  const bool hasDrive = path.size() > 1 && path[1] == ':';
+  const char drive = UpperLetter(hasDrive ? path[0] : current_[0]);
+  std::string inner = path.substr(hasDrive ? 2 : 0);
+  if (!inner.starts_with('\\') && drive == current_[0]) inner = current_.substr(2) + "\\" + inner;
   std::vector<std::string> parts;
-  for (const std::string& raw : Components(whole.substr(2))) {
-    const std::string part = Cleaned(raw);
-    if (part.empty() || part.find_first_of("<>\"|?*:") != std::string::npos) return {};
-    if (!IsDots(part)) parts.push_back(part);
-    if (part == ".." && !parts.empty()) parts.pop_back();
+  for (std::string& part : Components(inner)) {
+    const bool isUp = part == "..";
+    if (isUp && !parts.empty()) parts.pop_back();
+    if (isUp || part == ".") continue;
+    part.erase(part.find_last_not_of(". ") + 1);  // Windows drops them
+    if (part.empty() || part.find_first_of("<>\"/|?*:") != std::string::npos) return {};
+    parts.push_back(part);
   }
-  std::string absolute = {UpperLetter(whole[0]), ':'};
+  std::string absolute = {drive, ':'};
   for (const std::string& part : parts) absolute += "\\" + part;
   if (parts.empty()) absolute += "\\";
   return absolute.size() > kLongestPath ? std::string() : absolute;
@@ -131,8 +114,7 @@ std::shared_ptr<Entry> Disk::Find(const std::string& path) {
     if (child == entry->children.end()) return nullptr;
     entry = child->second;
   }
-  const bool namesFolder = path.ends_with('\\') || path.ends_with('/');
-  return namesFolder && !entry->isFolder ? nullptr : entry;
+  return path.ends_with('\\') && !entry->isFolder ? nullptr : entry;
 }
 
 bool Disk::IsFile(const std::string& path) {
@@ -157,53 +139,45 @@ std::string Disk::Read(const std::string& path) {
   return entry ? entry->bytes : std::string();
 }
 
-std::shared_ptr<Entry> Disk::Parent(const std::string& path, std::string& name) {
+std::pair<std::shared_ptr<Entry>, std::string> Disk::Place(const std::string& path) {
   const std::string absolute = Absolute(path);
-  const std::size_t cut = absolute.rfind('\\');
-  if (cut == std::string::npos || cut + 1 == absolute.size()) return nullptr;
-  name = absolute.substr(cut + 1);
-  const Drive* drive = FindDrive(absolute);
-  auto parent = Find(absolute.substr(0, cut + 1));
-  return parent && parent->isFolder && drive != nullptr && drive->writable ? parent : nullptr;
+  const std::size_t name = absolute.rfind('\\') + 1;
+  const auto folder = name < absolute.size() ? Find(absolute.substr(0, name)) : nullptr;
+  return {folder && folder->isFolder ? folder : nullptr, absolute.substr(name)};
 }
 
 bool Disk::MakeFolder(const std::string& path) {
-  std::string name;
-  const auto parent = Parent(path, name);
+  const auto [parent, name] = Place(path);
   if (!parent || parent->children.contains(Fold(name))) return false;
-  auto folder = std::make_shared<Entry>();
+  auto& folder = parent->children[Fold(name)] = std::make_shared<Entry>();
   folder->name = name;
   folder->isFolder = true;
-  parent->children[Fold(name)] = folder;
   Changed();
   return true;
 }
 
 bool Disk::MakeFolders(const std::string& path) {
   const std::string absolute = Absolute(path);
-  if (absolute.empty()) return false;
-  for (std::size_t cut = absolute.find('\\', 3); cut != std::string::npos; cut = absolute.find('\\', cut + 1))
-    MakeFolder(absolute.substr(0, cut));
-  return IsFolder(absolute) || MakeFolder(absolute);
+  if (IsFolder(absolute)) return true;
+  const std::string parent = absolute.substr(0, absolute.rfind('\\') + 1);
+  return parent != absolute && MakeFolders(parent) && MakeFolder(absolute);
 }
 
 std::shared_ptr<Entry> Disk::Create(const std::string& path) {
-  std::string name;
-  const auto parent = Parent(path, name);
+  const auto [parent, name] = Place(path);
   if (!parent || path.ends_with('\\')) return nullptr;
   auto& file = parent->children[Fold(name)];
   if (file && (file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file))) return nullptr;
   if (!file) file = std::make_shared<Entry>();
   if (file->name.empty()) file->name = name;
   file->bytes.clear();
-  file->attributes |= kArchive;
   Changed();
   return file;
 }
 
 bool Disk::Append(const std::string& path, Entry& file, const std::string& bytes) {
   const Drive* drive = FindDrive(Absolute(path));
-  if (drive == nullptr || !drive->ready || !drive->writable) return false;
+  if (drive == nullptr || !drive->ready) return false;
   const auto room = static_cast<std::uint64_t>(FreeSpace(Absolute(path)));
   const auto taken = static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size()));
   file.bytes.append(bytes, 0, taken / 2);
@@ -226,20 +200,16 @@ bool Disk::Copy(const std::string& source, const std::string& target) {
   if (!from || from->isFolder || from->writers > 0 || from == Find(target)) return false;
   const auto to = Create(target);
   if (!to) return false;
-  to->attributes = from->attributes | kArchive;
+  to->attributes = from->attributes;
   return Append(target, *to, from->bytes);
 }
 
 bool Disk::Move(const std::string& source, const std::string& target) {
-  std::string oldName;
-  std::string newName;
-  const auto from = Parent(source, oldName);
-  const auto to = Parent(target, newName);
+  const auto [from, oldName] = Place(source);
+  const auto [to, newName] = Place(target);
   const auto entry = Find(source);
   const auto existing = Find(target);
   if (!from || !to || !entry || InUse(*entry) || (existing && existing != entry)) return false;
-  const bool otherDrive = Absolute(source)[0] != Absolute(target)[0];
-  if (otherDrive && FreeSpace(target) < static_cast<std::int64_t>(entry->bytes.size())) return false;
   from->children.erase(Fold(oldName));
   entry->name = newName;
   to->children[Fold(newName)] = entry;
@@ -248,8 +218,7 @@ bool Disk::Move(const std::string& source, const std::string& target) {
 }
 
 bool Disk::Remove(const std::string& path) {
-  std::string name;
-  const auto parent = Parent(path, name);
+  const auto [parent, name] = Place(path);
   const auto entry = Find(path);
   if (!parent || !entry || InUse(*entry) || IsAtOrBelow(current_, Absolute(path))) return false;
   parent->children.erase(Fold(name));

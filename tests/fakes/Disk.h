@@ -10,12 +10,12 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fakes {
 
 inline constexpr unsigned kReadOnly = 1;
-inline constexpr unsigned kArchive = 32;
 
 /// A file or a folder. Names keep their case and are found in any; entries stand in name order.
 struct Entry {
@@ -28,6 +28,9 @@ struct Entry {
   std::map<std::u32string, std::shared_ptr<Entry>> children;
 };
 
+/// Whether the file, or one below the folder, is open.
+bool InUse(const Entry& entry);
+
 /// Capacity of a drive that never fills, and whose contents are not added up for every write.
 inline constexpr std::uint64_t kUnlimited = UINT64_MAX;
 
@@ -35,9 +38,11 @@ struct Drive {
   std::string label;
   std::uint64_t capacity = 0;  ///< bytes
   bool ready = true;           ///< false: no medium
-  bool writable = true;
   std::shared_ptr<Entry> root = std::make_shared<Entry>();
 };
+
+/// Whether an absolute path is the folder's own or one of something below it.
+bool IsAtOrBelow(const std::string& path, const std::string& folder);
 
 /// Paths are Windows paths in UTF-8, absolute or relative to the current folder. Calls that
 /// answer bool return false when Windows would refuse.
@@ -89,8 +94,8 @@ class Disk {
   void Changed() const {
     if (afterChange) afterChange();
   }
-  /// The folder that holds or would hold `path`, and the last component. Null when there is none.
-  std::shared_ptr<Entry> Parent(const std::string& path, std::string& name);
+  /// The folder that holds or would hold `path`, null when there is none, and the last component.
+  std::pair<std::shared_ptr<Entry>, std::string> Place(const std::string& path);
 
   std::map<char, Drive> drives_;
   std::string current_ = "C:\\";

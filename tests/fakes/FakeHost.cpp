@@ -6,6 +6,9 @@
 
 namespace fakes {
 
+FakeHost::FakeHost() = default;
+FakeHost::~FakeHost() = default;
+
 host::Host FakeHost::Contracts() {
   return {qx32,  qx32lib, qxNetDB,   components, catalogue, compactor,
           files, drives,  processes, shell,      clock,     messageLoop};

@@ -15,8 +15,12 @@
 
 namespace fakes {
 
-/// Owns all fakes; empty until a test or FillDemoWorkstation fills it.
+/// Owns all fakes; empty until a test or FillDemoWorkstation fills it. Made and destroyed in FakeHost.cpp, so that the
+/// fakes are compiled there alone.
 struct FakeHost {
+  FakeHost();
+  ~FakeHost();
+
   CallCounter calls;
   Disk disk;
   ScriptedOperator person;

@@ -1,15 +1,13 @@
 // Programs of the imaginary workstation, and the record of those started.
 #pragma once
 
-#include <functional>
-#include <map>
+#include <algorithm>
 #include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "fakes/CallCounter.h"
 #include "fakes/CommandLineTools.h"
 #include "fakes/Disk.h"
+#include "fakes/Text.h"
 #include "host/Processes.h"
 
 namespace fakes {
@@ -35,31 +33,76 @@ struct StartRecord {
 /// ever. A program is started only if its file stands on the disk.
 class FakeProcesses : public host::Processes {
  public:
-  FakeProcesses(Disk& disk, CallCounter& calls);
+  FakeProcesses(Disk& disk, CallCounter& calls) : disk_(disk), calls_(calls) {}
 
   /// Puts a program on the disk.
-  void Install(const std::string& path, ProgramAction action);
+  void Install(const std::string& path, ProgramAction action) {
+    disk_.Write(path, "program " + path);
+    actions_[Fold(disk_.Absolute(path))] = std::move(action);
+  }
 
   /// Runs before each program's own work, with its command line: the place for a medium that vanishes.
   std::function<void(const std::string& commandLine)> beforeWork;
-  std::string programFolder = "C:\\Tarsus\\Backup\\";  ///< where this executable stands
   std::vector<std::string> running = {"System", "explorer.exe", "QXBackupUtility.exe"};
   bool previousInstance = false;
   std::vector<StartRecord> started;
   bool ended = false;
-  /// How many of the started programs have a command line that begins so.
-  int CountStarted(const std::string& head) const;
 
-  std::unique_ptr<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override;
-  std::vector<std::string> RunningExecutables() override;
-  bool HasPreviousInstance() override;
-  [[noreturn]] void EndThisProcess() override;
+  /// How many of the started programs have a command line that begins so.
+  int CountStarted(const std::string& head) const {
+    return static_cast<int>(
+        std::ranges::count_if(started, [&](const auto& each) { return each.commandLine.starts_with(head); }));
+  }
+
+  std::unique_ptr<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override {
+    if (calls_.Fails("Processes", __func__, commandLine) || !Find(commandLine)) return nullptr;
+    started.push_back({commandLine, disk_.CurrentFolder(), style});
+    return std::make_unique<Program>(*this, started.size() - 1);
+  }
+  std::vector<std::string> RunningExecutables() override {
+    return calls_.Fails("Processes", __func__) ? std::vector<std::string>() : running;
+  }
+  bool HasPreviousInstance() override { return previousInstance; }
+  [[noreturn]] void EndThisProcess() override {
+    ended = true;
+    throw ProcessEnded();
+  }
 
  private:
-  friend class FakeProgram;
-  /// Full path of the file that a command line starts; empty when there is none.
-  std::string Locate(const std::string& program);
-  std::int32_t Work(std::size_t number, std::uint32_t& exitCode);
+  struct Program : host::StartedProgram {
+    Program(FakeProcesses& owner, std::size_t place) : processes(owner), number(place) {}
+    std::uint32_t Id() const override { return 4000 + 4 * static_cast<std::uint32_t>(number); }
+    std::int32_t Wait(std::uint32_t& exitCode) override { return processes.Work(number, exitCode); }
+
+    FakeProcesses& processes;
+    std::size_t number;
+  };
+
+  /// What the program of a command line does; empty when there is none.
+  ProgramAction Find(const std::string& commandLine) {
+    const Words words = SplitCommandLine(commandLine);
+    std::string name = words.empty() ? "" : words[0];
+    if (name.find('.', name.rfind('\\') + 1) == std::string::npos) name += ".exe";
+    for (const std::string folder : {"C:\\Tarsus\\Backup\\", ".\\", "C:\\Windows\\System32\\"}) {
+      const std::string path = name.find('\\') == std::string::npos ? folder + name : name;
+      if (disk_.IsFile(path)) return actions_[Fold(disk_.Absolute(path))];
+    }
+    return {};
+  }
+
+  std::int32_t Work(std::size_t number, std::uint32_t& exitCode) {
+    const StartRecord record = started[number];
+    if (beforeWork) beforeWork(record.commandLine);
+    const std::string callersFolder = disk_.CurrentFolder();
+    disk_.SetCurrentFolder(record.currentFolder);
+    const ProgramAction action = Find(record.commandLine);
+    const std::uint32_t code = action ? action(disk_, SplitCommandLine(record.commandLine)) : 1;
+    disk_.SetCurrentFolder(callersFolder);
+    started[number].waitedFor = true;
+    if (calls_.Fails("StartedProgram", "Wait", record.commandLine)) return -1;
+    exitCode = code;
+    return 0;
+  }
 
   Disk& disk_;
   CallCounter& calls_;

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <exception>
 
 namespace fakes {
@@ -28,9 +27,8 @@ void Tick(forms::ToggleControl& control, bool value) {
 
 void Type(forms::TextBox& box, const std::string& text) {
   CheckUsable(box);
-  std::string typed;
-  for (char c : text)
-    if (!box.AcceptsKey || box.AcceptsKey(static_cast<unsigned char>(c))) typed.push_back(c);
+  std::string typed = text;
+  std::erase_if(typed, [&](char c) { return box.AcceptsKey && !box.AcceptsKey(static_cast<unsigned char>(c)); });
   box.SetText(typed);
 }
 
@@ -41,46 +39,7 @@ void Choose(forms::ComboBox& box, const std::string& text) {
 
 ScriptedOperator::~ScriptedOperator() {
   if (failed_) return;
-  for (const Step& step : steps_) ADD_FAILURE() << "expected, but never came: " << Describe(step);
-}
-
-ScriptedOperator& ScriptedOperator::ExpectMessage(std::int32_t id, std::int32_t answer, std::function<void()> before) {
-  steps_.push_back({Kind::Message, {}, id, answer, {}, std::move(before)});
-  return *this;
-}
-
-ScriptedOperator& ScriptedOperator::ExpectPlainMessage(const std::string& text) {
-  steps_.push_back({Kind::PlainMessage, text, 0, 0, {}, {}});
-  return *this;
-}
-
-ScriptedOperator& ScriptedOperator::ExpectBrowse(const std::string& folder) {
-  steps_.push_back({Kind::Browse, folder, 0, 0, {}, {}});
-  return *this;
-}
-
-ScriptedOperator& ScriptedOperator::ExpectFormat(std::int32_t result) {
-  steps_.push_back({Kind::Format, {}, 0, result, {}, {}});
-  return *this;
-}
-
-bool ScriptedOperator::WasShown(std::int32_t id) const {
-  return std::any_of(messages_.begin(), messages_.end(), [&](const ShownMessage& message) { return message.id == id; });
-}
-
-std::string ScriptedOperator::Describe(const Step& step) {
-  switch (step.kind) {
-    case Kind::Form:
-      return "form " + step.text;
-    case Kind::Message:
-      return "message " + std::to_string(step.id);
-    case Kind::PlainMessage:
-      return "plain message: " + step.text;
-    case Kind::Browse:
-      return "the folder browser";
-    default:
-      return "the format dialog";
-  }
+  for (const Step& step : steps_) ADD_FAILURE() << "expected, but never came: " << step.what;
 }
 
 // While the program is being unwound already, a second exception would end the test run.
@@ -90,62 +49,54 @@ void ScriptedOperator::Fail(const std::string& what) {
   if (std::uncaught_exceptions() == 0) throw ScriptFailed(what);
 }
 
-ScriptedOperator::Step ScriptedOperator::Take(Kind kind, const std::string& what) {
-  if (steps_.empty() || steps_.front().kind != kind) {
-    Fail("there came " + what + ", expected was " + (steps_.empty() ? "nothing more" : Describe(steps_.front())));
-    return {kind, {}, 0, 0, {}, {}};
+ScriptedOperator::Step ScriptedOperator::Take(const std::string& what, const std::string& detail) {
+  const std::string expected = steps_.empty() ? "nothing more" : steps_.front().what;
+  if (expected != what) {
+    Fail("there came " + what + detail + ", expected was " + expected);
+    return {what};
   }
   Step step = std::move(steps_.front());
   steps_.pop_front();
   return step;
 }
 
-void ScriptedOperator::UseHabit(forms::Form& form) {
-  if (++habitual_ > limit) Fail("no end of dialogs: " + form.Name());
-  for (const FormStep& habit : habits_)
-    if (habit(form)) return;
-  Fail("no habit for form " + form.Name());
+void ScriptedOperator::CountHabit(const std::string& what) {
+  if (++habitual_ > limit) Fail("no end of dialogs: " + what);
 }
 
 void ScriptedOperator::AtForm(forms::Form& form) {
   if (!form.Enabled()) Fail("form " + form.Name() + " waits for input but is disabled");
-  if (steps_.empty() && !habits_.empty()) return UseHabit(form);
-  const Step step = Take(Kind::Form, "form " + form.Name());
-  if (step.onForm && !step.onForm(form)) Fail("there came form " + form.Name() + ", expected was " + Describe(step));
+  const std::string what = NameOf(typeid(form));
+  if (steps_.empty() && habits_.contains(what)) {
+    CountHabit(what);
+    return habits_[what](&form);
+  }
+  const Step step = Take(what);
+  if (step.work) step.work(&form);
 }
 
 std::int32_t ScriptedOperator::AtMessage(const ShownMessage& message) {
   messages_.push_back(message);
+  const std::string what = NameOf(message.id);
   if (steps_.empty() && messageHabit) {
-    if (++habitual_ > limit) Fail("no end of messages: " + std::to_string(message.id));
+    CountHabit(what);
     return messageHabit(message.id);
   }
-  const std::string what = "message " + std::to_string(message.id) + " '" + message.text3 + "'";
-  const Step step = Take(Kind::Message, what);
-  if (step.id != message.id) Fail("there came " + what + ", expected was " + Describe(step));
-  if (step.before) step.before();
+  const Step step = Take(what, " '" + message.text3 + "'");
+  if (step.work) step.work(nullptr);
   return step.answer;
 }
 
 void ScriptedOperator::AtPlainMessage(const std::string& text) {
   ++plainMessages_;
-  if (steps_.empty() && messageHabit) return;
-  const Step step = Take(Kind::PlainMessage, "plain message: " + text);
-  if (step.text != text) Fail("there came plain message: " + text + ", expected was " + Describe(step));
-}
-
-std::string ScriptedOperator::AtBrowse() {
-  return Take(Kind::Browse, "the folder browser").text;
-}
-
-std::int32_t ScriptedOperator::AtFormat() {
-  if (steps_.empty() && messageHabit) return 0;
-  return Take(Kind::Format, "the format dialog").answer;
+  if (!steps_.empty() || !messageHabit) Take("plain message: " + text);
 }
 
 void ScriptedToolkit::CreateView(forms::Form& form) {
-  windows.push_back(form.Name());
-  form.TakeSize(kFormWidth, kFormHeight);
+  constexpr int kWidth = 6000;  // twips
+  constexpr int kHeight = 4000;
+  windows_.insert(form.Name());
+  form.TakeSize(kWidth, kHeight);
 }
 
 void ScriptedToolkit::RunModal(forms::Form& form) {
@@ -153,11 +104,7 @@ void ScriptedToolkit::RunModal(forms::Form& form) {
 }
 
 void ScriptedToolkit::DestroyView(forms::Form& form) {
-  const auto window = std::find(windows.rbegin(), windows.rend(), form.Name());
-  if (window == windows.rend())
-    ADD_FAILURE() << "no window of " << form.Name() << " to destroy";
-  else
-    windows.erase(std::next(window).base());
+  EXPECT_EQ(windows_.erase(form.Name()), 1u) << "no window of " << form.Name() << " to destroy";
 }
 
 void ScriptedToolkit::ShowPlainMessage(const std::string& text, const std::string& title) {

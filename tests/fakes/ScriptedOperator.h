@@ -7,8 +7,11 @@
 // that the step itself opened comes in between.
 #pragma once
 
+#include <algorithm>
 #include <deque>
 #include <functional>
+#include <map>
+#include <set>
 #include <stdexcept>
 #include <string>
 #include <typeinfo>
@@ -17,7 +20,6 @@
 
 #include "forms/Form.h"
 #include "forms/Toolkit.h"
-#include "host/Shell.h"
 
 namespace fakes {
 
@@ -54,32 +56,35 @@ class ScriptedOperator {
   /// Form `F` opens, or is still open, and the person does `step`.
   template <class F>
   ScriptedOperator& Expect(std::function<void(F&)> step) {
-    steps_.push_back({Kind::Form, typeid(F).name(), 0, {}, OnForm<F>(std::move(step)), {}});
-    return *this;
+    return Add({NameOf(typeid(F)), OnForm<F>(std::move(step))});
   }
   /// Message `id` appears; the person does `before`, such as changing the disk, and answers with
   /// the button code `answer`.
-  ScriptedOperator& ExpectMessage(std::int32_t id, std::int32_t answer = 0, std::function<void()> before = {});
+  ScriptedOperator& ExpectMessage(std::int32_t id, std::int32_t answer = 0, std::function<void()> before = {}) {
+    return Add({NameOf(id), [=](forms::Form*) { before ? before() : void(); }, answer});
+  }
   /// The plain message box of start-up appears with this text.
-  ScriptedOperator& ExpectPlainMessage(const std::string& text);
+  ScriptedOperator& ExpectPlainMessage(const std::string& text) { return Add({"plain message: " + text}); }
   /// The folder browser opens and yields `folder`, empty for a cancel.
-  ScriptedOperator& ExpectBrowse(const std::string& folder);
+  ScriptedOperator& ExpectBrowse(const std::string& folder) { return Add({kBrowser, {}, 0, folder}); }
   /// The format dialog opens and ends with `result`.
-  ScriptedOperator& ExpectFormat(std::int32_t result);
+  ScriptedOperator& ExpectFormat(std::int32_t result) { return Add({kFormatDialog, {}, result}); }
 
   /// For runs whose course is not known beforehand: what the person does at a form, or
   /// answers to a message, when no step is left in the script. More than `limit` such steps
   /// fail the test. With a habit for messages, disks are formatted as the program proposes.
   template <class F>
   void Habit(std::function<void(F&)> step) {
-    habits_.push_back(OnForm<F>(std::move(step)));
+    habits_[NameOf(typeid(F))] = OnForm<F>(std::move(step));
   }
   std::function<std::int32_t(std::int32_t id)> messageHabit;
   int limit = 1000;
 
   /// Everything that was shown, in order.
   const std::vector<ShownMessage>& Messages() const { return messages_; }
-  bool WasShown(std::int32_t id) const;
+  bool WasShown(std::int32_t id) const {
+    return std::ranges::find(messages_, id, &ShownMessage::id) != messages_.end();
+  }
   /// How many plain message boxes were shown.
   int PlainMessages() const { return plainMessages_; }
 
@@ -90,39 +95,39 @@ class ScriptedOperator {
   void AtForm(forms::Form& form);
   std::int32_t AtMessage(const ShownMessage& message);
   void AtPlainMessage(const std::string& text);
-  std::string AtBrowse();
-  std::int32_t AtFormat();
+  std::string AtBrowse() { return Take(kBrowser).folder; }
+  std::int32_t AtFormat() { return steps_.empty() && messageHabit ? 0 : Take(kFormatDialog).answer; }
 
  private:
-  enum class Kind { Form, Message, PlainMessage, Browse, Format };
-  /// Does its work and returns true when the form is of its type.
-  using FormStep = std::function<bool(forms::Form&)>;
+  using Work = std::function<void(forms::Form*)>;
   struct Step {
-    Kind kind;
-    std::string text;  ///< form type, plain text or folder
-    std::int32_t id;   ///< message
-    std::int32_t answer;
-    FormStep onForm;
-    std::function<void()> before;
+    std::string what;  ///< has to come
+    Work work = {};
+    std::int32_t answer = 0;
+    std::string folder = {};
   };
+  static constexpr const char* kBrowser = "the folder browser";
+  static constexpr const char* kFormatDialog = "the format dialog";
 
+  static std::string NameOf(const std::type_info& form) { return std::string("form ") + form.name(); }
+  static std::string NameOf(std::int32_t message) { return "message " + std::to_string(message); }
   template <class F>
-  static FormStep OnForm(std::function<void(F&)> step) {
-    return [step = std::move(step)](forms::Form& form) {
-      auto* wanted = dynamic_cast<F*>(&form);
-      if (wanted != nullptr) step(*wanted);
-      return wanted != nullptr;
-    };
+  static Work OnForm(std::function<void(F&)> step) {
+    return [step = std::move(step)](forms::Form* form) { step(dynamic_cast<F&>(*form)); };
   }
-  /// The next step when it is of this kind; fails the test otherwise.
-  Step Take(Kind kind, const std::string& what);
-  void UseHabit(forms::Form& form);
-  static std::string Describe(const Step& step);
+  ScriptedOperator& Add(Step step) {
+    steps_.push_back(std::move(step));
+    return *this;
+  }
+  /// The next step when it is this one; fails the test otherwise.
+  Step Take(const std::string& what, const std::string& detail = {});
+  /// Fails the test when there are too many.
+  void CountHabit(const std::string& what);
   /// Fails the test and unwinds the program.
   void Fail(const std::string& what);
 
   std::deque<Step> steps_;
-  std::vector<FormStep> habits_;
+  std::map<std::string, Work> habits_;
   std::vector<ShownMessage> messages_;
   int habitual_ = 0;
   int plainMessages_ = 0;
@@ -134,12 +139,8 @@ class ScriptedToolkit : public forms::Toolkit {
  public:
   explicit ScriptedToolkit(ScriptedOperator& person) : person_(person) {}
 
-  static constexpr int kFormWidth = 6000;  ///< twips
-  static constexpr int kFormHeight = 4000;
   forms::Pointer pointer = forms::Pointer::Default;
   std::string font;  ///< by which dialogs are laid out, such as "Tahoma 9"
-  /// Names of the forms whose windows exist, in the order of creation.
-  std::vector<std::string> windows;
 
   void CreateView(forms::Form& form) override;
   void RunModal(forms::Form& form) override;
@@ -152,6 +153,7 @@ class ScriptedToolkit : public forms::Toolkit {
 
  private:
   ScriptedOperator& person_;
+  std::set<std::string> windows_;  ///< names of the forms that have one
 };
 
 }  // namespace fakes

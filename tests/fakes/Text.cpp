@@ -1,55 +1,24 @@
 #include "fakes/Text.h"
 
-#include <array>
+#include <bit>
 #include <cstddef>
+#include <iomanip>
+#include <sstream>
 
 namespace fakes {
 namespace {
 
 std::u32string Decode(const std::string& utf8) {
   std::u32string points;
-  for (std::size_t i = 0; i < utf8.size();) {
-    const auto lead = static_cast<unsigned char>(utf8[i++]);
-    const int trailing = lead >= 0xF0 ? 3 : lead >= 0xE0 ? 2 : lead >= 0xC0 ? 1 : 0;
-    char32_t point = trailing == 3 ? lead & 0x07u : trailing == 2 ? lead & 0x0Fu : trailing == 1 ? lead & 0x1Fu : lead;
-    for (int k = 0; k < trailing && i < utf8.size(); ++k)
-      point = point << 6 | (static_cast<unsigned char>(utf8[i++]) & 0x3Fu);
-    points.push_back(point);
+  for (const char c : utf8) {
+    const auto byte = static_cast<unsigned char>(c);
+    const int leadingOnes = std::countl_one(byte);
+    if (leadingOnes == 1 && !points.empty())
+      points.back() = points.back() << 6 | (byte & 0x3Fu);
+    else
+      points.push_back(byte & 0x7Fu >> leadingOnes);
   }
   return points;
-}
-
-void Encode(char32_t point, std::string& utf8) {
-  const auto add = [&](char32_t byte) { utf8.push_back(static_cast<char>(byte)); };
-  if (point < 0x80) return add(point);
-  if (point < 0x800) {
-    add(0xC0 | point >> 6);
-  } else {
-    add(0xE0 | point >> 12);
-    add(0x80 | (point >> 6 & 0x3F));
-  }
-  add(0x80 | (point & 0x3F));
-}
-
-char32_t UpperCase(char32_t point) {
-  const bool latin = (point >= U'a' && point <= U'z') || (point >= 0xE0 && point <= 0xFE && point != 0xF7);
-  const bool greekOrCyrillic =
-      (point >= 0x3B1 && point <= 0x3C9 && point != 0x3C2) || (point >= 0x430 && point <= 0x44F);
-  if (latin || greekOrCyrillic) return point - 0x20;
-  return point >= 0x450 && point <= 0x45F ? point - 0x50 : point;
-}
-
-// The places 0x80 to 0x9F, where the code page differs from Latin-1.
-constexpr std::array<char32_t, 32> kUpperControls = {0x20AC, 0x81,   0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x8D,   0x017D, 0x8F,
-                                                     0x90,   0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x9D,   0x017E, 0x0178};
-
-char ToCodePagePoint(char32_t point) {
-  if (point < 0x80 || (point >= 0xA0 && point <= 0xFF)) return static_cast<char>(point);
-  for (std::size_t i = 0; i < kUpperControls.size(); ++i)
-    if (kUpperControls[i] == point) return static_cast<char>(0x80 + i);
-  return '?';
 }
 
 bool Fits(const std::u32string& name, std::size_t n, const std::u32string& pattern, std::size_t p) {
@@ -62,7 +31,8 @@ bool Fits(const std::u32string& name, std::size_t n, const std::u32string& patte
 
 std::u32string Fold(const std::string& utf8) {
   std::u32string points = Decode(utf8);
-  for (char32_t& point : points) point = UpperCase(point);
+  for (char32_t& point : points)
+    if ((point >= U'a' && point <= U'z') || (point >= U'à' && point <= U'þ' && point != U'÷')) point -= 0x20;
   return points;
 }
 
@@ -72,15 +42,16 @@ bool SameFold(const std::string& left, const std::string& right) {
 
 std::string ToCodePage(const std::string& utf8) {
   std::string bytes;
-  for (char32_t point : Decode(utf8)) bytes.push_back(ToCodePagePoint(point));
+  for (const char32_t point : Decode(utf8)) bytes.push_back(point > 0xFF ? '?' : static_cast<char>(point));
   return bytes;
 }
 
 std::string FromCodePage(const std::string& bytes) {
   std::string utf8;
-  for (char c : bytes) {
+  for (const char c : bytes) {
     const auto byte = static_cast<unsigned char>(c);
-    Encode(byte >= 0x80 && byte < 0xA0 ? kUpperControls[byte - 0x80u] : byte, utf8);
+    if (byte >= 0x80) utf8.push_back(static_cast<char>(0xC0 | byte >> 6));
+    utf8.push_back(static_cast<char>(byte >= 0x80 ? 0x80 | (byte & 0x3F) : byte));
   }
   return utf8;
 }
@@ -91,17 +62,8 @@ bool FitsWildcard(const std::string& name, const std::string& pattern) {
 
 std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
   std::vector<std::string> words;
-  bool quoted = false;
-  bool inWord = false;
-  for (char c : commandLine) {
-    const bool ends = c == ' ' && !quoted;
-    if (!ends && !inWord) words.emplace_back();
-    inWord = !ends;
-    if (c == '"')
-      quoted = !quoted;
-    else if (!ends)
-      words.back().push_back(c);
-  }
+  std::istringstream line(commandLine);
+  for (std::string word; line >> std::quoted(word, '"', '\0');) words.push_back(word);
   return words;
 }
 
