@@ -2,14 +2,12 @@
 #include <sys/resource.h>
 
 #include <csignal>
-#include <cstdlib>
 
 #include "RawCabinet.h"
 #include "Workspace.h"
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 
-namespace fs = std::filesystem;
 using namespace cabinet;
 
 namespace {
@@ -23,40 +21,69 @@ class Limits : public Workspace {
     return file;
   }
 
-  static ExitCode Plan(const std::vector<SourceFile>& files, Method method, CabinetRecords&& records = {}) {
+  static ExitCode Plan(const std::vector<SourceFile>& files, Method method = Method::MsZip) {
+    CabinetRecords records;
     return PlanRecords(files, method, records).code;
+  }
+
+  // The exit code while no file can grow beyond `bytes`: to the archiver, a disk that is full.
+  static int CabarcWithRoom(rlim_t bytes, const std::string& commandLine) {
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{bytes, before.rlim_max};
+    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+    setrlimit(RLIMIT_FSIZE, &limit);
+    const int code = Cabarc(commandLine).code;
+    setrlimit(RLIMIT_FSIZE, &before);
+    std::signal(SIGXFSZ, handler);
+    return code;
   }
 };
 
 TEST_F(Limits, OfTheFormat) {
-  EXPECT_EQ(ExitCode::Files, Plan({}, Method::MsZip));
-  EXPECT_EQ(ExitCode::Ok, Plan({File("a", kMaxFolderSize)}, Method::MsZip));
-  EXPECT_EQ(ExitCode::Files, Plan({File("a", kMaxFolderSize + 1)}, Method::MsZip));
-  EXPECT_EQ(ExitCode::Ok, Plan({File(std::string(255, 'n'), 1)}, Method::MsZip));
-  EXPECT_EQ(ExitCode::Files, Plan({File(std::string(256, 'n'), 1)}, Method::MsZip));
-  EXPECT_EQ(ExitCode::UnsafeName, Plan({File("\xFF", 1)}, Method::MsZip));
+  EXPECT_EQ(ExitCode::Files, Plan({}));
+  EXPECT_EQ(ExitCode::Ok, Plan({File("a", kMaxFolderSize)}));
+  EXPECT_EQ(ExitCode::Files, Plan({File("a", kMaxFolderSize + 1)}));
+  EXPECT_EQ(ExitCode::Ok, Plan({File(std::string(255, 'n'), 1)}));
+  EXPECT_EQ(ExitCode::Files, Plan({File(std::string(256, 'n'), 1)}));
+  EXPECT_EQ(ExitCode::UnsafeName, Plan({File("\xFF", 1)}));
   const std::uint64_t large = 0x7FE00000;  // twice this and the records: just below 4 GB
   EXPECT_EQ(ExitCode::Ok, Plan({File("a", large), File("b", large)}, Method::None));
   EXPECT_EQ(ExitCode::Files, Plan({File("a", large), File("b", large), File("c", 0x400000)}, Method::None));
 
   std::vector<SourceFile> many;
-  many.reserve(65536);
   for (int i = 0; i < 65535; ++i) many.push_back(File(std::to_string(i), 0));
-  EXPECT_EQ(ExitCode::Ok, Plan(many, Method::MsZip));
+  EXPECT_EQ(ExitCode::Ok, Plan(many));
   many.push_back(File("one more", 0));
-  EXPECT_EQ(ExitCode::Files, Plan(many, Method::MsZip));
+  EXPECT_EQ(ExitCode::Files, Plan(many));
 }
 
 TEST_F(Limits, DataBeyondOneFolderGoIntoTheNext) {
   CabinetRecords records;
-  ASSERT_EQ(ExitCode::Ok, PlanRecords({File("a", kMaxFolderSize - 1), File("b", 1), File("c", 1), File("d", 9)},
-                                      Method::MsZip, records)
-                              .code);
+  const std::vector<SourceFile> files = {File("a", kMaxFolderSize - 1), File("b", 1), File("c", 1), File("d", 9)};
+  ASSERT_EQ(ExitCode::Ok, PlanRecords(files, Method::MsZip, records).code);
   ASSERT_EQ(2u, records.folders.size());
   const std::pair<int, std::uint64_t> expected[] = {{0, 0}, {0, kMaxFolderSize - 1}, {1, 0}, {1, 1}};
   for (std::size_t i = 0; i < 4; ++i) {
     EXPECT_EQ(expected[i], std::pair(int{records.members[i].folder}, std::uint64_t{records.members[i].at}));
   }
+}
+
+TEST_F(Limits, AFullFolderAndAFullCabinetAreReadToTheirEnds) {
+  Write("sparse", "");
+  fs::resize_file("sparse", kMaxFolderSize);
+  Write("behind", "x");
+  ASSERT_EQ(0, Cabarc("n s.cab sparse behind").code);
+  EXPECT_EQ(0, std::system("cabextract -q -t s.cab >/dev/null"));
+  EXPECT_EQ(0, Cabarc("x s.cab behind out/").code);
+  EXPECT_EQ((Tree{{"behind", ".x"}}), Read("out"));
+  fs::remove("sparse");
+
+  fs::create_directory("f");
+  for (int i = 0; i < 65535; ++i) std::ofstream("f/" + std::to_string(i));
+  ASSERT_EQ(0, Cabarc("n f.cab f").code);
+  EXPECT_EQ(0, Cabarc("x f.cab all/").code);
+  EXPECT_EQ(65535, std::distance(fs::directory_iterator("all"), {}));
 }
 
 TEST_F(Limits, AFileThatChangedAfterItWasListedStopsThePacking) {
@@ -69,82 +96,50 @@ TEST_F(Limits, AFileThatChangedAfterItWasListedStopsThePacking) {
     if (change == 2) ++file.info.modified;
     std::uint32_t size = 0;
     EXPECT_EQ(ExitCode::Files, WriteCabinet({file}, "new.cab", {}, size).code) << change;
-    EXPECT_EQ(1u, Read(".").size()) << change;  // neither a cabinet nor a part of one
+    EXPECT_EQ(1u, Read().size()) << change;  // neither a cabinet nor a part of one
   }
 }
 
 TEST_F(Limits, AFailedPackingKeepsTheCabinetThatWasThere) {
   Write("a", "x");
   Write("old.cab", "what was there");
-  EXPECT_EQ(2, Cabarc({"n", "old.cab", "a", "missing"}).code);
+  EXPECT_EQ(2, Cabarc("n old.cab a missing").code);
   fs::create_symlink("nowhere", "link");
-  EXPECT_EQ(2, Cabarc({"n", "old.cab", "*.*"}).code);
+  EXPECT_EQ(2, Cabarc("n old.cab *.*").code);
   fs::remove("link");
-  EXPECT_EQ((Tree{{"a", ".x"}, {"old.cab", ".what was there"}}), Read("."));
-  EXPECT_EQ(2, Cabarc({"n", "no/folder.cab", "a"}).code);
-  EXPECT_EQ(0, Cabarc({"n", "old.cab", "*.*"}).code);  // it does not pack itself
-  EXPECT_EQ((Tree{{"a", ".x"}}), Extracted("old.cab", 0));
+  EXPECT_EQ((Tree{{"a", ".x"}, {"old.cab", ".what was there"}}), Read());
+  EXPECT_EQ(2, Cabarc("n no/folder.cab a").code);
+  EXPECT_EQ(0, Cabarc("n old.cab *.*").code);  // it does not pack itself
+  EXPECT_EQ((Tree{{"a", ".x"}}), Extracted("old.cab"));
 }
-
-// While it lives, no file grows beyond a size: to the archiver, a disk that is full.
-class FullDisk {
- public:
-  explicit FullDisk(rlim_t bytes) {
-    getrlimit(RLIMIT_FSIZE, &before_);
-    const rlimit limit{bytes, before_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &limit);
-  }
-  FullDisk(const FullDisk&) = delete;
-  FullDisk& operator=(const FullDisk&) = delete;
-  ~FullDisk() {
-    setrlimit(RLIMIT_FSIZE, &before_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit before_{};
-  void (*handler_)(int) = std::signal(SIGXFSZ, SIG_IGN);
-};
 
 TEST_F(Limits, AFullDiskLeavesNoCabinetAndNoUnfinishedFile) {
   Write("small", "x");
   Write("large", Noise(500000, 1));
-  ASSERT_EQ(0, Cabarc({"n", "whole.cab", "small", "large"}).code);
-  const Tree before = Read(".");
+  ASSERT_EQ(0, Cabarc("n whole.cab small large").code);
+  const Tree before = Read();
   for (const rlim_t room : {0u, 100u, 300000u}) {
-    const FullDisk disk(room);
-    EXPECT_EQ(2, Cabarc({"n", "new.cab", "small", "large"}).code) << room;
-    EXPECT_TRUE(before == Read(".")) << room;
+    EXPECT_EQ(2, CabarcWithRoom(room, "n new.cab small large")) << room;
+    EXPECT_TRUE(before == Read()) << room;
   }
-  {
-    const FullDisk disk(300000);
-    EXPECT_EQ(2, Cabarc({"x", "whole.cab", "out\\"}).code);
-  }
+  EXPECT_EQ(2, CabarcWithRoom(300000, "x whole.cab out\\"));
   EXPECT_EQ((Tree{{"small", ".x"}}), Read("out"));
 }
 
 // To a reader, a checksum of 0 means that there is none.
 TEST_F(Limits, NoBlockEverGetsAChecksumOfZero) {
   for (const std::string method : {"MSZIP", "NONE"}) {
-    // The last four bytes make up for all before them. MSZIP stores noise behind seven bytes of its own.
-    std::string packed = method == "NONE" ? "" : std::string("CK\x01\xE9\x03\x16\xFC", 7);
-    const std::string data = Noise(method == "NONE" ? 1004 : 1001, 3);
-    packed += data;
-    Bytes block(packed.begin(), packed.end());
-    Bytes sizes(4);
-    Put16(sizes.data(), static_cast<std::uint32_t>(packed.size()));
-    Put16(sizes.data() + 2, static_cast<std::uint32_t>(data.size()));
-    std::uint8_t* const last = block.data() + block.size() - 4;
-    Put32(last, Get32(last) ^ Checksum(sizes.data(), 4, Checksum(block.data(), block.size(), 0)));
-    ASSERT_EQ(0u, Checksum(sizes.data(), 4, Checksum(block.data(), block.size(), 0)));
+    // MSZIP stores noise behind seven bytes of its own. The last four bytes make up for all before them.
+    const std::string start = method == "NONE" ? "" : std::string("CK\x01\xE9\x03\x16\xFC", 7);
+    std::string data = Noise(method == "NONE" ? 1000 : 997, 3) + Number(0, 4);
+    const std::string sizes = Number(start.size() + data.size(), 2) + Number(data.size(), 2);
+    data.replace(data.size() - 4, 4, Number(::Checksum(sizes, ::Checksum(start + data)), 4));
+    ASSERT_EQ(0u, ::Checksum(sizes, ::Checksum(start + data)));
 
-    WriteBytes("a", Bytes(block.end() - static_cast<std::ptrdiff_t>(data.size()), block.end()));
-    ASSERT_EQ(0, Cabarc({"-m", method, "n", "zero.cab", "a"}).code);
-    EXPECT_EQ(Read(".")["a"], Extracted("zero.cab", 0)["a"]) << method;
-    fs::create_directory("peer");
-    EXPECT_EQ(0, std::system("cabextract -q -d peer zero.cab"));
-    EXPECT_EQ(Read(".")["a"], Read("peer")["a"]) << method;
-    fs::remove_all("peer");
+    Write("a", data);
+    ASSERT_EQ(0, Cabarc("-m " + method + " n zero.cab a").code);
+    EXPECT_EQ(Read()["a"], Extracted("zero.cab")["a"]) << method;
+    EXPECT_EQ(Read()["a"], ExtractedByPeer("cabextract -q ../zero.cab")["a"]) << method;
   }
 }
 

@@ -3,62 +3,32 @@
 
 #include "RawCabinet.h"
 #include "Workspace.h"
-
-namespace fs = std::filesystem;
+#include "cabarc/CabFormat.h"
 
 namespace {
 
 class Names : public Workspace {};
 
+using cabinet::kNameIsUtf8;
+
 TEST_F(Names, UnsafeOnesAreNeitherExtractedNorPacked) {
-  const std::string unsafe[] = {"",
-                                "\\a",
-                                "/a",
-                                "\\\\server\\share\\a",
-                                "C:a",
-                                "C:\\a",
-                                "..",
-                                "..\\a",
-                                "a\\..\\b",
-                                "a/../../b",
-                                "a\\..",
-                                ".",
-                                ".\\a",
-                                "a\\\\b",
-                                "a\\",
-                                "a:stream",
-                                "a.",
-                                "a ",
-                                "a.\\b",
-                                "CON",
-                                "con.txt",
-                                "a\\NUL",
-                                "nul .x",
-                                "AUX.a.b",
-                                "PRN\\a",
-                                "com1",
-                                "LPT9.txt",
-                                "COM\xC2\xB2",
-                                "CONIN$",
-                                "CONOUT$.txt",
-                                "a\nb",
-                                "a<b",
-                                "a>b",
-                                "a|b",
-                                "a\"b",
-                                "a?b",
-                                "a*b",
-                                "COM0",
-                                "Images\\lpt1\\a",
-                                "\\\\?\\C:\\a",
-                                "..\\..\\tmp\\a"};
-  for (const std::string& name : unsafe) {
-    EXPECT_TRUE(cabinet::WhyUnsafe(name)) << name;
-    RawCabinet raw = PlainCabinet(name, "x");
-    raw.members[0].attributes |= 0x80;
-    WriteBytes("unsafe.cab", raw.Build());
-    EXPECT_TRUE(Extracted("unsafe.cab", 4).empty()) << name;
-    EXPECT_EQ(4, Cabarc({"x", "unsafe.cab", "out\\"}).code) << name;  // not without its folders either
+  const std::map<std::string, std::vector<std::string>> unsafe = {
+      {"it is empty", {""}},
+      {"it is an absolute path", {"\\a", "/a", "\\\\server\\share\\a", "\\\\?\\C:\\a"}},
+      {"a drive or a stream", {"C:a", "C:\\a", "a:stream"}},
+      {"it leads out of the folder", {"..", "..\\a", "a\\..\\b", "a/../../b", "a\\..", "..\\..\\tmp\\a"}},
+      {"an empty part in its path", {"a\\\\b", "a\\"}},
+      {"a blank or a dot at the end of a name", {".", ".\\a", "a.", "a ", "a.\\b"}},
+      {"a character that no file name may have", {"a\nb", "a<b", "a>b", "a|b", "a\"b", "a?b", "a*b"}},
+      {"it is the name of a device",
+       {"CON", "con.txt", "a\\NUL", "nul .x", "AUX.a.b", "PRN\\a", "com1", "LPT9.txt", "COM\xC2\xB2", "CONIN$",
+        "CONOUT$.txt", "COM0", "Images\\lpt1\\a"}}};
+  for (const auto& [reason, names] : unsafe) {
+    for (const std::string& name : names) {
+      EXPECT_EQ(reason, cabinet::WhyUnsafe(name).value_or("safe")) << name;
+      EXPECT_TRUE(ExtractedBytes(PlainCabinet(name, "x", kNameIsUtf8).Build(), 4).empty()) << name;
+      EXPECT_EQ(4, Cabarc("x raw.cab out\\").code) << name;  // not without its folders either
+    }
   }
   for (const std::string name : {"a", "a.b", "..a", "a..b", "console", "com10", "comx", "nulls.txt", "LPT", " a",
                                  "a b\\c d", ".hidden", "\xC3\xA9", "CON1"}) {
@@ -67,42 +37,37 @@ TEST_F(Names, UnsafeOnesAreNeitherExtractedNorPacked) {
   fs::create_directory("sub");
   Write("a:b", "x");
   Write("a", "x");
-  EXPECT_EQ(4, Cabarc({"n", "u.cab", "a:b"}).code);
-  EXPECT_EQ(4, Cabarc({"-p", "n", "u.cab", "sub/../a"}).code);
-  EXPECT_EQ(4, Cabarc({"-p", "n", "u.cab", fs::absolute("a")}).code);
+  const std::string absolute = fs::absolute("a");
+  for (const std::string& argument : {std::string("a:b"), std::string("sub/../a"), absolute}) {
+    EXPECT_EQ(4, Cabarc("-p n u.cab " + argument).code) << argument;
+  }
   EXPECT_FALSE(fs::exists("u.cab"));
-  EXPECT_EQ(0, Cabarc({"n", "u.cab", fs::absolute("a")}).code);
+  EXPECT_EQ(0, Cabarc("n u.cab " + absolute).code);
 }
 
 TEST_F(Names, TwoOfTheSameAreRefused) {
   for (const auto& [one, other] : {std::pair{"a", "a"}, {"a\\B", "A/b"}}) {
     RawCabinet raw = PlainCabinet(one, "xy");
     raw.members = {{one, 1}, {other, 1, 1}};
-    WriteBytes("two.cab", raw.Build());
-    EXPECT_TRUE(Extracted("two.cab", 4).empty()) << one;
+    EXPECT_TRUE(ExtractedBytes(raw.Build(), 4).empty()) << one;
   }
   Write("1/a", "x");
   Write("2/A", "y");
-  EXPECT_EQ(4, Cabarc({"n", "t.cab", "1/a", "2/A"}).code);
-  EXPECT_EQ(0, Cabarc({"-p", "n", "t.cab", "1/a", "2/A"}).code);
-  EXPECT_EQ(4, Cabarc({"x", "t.cab", "out\\"}).code);
+  EXPECT_EQ(4, Cabarc("n t.cab 1/a 2/A").code);
+  EXPECT_EQ(0, Cabarc("-p n t.cab 1/a 2/A").code);
+  EXPECT_EQ(4, Cabarc("x t.cab out\\").code);
 }
 
 TEST_F(Names, AreDecodedAsTheCabinetSays) {
-  const struct {
-    std::string bytes;
-    std::uint16_t flag;
-    std::string name;  // empty: refused
-  } cases[] = {{"\xE9t\x80", 0, "ét€"},    {"ét€", 0x80, "ét€"},           {"\x81", 0, "\xEF\xBF\xBD"},
-               {"\xE9t", 0x80, ""},        {"\xC0\xAF", 0x80, ""},         {"\xE0\x80\xAF", 0x80, ""},
-               {"\xED\xA0\x80", 0x80, ""}, {"\xF4\x90\x80\x80", 0x80, ""}, {"\xF0\x8F\xBF\xBF", 0x80, ""},
-               {"\xE2\x82", 0x80, ""},     {"\xF0\x9F\x98\x80", 0x80, "😀"}};
-  for (const auto& one : cases) {
-    RawCabinet raw = PlainCabinet(one.bytes, "x");
-    raw.members[0].attributes |= one.flag;
-    WriteBytes("n.cab", raw.Build());
-    const Tree expected = one.name.empty() ? Tree() : Tree{{one.name, ".x"}};
-    EXPECT_EQ(expected, Extracted("n.cab", one.name.empty() ? 3 : 0)) << one.bytes;
+  // The name's bytes, their flag, and what they mean; nothing where they are refused.
+  const std::tuple<std::string, std::uint16_t, std::string> cases[] = {
+      {"\xE9t\x80", 0, "ét€"},           {"ét€", kNameIsUtf8, "ét€"},           {"\x81", 0, "\xEF\xBF\xBD"},
+      {"\xE9t", kNameIsUtf8, ""},        {"\xC0\xAF", kNameIsUtf8, ""},         {"\xE0\x80\xAF", kNameIsUtf8, ""},
+      {"\xED\xA0\x80", kNameIsUtf8, ""}, {"\xF4\x90\x80\x80", kNameIsUtf8, ""}, {"\xF0\x8F\xBF\xBF", kNameIsUtf8, ""},
+      {"\xE2\x82", kNameIsUtf8, ""},     {"\xF0\x9F\x98\x80", kNameIsUtf8, "😀"}};
+  for (const auto& [bytes, flag, name] : cases) {
+    const Tree expected = name.empty() ? Tree() : Tree{{name, ".x"}};
+    EXPECT_EQ(expected, ExtractedBytes(PlainCabinet(bytes, "x", flag).Build(), name.empty() ? 3 : 0)) << bytes;
   }
 }
 

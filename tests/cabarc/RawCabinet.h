@@ -5,22 +5,30 @@
 #include <string>
 #include <vector>
 
-#include "cabarc/CabFormat.h"
 #include "cabarc/Checksum.h"
 
 struct RawMember {
   std::string name;
-  std::uint32_t size = 0;
-  std::uint32_t at = 0;
-  std::uint16_t folder = 0;
-  std::uint16_t attributes = 0x20;
+  std::size_t size = 0, at = 0;
+  std::uint16_t folder = 0, attributes = 0x20;
 };
 
 struct RawBlock {
   std::string packed;
-  std::uint16_t unpackedSize = 0;
+  std::size_t unpackedSize = 0;
   bool checked = true;
 };
+
+/// The low `size` bytes of a number, in the order of the format.
+inline std::string Number(std::uint64_t value, int size) {
+  std::string bytes;
+  for (; size > 0; --size, value >>= 8) bytes += static_cast<char>(value);
+  return bytes;
+}
+
+inline std::uint32_t Checksum(const std::string& bytes, std::uint32_t seed = 0) {
+  return cabinet::Checksum(reinterpret_cast<const std::uint8_t*>(bytes.data()), bytes.size(), seed);
+}
 
 /// One folder; everything else may be changed in the bytes afterwards.
 struct RawCabinet {
@@ -30,57 +38,29 @@ struct RawCabinet {
   bool reserves = false;       ///< 5 bytes in the header, 3 in the folder, 6 in each block
   bool reserveCounts = false;  ///< in the blocks' checksums, as some writers have it
 
-  std::vector<std::uint8_t> Build() const {
-    std::vector<std::uint8_t> bytes(36);
-    const auto add = [&](std::uint32_t value, int size) {
-      for (; size > 0; --size, value >>= 8) bytes.push_back(static_cast<std::uint8_t>(value));
-    };
-    const auto reserve = [&](std::size_t size) { bytes.insert(bytes.end(), reserves ? size : 0, 0xEE); };
-    if (reserves) add(0x06030005, 4);
-    reserve(5);
-    const std::size_t folderAt = bytes.size();
-    add(0, 4);
-    add(static_cast<std::uint32_t>(blocks.size()), 2);
-    add(method, 2);
-    reserve(3);
-    const std::size_t filesAt = bytes.size();
+  std::string Build() const {
+    const auto reserve = [&](std::size_t size) { return std::string(reserves ? size : 0, '\xEE'); };
+    std::string records;
     for (const RawMember& member : members) {
-      add(member.size, 4);
-      add(member.at, 4);
-      add(member.folder, 2);
-      add(0x5A21, 2);
-      add(0x6000, 2);
-      add(member.attributes, 2);
-      bytes.insert(bytes.end(), member.name.begin(), member.name.end());
-      bytes.push_back(0);
+      records += Number(member.size, 4) + Number(member.at, 4) + Number(member.folder, 2) + Number(0x60005A21, 4) +
+                 Number(member.attributes, 2) + member.name + '\0';
     }
-    cabinet::Put32(bytes.data() + folderAt, static_cast<std::uint32_t>(bytes.size()));
+    std::string data;
     for (const RawBlock& block : blocks) {
-      const std::size_t at = bytes.size();
-      add(0, 4);
-      add(static_cast<std::uint32_t>(block.packed.size()), 2);
-      add(block.unpackedSize, 2);
-      reserve(6);
-      const std::size_t dataAt = bytes.size();
-      bytes.insert(bytes.end(), block.packed.begin(), block.packed.end());
-      const std::uint32_t sum = cabinet::Checksum(bytes.data() + dataAt, block.packed.size(), 0);
-      if (block.checked)
-        cabinet::Put32(bytes.data() + at, cabinet::Checksum(bytes.data() + at + 4, reserveCounts ? 10 : 4, sum));
+      const std::string sizes = Number(block.packed.size(), 2) + Number(block.unpackedSize, 2) + reserve(6);
+      const std::uint32_t sum = Checksum(sizes.substr(0, reserveCounts ? 10 : 4), Checksum(block.packed));
+      data += Number(block.checked ? sum : 0, 4) + sizes + block.packed;
     }
-    const char signature[] = "MSCF";
-    std::copy(signature, signature + 4, bytes.begin());
-    cabinet::Put32(bytes.data() + 8, static_cast<std::uint32_t>(bytes.size()));
-    cabinet::Put32(bytes.data() + 16, static_cast<std::uint32_t>(filesAt));
-    cabinet::Put16(bytes.data() + 24, 0x0103);
-    cabinet::Put16(bytes.data() + 26, 1);
-    cabinet::Put16(bytes.data() + 28, static_cast<std::uint32_t>(members.size()));
-    cabinet::Put16(bytes.data() + 30, reserves ? 4 : 0);
-    return bytes;
+    const std::string reserved = reserves ? Number(0x06030005, 4) + reserve(5) : "";
+    const std::size_t recordsAt = 36 + reserved.size() + 8 + reserve(3).size();
+    const std::size_t dataAt = recordsAt + records.size();
+    return "MSCF" + Number(0, 4) + Number(dataAt + data.size(), 8) + Number(recordsAt, 8) + Number(0x00010103, 4) +
+           Number(members.size(), 2) + Number(reserves ? 4 : 0, 6) + reserved +  // the header
+           Number(dataAt, 4) + Number(blocks.size(), 2) + Number(method, 2) + reserve(3) + records + data;
   }
 };
 
 /// A cabinet of one file, not packed.
-inline RawCabinet PlainCabinet(const std::string& name, const std::string& text) {
-  const auto size = static_cast<std::uint16_t>(text.size());
-  return {{{name, size}}, {{text, size}}};
+inline RawCabinet PlainCabinet(const std::string& name, const std::string& text, std::uint16_t attributes = 0x20) {
+  return {{{name, text.size(), 0, 0, attributes}}, {{text, text.size()}}};
 }
