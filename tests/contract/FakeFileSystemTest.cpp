@@ -21,11 +21,10 @@ class FakeWorld : public FileSystemWorld {
   fakes::FakeFileSystem files_{disk_, calls_};
 };
 
+}  // namespace
+
 std::unique_ptr<FileSystemWorld> MakeWorld() {
   return std::make_unique<FakeWorld>();
 }
 
-INSTANTIATE_TEST_SUITE_P(InMemory, FileSystemContract, ::testing::Values(&MakeWorld));
-
-}  // namespace
 }  // namespace contract

@@ -5,8 +5,6 @@
 
 namespace contract {
 
-using Texts = std::vector<std::string>;
-
 void FileSystemContract::Put(const std::string& path, const std::string& bytes) {
   const auto writer = Files().CreateBinary(path);
   ASSERT_NE(writer, nullptr) << path;
@@ -25,16 +23,16 @@ std::string FileSystemContract::Contents(const std::string& path) {
   return bytes;
 }
 
-std::vector<std::string> FileSystemContract::Names(const std::string& folder, const std::string& pattern) {
+Texts FileSystemContract::Names(const std::string& folder, const std::string& pattern) {
   std::vector<host::FolderEntry> entries;
   Texts names;
   if (Files().List(folder, pattern, entries) != 0) names.push_back("!");
   for (const host::FolderEntry& entry : entries) names.push_back(entry.name);
-  std::sort(names.begin(), names.end());
+  std::ranges::sort(names);
   return names;
 }
 
-TEST_P(FileSystemContract, NamesKeepBlanksAndUmlautsAndAreFoundInAnyCase) {
+TEST_F(FileSystemContract, NamesKeepBlanksAndUmlautsAndAreFoundInAnyCase) {
   ASSERT_EQ(Files().MakeFolder(At("Bilder für Röntgen")), 0);
   Put(At("Bilder für Röntgen\\Ärztin 1.txt"), "x");
   EXPECT_EQ(Names(At("Bilder für Röntgen")), Texts{"Ärztin 1.txt"});
@@ -43,7 +41,7 @@ TEST_P(FileSystemContract, NamesKeepBlanksAndUmlautsAndAreFoundInAnyCase) {
   EXPECT_EQ(Files().FileSize(At("bilder FÜR röntgen\\ÄRZTIN 1.txt")), 1);
 }
 
-TEST_P(FileSystemContract, DoubledSeparatorsCountAsOne) {
+TEST_F(FileSystemContract, DoubledSeparatorsCountAsOne) {
   ASSERT_EQ(Files().MakeFolder(At("sub\\")), 0);
   Put(At("sub\\\\a.txt"), "a");
   EXPECT_EQ(Names(At("\\sub\\\\")), Texts{"a.txt"});
@@ -53,7 +51,7 @@ TEST_P(FileSystemContract, DoubledSeparatorsCountAsOne) {
   EXPECT_FALSE(Files().FolderExists(At("sub")));
 }
 
-TEST_P(FileSystemContract, WhatIsMissingIsAFailure) {
+TEST_F(FileSystemContract, WhatIsMissingIsAFailure) {
   for (const std::string& path : {At("none"), At("none\\none"), std::string()}) {
     SCOPED_TRACE(path);
     std::vector<host::FolderEntry> entries{{"left over"}};
@@ -76,7 +74,7 @@ TEST_P(FileSystemContract, WhatIsMissingIsAFailure) {
   EXPECT_EQ(Names(At("")), Texts{});
 }
 
-TEST_P(FileSystemContract, AFileIsNoFolderAndAFolderNoFile) {
+TEST_F(FileSystemContract, AFileIsNoFolderAndAFolderNoFile) {
   Put(At("file"), "x");
   ASSERT_EQ(Files().MakeFolder(At("folder")), 0);
   EXPECT_FALSE(Files().FolderExists(At("file")));
@@ -91,13 +89,10 @@ TEST_P(FileSystemContract, AFileIsNoFolderAndAFolderNoFile) {
   EXPECT_EQ(Names(At("")), (Texts{"file", "folder"}));
 }
 
-TEST_P(FileSystemContract, ListsByPatternWithSizes) {
+TEST_F(FileSystemContract, ListsByPatternWithSizes) {
   for (const char* name : {"a.cab", "B.CAB", "c.cabinet", "readme", "system event log.evtx"}) Put(At(name), "12345");
   ASSERT_EQ(Files().MakeFolder(At("folder.cab")), 0);
-  const struct {
-    const char* pattern;
-    Texts names;
-  } cases[] = {
+  const std::pair<const char*, Texts> cases[] = {
       {"*.cab", {"B.CAB", "a.cab", "folder.cab"}},  // not the short name of "c.cabinet"
       {"*.evt", {}},
       {"SYSTEM~1.*", {}},
@@ -106,7 +101,7 @@ TEST_P(FileSystemContract, ListsByPatternWithSizes) {
       {"READ*", {"readme"}},
       {"readme", {"readme"}},
   };
-  for (const auto& item : cases) EXPECT_EQ(Names(At(""), item.pattern), item.names) << item.pattern;
+  for (const auto& [pattern, names] : cases) EXPECT_EQ(Names(At(""), pattern), names) << pattern;
 
   std::vector<host::FolderEntry> entries;
   ASSERT_EQ(Files().List(At(""), "*.cab", entries), 0);
@@ -116,7 +111,7 @@ TEST_P(FileSystemContract, ListsByPatternWithSizes) {
   }
 }
 
-TEST_P(FileSystemContract, ReadOnlyItemsAreRemovedToo) {
+TEST_F(FileSystemContract, ReadOnlyItemsAreRemovedToo) {
   ASSERT_EQ(Files().MakeFolder(At("tree")), 0);
   ASSERT_EQ(Files().MakeFolder(At("tree\\below")), 0);
   for (const char* name : {"single", "tree\\a", "tree\\below\\b"}) {
@@ -129,7 +124,7 @@ TEST_P(FileSystemContract, ReadOnlyItemsAreRemovedToo) {
   EXPECT_EQ(Names(At("")), Texts{});
 }
 
-TEST_P(FileSystemContract, TheCurrentFolderIsWhereRelativePathsStart) {
+TEST_F(FileSystemContract, TheCurrentFolderIsWhereRelativePathsStart) {
   const std::string before = Files().CurrentFolder();
   ASSERT_EQ(Files().MakeFolder(At("here")), 0);
   ASSERT_EQ(Files().SetCurrentFolder(At("here\\")), 0);

@@ -14,18 +14,19 @@
 namespace contract {
 
 /// A file system with an empty folder for one test, removed afterwards.
-class FileSystemWorld {
- public:
+struct FileSystemWorld {
   virtual ~FileSystemWorld() = default;
   virtual host::FileSystem& Files() = 0;
-  /// Ends in "\".
-  virtual std::string Folder() = 0;
+  virtual std::string Folder() = 0;  ///< ends in "\"
   virtual void MakeReadOnly(const std::string& path) = 0;
 };
 
-using WorldFactory = std::unique_ptr<FileSystemWorld> (*)();
+/// Comes from the program that the suite is linked into.
+std::unique_ptr<FileSystemWorld> MakeWorld();
 
-class FileSystemContract : public ::testing::TestWithParam<WorldFactory> {
+using Texts = std::vector<std::string>;
+
+class FileSystemContract : public ::testing::Test {
  protected:
   host::FileSystem& Files() { return world_->Files(); }
   /// A path in the test's folder.
@@ -36,10 +37,10 @@ class FileSystemContract : public ::testing::TestWithParam<WorldFactory> {
   void Put(const std::string& path, const std::string& bytes);
   std::string Contents(const std::string& path);
   /// Names that `pattern` finds, sorted; a failure adds "!".
-  std::vector<std::string> Names(const std::string& folder, const std::string& pattern = "*");
+  Texts Names(const std::string& folder, const std::string& pattern = "*");
 
  private:
-  std::unique_ptr<FileSystemWorld> world_ = GetParam()();
+  std::unique_ptr<FileSystemWorld> world_ = MakeWorld();
 };
 
 }  // namespace contract

@@ -30,12 +30,7 @@ long __stdcall QXRegGetKeyDWORD(const char*, unsigned long* value) {
   return 0;
 }
 long __stdcall QXRegSetKeySZ(const char* name, const char* value) {
-  return std::strcmp(name,
-                     "Gr\xFC\xDF"
-                     "e") == 0 &&
-                 std::strcmp(value, "\x80") == 0
-             ? 0
-             : -1;
+  return std::strcmp(name, "M\xFCll") == 0 && std::strcmp(value, "\x80") == 0 ? 0 : -1;
 }
 long __stdcall QXGetHostname(char* value) {
   return Overfill(value, "HOST");

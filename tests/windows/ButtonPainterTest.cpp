@@ -18,27 +18,19 @@ std::vector<COLORREF> Paint(UINT state, bool isDefault, const wchar_t* caption,
                             const windows::ButtonColours& colours = kColours) {
   HWND button =
       CreateWindowExW(0, L"BUTTON", caption, BS_OWNERDRAW, 0, 0, kWidth, kHeight, nullptr, nullptr, nullptr, nullptr);
-  HDC screen = GetDC(nullptr);
-  HDC context = CreateCompatibleDC(screen);
-  HBITMAP bitmap = CreateCompatibleBitmap(screen, kWidth, kHeight);
+  HDC context = CreateCompatibleDC(nullptr);
+  HBITMAP bitmap = CreateBitmap(kWidth, kHeight, 1, 32, nullptr);
   std::vector<COLORREF> pixels;
   {
     const windows::SelectScope picture(context, bitmap);
-    DRAWITEMSTRUCT item = {};
-    item.CtlType = ODT_BUTTON;
-    item.itemState = state;
-    item.hwndItem = button;
-    item.hDC = context;
-    item.rcItem = {0, 0, kWidth, kHeight};
     windows::GdiCache gdi;
-    windows::PaintButton(item, colours, isDefault, gdi);
-    for (int y = 0; y < kHeight; ++y) {
+    windows::PaintButton({ODT_BUTTON, 0, 0, 0, state, button, context, {0, 0, kWidth, kHeight}, 0}, colours, isDefault,
+                         gdi);
+    for (int y = 0; y < kHeight; ++y)
       for (int x = 0; x < kWidth; ++x) pixels.push_back(GetPixel(context, x, y));
-    }
   }
   DeleteObject(bitmap);
   DeleteDC(context);
-  ReleaseDC(nullptr, screen);
   DestroyWindow(button);
   return pixels;
 }
@@ -60,9 +52,8 @@ TEST(ButtonPainterTest, EveryStateLooksDifferent) {
 
 TEST(ButtonPainterTest, TheEdgeCanBeSeenOnABlackFace) {
   const auto pixels = Paint(0, false, L"", {0, RGB(255, 255, 255), true});
-  for (const int at : {0, kWidth - 1, kWidth * (kHeight - 1), kWidth * kHeight - 1}) {
-    EXPECT_EQ(pixels[static_cast<std::size_t>(at)], RGB(255, 255, 255)) << at;
-  }
+  for (const int corner : {0, kWidth - 1, kWidth * (kHeight - 1), kWidth * kHeight - 1})
+    EXPECT_EQ(pixels.at(static_cast<std::size_t>(corner)), RGB(255, 255, 255)) << corner;
 }
 
 TEST(ButtonPainterTest, UsesTheConfiguredColours) {

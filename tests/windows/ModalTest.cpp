@@ -3,6 +3,7 @@
 
 #include <dbt.h>
 
+#include <atomic>
 #include <thread>
 
 #include "TestForms.h"
@@ -11,92 +12,79 @@
 
 namespace windows_tests {
 
-using Events = std::vector<std::string>;
-
-using ModalTest = WindowTest;
+class ModalTest : public WindowTest {
+ protected:
+  SignInForm form_{toolkit_};
+};
 
 TEST_F(ModalTest, EnterAndEscPressTheRightButton) {
-  SignInForm form(toolkit_);
-  Show(form, [&] {
-    EXPECT_EQ(GetParent(GetFocus()), ItemOf(form, form.cmbUserName)) << "the first field has the focus";
+  Show(form_, [&] {
+    EXPECT_EQ(GetParent(GetFocus()), ItemOf(form_, form_.cmbUserName)) << "the first field has the focus";
     Key(VK_TAB);
-    EXPECT_EQ(GetFocus(), ItemOf(form, form.txtPassword));
+    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword));
     Key(VK_RETURN);
-    EXPECT_EQ(form.events, (Events{"OK"})) << "from a text box, the default button";
+    EXPECT_EQ(form_.events, (Events{"OK"})) << "from a text box, the default button";
     Key(VK_ESCAPE);
-    EXPECT_EQ(form.events.back(), "Cancel");
-    form.cmdCancel.SetFocus();
+    EXPECT_EQ(form_.events.back(), "Cancel");
+    form_.cmdCancel.SetFocus();
     Key(VK_RETURN);
-    EXPECT_EQ(form.events.back(), "Cancel") << "on another button, that one";
-    EXPECT_EQ(form.events.size(), 3U);
-    form.cmdOK.SetFocus();
+    EXPECT_EQ(form_.events.back(), "Cancel") << "on another button, that one";
+    EXPECT_EQ(form_.events.size(), 3U);
+    form_.cmdOK.SetFocus();
     Key(VK_SPACE);
-    EXPECT_EQ(form.events.back(), "OK");
-    form.txtPassword.SetFocus();
-    form.cmdOK.SetEnabled(false);
+    EXPECT_EQ(form_.events.back(), "OK");
+    form_.txtPassword.SetFocus();
+    form_.cmdOK.SetEnabled(false);
     Key(VK_RETURN);
-    EXPECT_EQ(form.events.size(), 4U) << "a disabled default button";
+    EXPECT_EQ(form_.events.size(), 4U) << "a disabled default button";
   });
 }
 
 TEST_F(ModalTest, CloseBoxPressesCancel) {
-  SignInForm form(toolkit_);
-  Show(form, [&] {
-    form.cmdCancel.SetEnabled(false);
-    PostMessageW(WindowOf(form), WM_CLOSE, 0, 0);
-    loop_.Yield();
-    EXPECT_TRUE(form.events.empty()) << "while Cancel is disabled the dialog stays";
-    form.cmdCancel.SetEnabled(true);
-    form.closesOnPress = true;
-    PostMessageW(WindowOf(form), WM_CLOSE, 0, 0);
-    loop_.Yield();
-    EXPECT_EQ(form.events, (Events{"Cancel"}));
-    EXPECT_FALSE(form.IsOpen());
+  Show(form_, [&] {
+    form_.cmdCancel.SetEnabled(false);
+    Post(WindowOf(form_), WM_CLOSE);
+    EXPECT_TRUE(form_.events.empty()) << "while Cancel is disabled the dialog stays";
+    form_.cmdCancel.SetEnabled(true);
+    form_.closesOnPress = true;
+    Post(WindowOf(form_), WM_CLOSE);
+    EXPECT_EQ(form_.events, (Events{"Cancel"}));
+    EXPECT_FALSE(form_.IsOpen());
   });
-  EXPECT_FALSE(form.IsLoaded());
+  EXPECT_FALSE(form_.IsLoaded());
 }
 
 TEST_F(ModalTest, HeldKeysAreReportedWithThePress) {
-  struct Case {
-    std::initializer_list<int> held;
-    bool alone;
-  };
-  SignInForm form(toolkit_);
-  Show(form, [&] {
-    for (const Case& c : {Case{{}, false}, Case{{VK_SHIFT}, true}, Case{{VK_SHIFT, VK_CONTROL}, false},
-                          Case{{VK_SHIFT, VK_MENU}, false}, Case{{VK_CONTROL}, false}}) {
-      Hold(c.held);
-      SendMessageW(ItemOf(form, form.cmdCancel), BM_CLICK, 0, 0);
-      EXPECT_EQ(form.keys.IsShiftAlone(), c.alone) << c.held.size();
+  Show(form_, [&] {
+    for (const bool shift : {false, true}) {
+      for (const int other : {0, VK_CONTROL, VK_MENU}) {
+        shift ? Hold({VK_SHIFT, other}) : Hold({other});
+        Click(ItemOf(form_, form_.cmdCancel));
+        EXPECT_EQ(form_.keys.IsShiftAlone(), shift && other == 0) << other;
+      }
     }
-    EXPECT_EQ(form.events.size(), 5U);
+    EXPECT_EQ(form_.events.size(), 6U);
   });
 }
 
 TEST_F(ModalTest, AccessKeysWork) {
-  SignInForm form(toolkit_);
-  form.lblLabel2.SetCaption("&Password");
-  form.cmdCancel.SetCaption("Ca&ncel");
-  Show(form, [&] {
-    PostMessageW(GetFocus(), WM_SYSCHAR, L'p', 1 << 29);
-    loop_.Yield();
-    EXPECT_EQ(GetFocus(), ItemOf(form, form.txtPassword));
-    PostMessageW(GetFocus(), WM_SYSCHAR, L'n', 1 << 29);
-    loop_.Yield();
-    EXPECT_EQ(form.events, (Events{"Cancel"}));
+  form_.lblLabel2.SetCaption("&Password");
+  form_.cmdCancel.SetCaption("Ca&ncel");
+  Show(form_, [&] {
+    Post(GetFocus(), WM_SYSCHAR, L'p', 1 << 29);
+    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword));
+    Post(GetFocus(), WM_SYSCHAR, L'n', 1 << 29);
+    EXPECT_EQ(form_.events, (Events{"Cancel"}));
   });
 }
 
 TEST_F(ModalTest, HelpIsAskedForInEveryControl) {
-  SignInForm form(toolkit_);
   int asked = 0;
   toolkit_.HelpRequested = [&asked] { ++asked; };
-  Show(form, [&] {
+  Show(form_, [&] {
     HWND field = GetFocus();  // inside the combo box
-    for (HWND target : {field, ItemOf(form, form.txtPassword), ItemOf(form, form.cmdCancel), WindowOf(form)}) {
-      HELPINFO help = {};
-      help.cbSize = sizeof help;
-      help.hItemHandle = target;
+    for (HWND target : {field, ItemOf(form_, form_.txtPassword), ItemOf(form_, form_.cmdCancel), WindowOf(form_)}) {
+      HELPINFO help = {sizeof help, HELPINFO_WINDOW, 0, target, 0, {}};
       SendMessageW(target, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
     }
   });
@@ -104,56 +92,67 @@ TEST_F(ModalTest, HelpIsAskedForInEveryControl) {
 }
 
 TEST_F(ModalTest, AClickBehindTheOneThatClosedIsLost) {
-  SignInForm form(toolkit_);
-  form.closesOnPress = true;
-  Show(form, [&] {
-    PostMessageW(ItemOf(form, form.cmdOK), BM_CLICK, 0, 0);
-    PostMessageW(ItemOf(form, form.cmdOK), BM_CLICK, 0, 0);
-    loop_.Yield();
+  form_.closesOnPress = true;
+  Show(form_, [&] {
+    PostMessageW(ItemOf(form_, form_.cmdOK), BM_CLICK, 0, 0);
+    Click(ItemOf(form_, form_.cmdOK));
   });
-  EXPECT_EQ(form.events, (Events{"OK"}));
+  EXPECT_EQ(form_.events, (Events{"OK"}));
 }
 
 TEST_F(ModalTest, ASentClickEndsTheLoopToo) {
-  SignInForm form(toolkit_);
-  form.closesOnPress = true;
-  form.Load();
-  HWND ok = ItemOf(form, form.cmdOK);
+  form_.closesOnPress = true;
+  form_.Load();
+  HWND ok = ItemOf(form_, form_.cmdOK);
   std::jthread driver([ok] {
     while (IsWindowVisible(ok) == FALSE) Sleep(5);
     Sleep(50);  // until the loop waits
     SendMessageW(ok, BM_CLICK, 0, 0);
   });
-  form.ShowModal();
-  EXPECT_EQ(form.events, (Events{"OK"}));
+  form_.ShowModal();
+  EXPECT_EQ(form_.events, (Events{"OK"}));
+}
+
+TEST_F(ModalTest, LongWorkAnswersOthersAndPressesNothing) {
+  Show(form_, [&] {
+    HWND ok = ItemOf(form_, form_.cmdOK);
+    std::atomic<bool> answered = false;
+    std::jthread other([&] {
+      SendMessageW(ok, BM_CLICK, 0, 0);
+      answered = true;
+    });
+    PostMessageW(ok, BM_CLICK, 0, 0);
+    while (!answered) loop_.ServeWithoutInput();
+    EXPECT_TRUE(form_.events.empty());
+    loop_.Yield();
+    EXPECT_EQ(form_.events, (Events{"OK"})) << "the operator's own click has waited";
+  });
 }
 
 TEST_F(ModalTest, TheDialogBelowIsBlockedUntilTheUpperOneGoes) {
-  SignInForm lower(toolkit_);
-  BackupForm upper(toolkit_);
-  lower.cmdOK.Clicked = [&](forms::ShiftState) {
+  MaintenanceForm upper(toolkit_);
+  form_.cmdOK.Clicked = [&](forms::ShiftState) {
     Show(upper, [&] {
-      EXPECT_FALSE(IsWindowEnabled(WindowOf(lower)));
-      EXPECT_EQ(GetWindow(WindowOf(upper), GW_OWNER), WindowOf(lower));
+      EXPECT_FALSE(IsWindowEnabled(WindowOf(form_)));
+      EXPECT_EQ(GetWindow(WindowOf(upper), GW_OWNER), WindowOf(form_));
       EXPECT_EQ(GetActiveWindow(), WindowOf(upper));
     });
   };
-  Show(lower, [&] {
-    Click(ItemOf(lower, lower.cmdOK));
-    EXPECT_TRUE(IsWindowEnabled(WindowOf(lower)));
-    EXPECT_EQ(GetActiveWindow(), WindowOf(lower));
-    lower.SetEnabled(false);
-    EXPECT_FALSE(IsWindowEnabled(WindowOf(lower)));
+  Show(form_, [&] {
+    Click(ItemOf(form_, form_.cmdOK));
+    EXPECT_TRUE(IsWindowEnabled(WindowOf(form_)));
+    EXPECT_EQ(GetActiveWindow(), WindowOf(form_));
+    form_.SetEnabled(false);
+    EXPECT_FALSE(IsWindowEnabled(WindowOf(form_)));
   });
 }
 
 TEST_F(ModalTest, AHiddenFormKeepsItsWindowUntilItIsUnloaded) {
-  SignInForm form(toolkit_);
-  Show(form, [&] { form.Hide(); });
-  ASSERT_TRUE(form.IsLoaded());
-  EXPECT_FALSE(IsWindowVisible(WindowOf(form)));
-  form.Unload();
-  EXPECT_EQ(WindowOf(form), nullptr);
+  Show(form_, [&] { form_.Hide(); });
+  ASSERT_TRUE(form_.IsLoaded());
+  EXPECT_FALSE(IsWindowVisible(WindowOf(form_)));
+  form_.Unload();
+  EXPECT_EQ(WindowOf(form_), nullptr);
 }
 
 TEST_F(ModalTest, TypedCharactersAreFilteredPastedOnesAreNot) {
@@ -173,47 +172,40 @@ TEST_F(ModalTest, TypedCharactersAreFilteredPastedOnesAreNot) {
 }
 
 TEST_F(ModalTest, FocusLeavesADisabledControlAndReturns) {
-  SignInForm form(toolkit_);
-  Show(form, [&] {
-    form.cmdOK.SetFocus();
-    form.cmdOK.SetEnabled(false);
-    EXPECT_EQ(GetFocus(), ItemOf(form, form.cmdCancel));
-    form.cmdCancel.SetEnabled(false);
+  Show(form_, [&] {
+    form_.cmdOK.SetFocus();
+    form_.cmdOK.SetEnabled(false);
+    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.cmdCancel));
+    form_.cmdCancel.SetEnabled(false);
     EXPECT_TRUE(IsWindowEnabled(GetFocus()));
-    form.cmdCancel.SetEnabled(true);
-    form.cmdOK.SetEnabled(true);
-    EXPECT_EQ(GetFocus(), ItemOf(form, form.cmdOK));
+    form_.cmdCancel.SetEnabled(true);
+    form_.cmdOK.SetEnabled(true);
+    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.cmdOK));
 
-    form.cmdOK.SetEnabled(false);
-    form.txtPassword.SetFocus();
-    form.cmdOK.SetEnabled(true);
-    EXPECT_EQ(GetFocus(), ItemOf(form, form.txtPassword)) << "the operator has gone elsewhere";
+    form_.cmdOK.SetEnabled(false);
+    form_.txtPassword.SetFocus();
+    form_.cmdOK.SetEnabled(true);
+    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword)) << "the operator has gone elsewhere";
   });
 }
 
 TEST_F(ModalTest, VolumesThatComeAndGoAreReported) {
-  struct Case {
-    WPARAM event;
-    DWORD type;
-    Events expected;
+  form_.Load();
+  const auto tell = [&](WPARAM event, DWORD type) {
+    DEV_BROADCAST_HDR header = {sizeof header, type, 0};
+    SendMessageW(WindowOf(form_), WM_DEVICECHANGE, event, type == 0 ? 0 : reinterpret_cast<LPARAM>(&header));
   };
-  SignInForm form(toolkit_);
-  form.Load();
-  for (const Case& c : {Case{DBT_DEVICEARRIVAL, DBT_DEVTYP_VOLUME, {"device 2"}},
-                        Case{DBT_DEVICEREMOVECOMPLETE, DBT_DEVTYP_VOLUME, {"device 2"}},
-                        Case{DBT_DEVICEARRIVAL, DBT_DEVTYP_PORT, {"device 3"}},
-                        Case{DBT_DEVICEQUERYREMOVE, DBT_DEVTYP_VOLUME, {}}, Case{DBT_DEVNODES_CHANGED, 0, {}}}) {
-    form.events.clear();
-    DEV_BROADCAST_HDR header = {sizeof header, c.type, 0};
-    SendMessageW(WindowOf(form), WM_DEVICECHANGE, c.event, c.type == 0 ? 0 : reinterpret_cast<LPARAM>(&header));
-    EXPECT_EQ(form.events, c.expected) << c.event << " " << c.type;
-  }
+  tell(DBT_DEVICEARRIVAL, DBT_DEVTYP_VOLUME);
+  tell(DBT_DEVICEQUERYREMOVE, DBT_DEVTYP_VOLUME);
+  tell(DBT_DEVICEARRIVAL, DBT_DEVTYP_PORT);
+  tell(DBT_DEVNODES_CHANGED, 0);
+  tell(DBT_DEVICEREMOVECOMPLETE, DBT_DEVTYP_VOLUME);
+  EXPECT_EQ(form_.events, (Events{"device 2", "device 3", "device 2"}));
 }
 
 TEST_F(ModalTest, TheHourglassStaysUntilItIsTakenBack) {
-  SignInForm form(toolkit_);
-  form.Load();
-  HWND window = WindowOf(form);
+  form_.Load();
+  HWND window = WindowOf(form_);
   const auto mouseMoves = [window] {
     return SendMessageW(window, WM_SETCURSOR, reinterpret_cast<WPARAM>(window), MAKELPARAM(HTCLIENT, WM_MOUSEMOVE));
   };

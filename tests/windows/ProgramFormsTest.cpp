@@ -1,7 +1,7 @@
 // The program's own forms on their templates, with the demo workstation's captions in each language:
 // what an operator with or without a mouse, good eyes and a large font needs of the layout.
 #include <algorithm>
-#include <charconv>
+#include <cstdlib>
 #include <fstream>
 #include <memory>
 #include <set>
@@ -10,6 +10,7 @@
 #include "access/frmMainMenu.h"
 #include "access/frmUserAuthentication.h"
 #include "app/Messages.h"
+#include "backup/BackupOperation.h"
 #include "backup/Descriptor.h"
 #include "backup/frmBackup.h"
 #include "fakes/FakeHost.h"
@@ -19,44 +20,22 @@
 #include "restore/frmRestore.h"
 #include "windows/adapters/Text.h"
 #include "windows/toolkit/ControlIds.h"
-#include "windows/toolkit/GdiCache.h"
 #include "windows/toolkit/WindowText.h"
 
 namespace windows_tests {
 
 namespace {
 
-/// A destination whose space is shown.
-class AnyOperation : public media::SelectionOperation {
- public:
-  std::string ProposeFolder() override { return "D:\\20120315093012\\"; }
-  bool ShowsSpace() const override { return true; }
-  app::ResultCode Run() override { return app::kStopped; }
-  media::FailureMessages DefaultMessages() const override { return {}; }
-  void Unloaded() override {}
-};
-
-struct Case {
-  const char* language;
-  const char* form;
-};
-
-void PrintTo(const Case& each, std::ostream* out) {
-  *out << each.form << " in " << each.language;
-}
-
 /// Lines of number, kind, icon and text, with tabs between.
 std::map<int, std::optional<std::string>> ReadCatalogue(const std::string& path) {
   std::map<int, std::optional<std::string>> rows;
   std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) {
-    if (line.ends_with('\r')) line.pop_back();
-    int id = 0;
-    std::from_chars(line.data(), line.data() + line.size(), id);
-    rows[id] = line.substr(line.rfind('\t') + 1);
-  }
+  for (std::string line; std::getline(file, line);) rows[std::atoi(line.c_str())] = line.substr(line.rfind('\t') + 1);
   return rows;
 }
+
+/// A language of the catalogue and a form.
+using Case = std::tuple<const char*, const char*>;
 
 }  // namespace
 
@@ -64,26 +43,19 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
  protected:
   ProgramFormsTest() {
     fakes::FillDemoWorkstation(host_);
-    host_.catalogue.rows = ReadCatalogue(std::string(QX_CATALOGUES) + GetParam().language + ".tsv");
+    host_.catalogue.rows = ReadCatalogue(std::string(QX_CATALOGUES) + std::get<0>(GetParam()) + ".tsv");
     application_.appearance.ApplicationName = "Tarsus.exe";
-    application_.appearance.Font = "Tahoma";
-    application_.appearance.FontSizeSS = application_.appearance.FontSizeS = 9;
     app::State& state = application_.state;
     state.MsgTableName = host_.catalogue.tableName;
     state.SystemFolder = fakes::kSystemFolder;
     state.SoftwareVersion = "3.05";
     state.UserRight = app::Right::Privileged;
     app::OpenMessageCatalogue(application_, "any");
-    WriteSetWithNotes();
-    form_ = Make(GetParam().form);
-    form_->Load();
-  }
-
-  /// A set of which one category does not fit and the others are missing.
-  void WriteSetWithNotes() {
-    application_.state.SelectedFolder = "D:\\";
+    // A set of which one category does not fit and the others are missing.
+    state.SelectedFolder = "D:\\";
     host_.WriteLines("D:\\BackupInfo.ini", {"AppType=" + backup::HostApplicationType(application_), "AppVersion=3.01",
                                             "Date=2012/03/15 09:30:12", "PatientData=other"});
+    Open("Tahoma", 9);
   }
 
   std::unique_ptr<forms::Form> Make(const std::string& name) {
@@ -95,18 +67,15 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
     return std::make_unique<restore::frmRestore>(application_, definitions_);
   }
 
-  void Reload(const std::string& face, std::uint32_t points) {
+  void Open(const std::string& face, std::uint32_t points) {
     form_.reset();
     application_.appearance.Font = face;
     application_.appearance.FontSizeSS = application_.appearance.FontSizeS = points;
     toolkit_.SetFont(face, points);
-    form_ = Make(GetParam().form);
+    form_ = Make(std::get<1>(GetParam()));
     form_->Load();
   }
 
-  static bool IsText(const forms::Control& control) {
-    return control.Kind() == forms::ControlKind::Label || control.Kind() == forms::ControlKind::Frame;
-  }
   static bool IsField(const forms::Control& control) {
     return control.Kind() == forms::ControlKind::TextBox || control.Kind() == forms::ControlKind::ComboBox;
   }
@@ -135,10 +104,8 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
   static SIZE Measure(HWND window, HFONT font, const std::wstring& text, int width, UINT format) {
     HDC context = GetDC(window);
     RECT needed = {0, 0, width, 0};
-    {
-      const windows::SelectScope scope(context, font);
-      DrawTextW(context, text.c_str(), -1, &needed, DT_CALCRECT | format);
-    }
+    SelectObject(context, font);
+    DrawTextW(context, text.c_str(), -1, &needed, DT_CALCRECT | format);
     ReleaseDC(window, context);
     return {needed.right, needed.bottom};
   }
@@ -196,7 +163,7 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
   backup::JobDefinitions definitions_;
   maintenance::Collectors collectors_{application_, definitions_};
   backup::JobContext job_{application_, definitions_, collectors_};
-  AnyOperation operation_;
+  backup::BackupOperation operation_{job_, {}};
   std::unique_ptr<forms::Form> form_;
 };
 
@@ -231,7 +198,7 @@ TEST_P(ProgramFormsTest, TheTabKeyGoesAsOneReads) {
   RECT before = {};
   for (HWND child : Children()) {
     const forms::Control* control = MemberOf(child);
-    if (control == nullptr || IsText(*control)) continue;
+    if (control == nullptr || control->Kind() <= forms::ControlKind::Frame) continue;  // a text
     const RECT area = AreaOf(child);
     const bool sameLine = area.top < before.bottom && before.top < area.bottom;
     EXPECT_TRUE(sameLine ? area.left >= before.right : area.top >= before.bottom) << control->Name();
@@ -258,7 +225,7 @@ TEST_P(ProgramFormsTest, NothingIsCutOrCoveredInAnyFont) {
   for (const char* face : {"Tahoma", "DejaVu Sans"}) {
     for (const std::uint32_t points : {8U, 9U, 11U, 14U, 21U}) {
       const testing::ScopedTrace trace(__FILE__, __LINE__, face + (" " + std::to_string(points)));
-      Reload(face, points);
+      Open(face, points);
       ExpectTitleFits();
       for (const forms::Control* control : form_->Controls()) ExpectTextFits(*control);
       ExpectControlsApart();
@@ -266,18 +233,12 @@ TEST_P(ProgramFormsTest, NothingIsCutOrCoveredInAnyFont) {
   }
 }
 
-std::vector<Case> AllCases() {
-  std::vector<Case> cases;
-  for (const char* language : {"english", "german"}) {
-    for (const char* form :
-         {"frmUserAuthentication", "frmMainMenu", "frmBackup", "frmSelectFolder", "frmRestore", "frmMaintenance"}) {
-      cases.push_back({language, form});
-    }
-  }
-  return cases;
-}
-
-INSTANTIATE_TEST_SUITE_P(Languages, ProgramFormsTest, testing::ValuesIn(AllCases()),
-                         [](const auto& each) { return std::string(each.param.language) + "_" + each.param.form; });
+INSTANTIATE_TEST_SUITE_P(Languages, ProgramFormsTest,
+                         testing::Combine(testing::Values("english", "german"),
+                                          testing::Values("frmUserAuthentication", "frmMainMenu", "frmBackup",
+                                                          "frmSelectFolder", "frmRestore", "frmMaintenance")),
+                         [](const auto& each) {
+                           return std::string(std::get<0>(each.param)) + "_" + std::get<1>(each.param);
+                         });
 
 }  // namespace windows_tests

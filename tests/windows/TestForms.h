@@ -8,6 +8,8 @@
 
 namespace windows_tests {
 
+using Events = std::vector<std::string>;
+
 class SignInForm : public forms::Form {
  public:
   explicit SignInForm(forms::Toolkit& toolkit) : Form(toolkit, "frmUserAuthentication") {
@@ -27,7 +29,7 @@ class SignInForm : public forms::Form {
   forms::CommandButton cmdOK{*this, "cmdOK"};
   forms::CommandButton cmdCancel{*this, "cmdCancel"};
 
-  std::vector<std::string> events;
+  Events events;
   forms::ShiftState keys;  ///< of the last press
   bool closesOnPress = false;
 
@@ -62,22 +64,7 @@ class MaintenanceForm : public forms::Form {
   forms::Label lblLabel7{*this, "lblLabel7"};
   forms::Label lblError1{*this, "lblError1"};
 
-  std::vector<std::string> events;
-};
-
-class BackupForm : public forms::Form {
- public:
-  explicit BackupForm(forms::Toolkit& toolkit) : Form(toolkit, "frmBackup") {
-    SetTitle("Test backup");
-    chkLogData.Clicked = [this] { ++clicks; };
-  }
-
-  forms::Frame fraBackup{*this, "fraBackup"};
-  forms::CheckBox chkLogData{*this, "chkLogData"};
-  forms::CheckBox chkDeleteLog{*this, "chkDeleteLog"};
-  forms::CommandButton cmdStart{*this, "cmdStart"};
-
-  int clicks = 0;
+  Events events;
 };
 
 }  // namespace windows_tests

@@ -3,65 +3,40 @@
 
 #include "windows/adapters/Text.h"
 #include "windows/toolkit/ControlIds.h"
-#include "windows/toolkit/WindowText.h"
 
 namespace windows_tests {
 
 namespace {
 
-constexpr UINT kRunScript = WM_APP;
-constexpr wchar_t kScriptClass[] = L"QXTestScript";
-
-struct Search {
-  std::string title;
-  HWND found;
-};
-
-BOOL CALLBACK FindTitle(HWND window, LPARAM parameter) {
-  auto& search = *reinterpret_cast<Search*>(parameter);
-  wchar_t type[32] = {};
-  GetClassNameW(window, type, 32);
-  if (std::wstring(type) == L"QXDialog" && windows::TextOf(window) == search.title) search.found = window;
-  return search.found == nullptr ? TRUE : FALSE;
+/// The timer's number is where its script stands.
+void CALLBACK RunScript(HWND window, UINT, UINT_PTR script, DWORD) {
+  KillTimer(window, script);
+  (*reinterpret_cast<std::function<void()>*>(script))();
 }
 
 }  // namespace
 
-WindowTest::WindowTest() {
-  WNDCLASSW type = {};
-  type.lpfnWndProc = ScriptProc;
-  type.hInstance = GetModuleHandleW(nullptr);
-  type.lpszClassName = kScriptClass;
-  RegisterClassW(&type);
-  scriptWindow_ = CreateWindowExW(0, kScriptClass, L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, type.hInstance, nullptr);
-}
-
-WindowTest::~WindowTest() {
-  Hold();
-  DestroyWindow(scriptWindow_);
-  UnregisterClassW(kScriptClass, GetModuleHandleW(nullptr));
-}
-
-LRESULT CALLBACK WindowTest::ScriptProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-  if (message != kRunScript) return DefWindowProcW(window, message, wParam, lParam);
-  (*reinterpret_cast<std::function<void()>*>(lParam))();
-  return 0;
-}
-
 void WindowTest::Show(forms::Form& form, std::function<void()> script) {
-  std::function<void()> whole = [&form, &script, this] {
+  std::function<void()> whole = [&] {
     loop_.Yield();
     script();
     if (form.IsOpen()) form.Close();
   };
-  PostMessageW(scriptWindow_, kRunScript, 0, reinterpret_cast<LPARAM>(&whole));
+  // A timer without a window would get a number of the system's.
+  HWND owner = CreateWindowExW(0, L"STATIC", L"", 0, 0, 0, 0, 0, HWND_MESSAGE, nullptr, nullptr, nullptr);
+  SetTimer(owner, reinterpret_cast<UINT_PTR>(&whole), 0, RunScript);
   form.ShowModal();
+  DestroyWindow(owner);
 }
 
 HWND WindowTest::WindowOf(const forms::Form& form) {
-  Search search = {form.Title(), nullptr};
-  EnumThreadWindows(GetCurrentThreadId(), FindTitle, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+  HWND window = nullptr;
+  DWORD process = 0;
+  do {
+    window = FindWindowExW(nullptr, window, L"QXDialog", windows::Utf16(form.Title()).c_str());
+    GetWindowThreadProcessId(window, &process);
+  } while (window != nullptr && process != GetCurrentProcessId());
+  return window;
 }
 
 HWND WindowTest::ItemOf(const forms::Form& form, const forms::Control& control) {
@@ -69,20 +44,18 @@ HWND WindowTest::ItemOf(const forms::Form& form, const forms::Control& control) 
   return entry == nullptr ? nullptr : GetDlgItem(WindowOf(form), entry->id);
 }
 
+void WindowTest::Post(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+  PostMessageW(window, message, wParam, lParam);
+  loop_.Yield();
+}
+
 void WindowTest::Key(WPARAM key) {
   PostMessageW(GetFocus(), WM_KEYDOWN, key, 1);
-  PostMessageW(GetFocus(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
-  loop_.Yield();
+  Post(GetFocus(), WM_KEYUP, key, static_cast<LPARAM>(0xC0000001U));
 }
 
 void WindowTest::Type(HWND window, const std::wstring& text) {
-  for (wchar_t character : text) PostMessageW(window, WM_CHAR, character, 1);
-  loop_.Yield();
-}
-
-void WindowTest::Click(HWND window) {
-  PostMessageW(window, BM_CLICK, 0, 0);
-  loop_.Yield();
+  for (wchar_t character : text) Post(window, WM_CHAR, character, 1);
 }
 
 void WindowTest::Hold(std::initializer_list<int> keys) {

@@ -15,8 +15,7 @@ namespace windows_tests {
 
 class WindowTest : public testing::Test {
  protected:
-  WindowTest();
-  ~WindowTest() override;
+  ~WindowTest() override { Hold(); }
 
   /// Shows the form modally and runs `script` in its modal loop, once; then closes the form
   /// if the script has not.
@@ -27,19 +26,15 @@ class WindowTest : public testing::Test {
   static HWND ItemOf(const forms::Form& form, const forms::Control& control);
 
   // The operator. Each returns when the program has dealt with the input.
+  void Post(HWND window, UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
   void Key(WPARAM key);
   void Type(HWND window, const std::wstring& text);
-  void Click(HWND window);
+  void Click(HWND window) { Post(window, BM_CLICK); }
   /// As if the keys were held down; none by default.
   static void Hold(std::initializer_list<int> keys = {});
 
   windows::Win32MessageLoop loop_;
   windows::Win32Toolkit toolkit_{loop_};
-
- private:
-  static LRESULT CALLBACK ScriptProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
-
-  HWND scriptWindow_ = nullptr;
 };
 
 }  // namespace windows_tests

@@ -16,23 +16,4 @@ class EndToEndTest : public ::testing::Test {
   void TearDown() override { TidyUp(); }
 };
 
-/// A program of a given name that runs and does nothing, until it goes out of scope.
-class RunningSibling {
- public:
-  explicit RunningSibling(const std::string& executable)
-      : path_(kTarsus / "Temp" / executable), program_(Copied(path_)) {}
-  ~RunningSibling() { EndAll(path_.filename().wstring()); }
-  RunningSibling(const RunningSibling&) = delete;
-  RunningSibling& operator=(const RunningSibling&) = delete;
-
- private:
-  static std::string Copied(const fs::path& path) {
-    CopyFileW(L"C:\\windows\\system32\\notepad.exe", path.c_str(), FALSE);
-    return "\"" + Utf8(path.wstring()) + "\"";
-  }
-
-  fs::path path_;
-  Program program_;
-};
-
 }  // namespace endtoend

@@ -13,7 +13,6 @@ namespace endtoend {
 namespace {
 
 constexpr wchar_t kUninstall[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
-constexpr wchar_t kHostKey[] = L"SOFTWARE\\Orvantis\\TARSUS";
 const fs::path kAlone = L"C:\\Program Files\\QXBackupUtility";
 const fs::path kBesideHost = kTarsus / "Program";
 const fs::path kShortcut = L"C:\\ProgramData\\Microsoft\\Windows\\Start Menu\\Programs\\QXBackupUtility.lnk";
@@ -48,6 +47,12 @@ std::string Listed(const wchar_t* value, const std::wstring& product = L"QXBacku
   DWORD size = sizeof(text);
   RegGetValueW(HKEY_LOCAL_MACHINE, (kUninstall + product).c_str(), value, RRF_RT_REG_SZ, nullptr, text, &size);
   return Utf8(text);
+}
+
+DWORD NumberAt(const std::wstring& key, const wchar_t* value) {
+  DWORD number = 0, size = sizeof(number);
+  RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), value, RRF_RT_REG_DWORD, nullptr, &number, &size);
+  return number;
 }
 
 /// Uninstalls as the list of installed programs would, and waits for the end. True also when nothing is installed.
@@ -97,10 +102,7 @@ TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   EXPECT_FALSE(Listed(L"Publisher").empty());
   EXPECT_EQ(Listed(L"InstallLocation"), Utf8(kAlone.wstring()));
   EXPECT_NE(Package(Packages(), L"QXBackupUtility-").find("-" + Listed(L"DisplayVersion") + "-"), std::string::npos);
-  DWORD kilobytes = 0, size = sizeof(kilobytes);
-  RegGetValueW(HKEY_LOCAL_MACHINE, (kUninstall + std::wstring(L"QXBackupUtility")).c_str(), L"EstimatedSize",
-               RRF_RT_REG_DWORD, nullptr, &kilobytes, &size);
-  EXPECT_GE(kilobytes, BuiltProgram().size() / 1024);
+  EXPECT_GE(NumberAt(kUninstall + std::wstring(L"QXBackupUtility"), L"EstimatedSize"), BuiltProgram().size() / 1024);
 
   ASSERT_TRUE(Uninstall());
   EXPECT_FALSE(fs::exists(kAlone));
@@ -109,22 +111,22 @@ TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
 
 TEST_F(Installer, TheArchiverIsForFoldersWithoutOne) {
   const fs::path folder = L"C:\\Elsewhere", archiver = folder / "cabarc.exe";
+  const std::string ours = ReadBytes(Packages().parent_path() / "bin" / "cabarc.exe");
   const struct {
     const char* option;
     bool before;      // another archiver stands in the folder
     std::string now;  // which one stands there when the program is installed
   } cases[] = {
-      {"", false, "ours"},           {"", true, "other"},           {"/CABARC=no", false, ""},
-      {"/CABARC=no", true, "other"}, {"/CABARC=yes", true, "ours"},
+      {"", false, ours},           {"", true, "other"}, {"/CABARC=no", false, ""}, {"/CABARC=no", true, "other"},
+      {"/CABARC=yes", true, ours},
   };
-  const std::string ours = ReadBytes(Packages().parent_path() / "bin" / "cabarc.exe");
   for (const auto& row : cases) {
     SCOPED_TRACE(std::string(row.option) + (row.before ? " beside another" : ""));
     fs::create_directory(folder);
     if (row.before) WriteBytes(archiver, "other");
     for (int times = 0; times < 2; ++times) {  // a second run finds its own work
       ASSERT_EQ(InstallProgram(std::string(row.option) + " /D=C:\\Elsewhere"), 0U);
-      EXPECT_TRUE(ReadBytes(archiver) == (row.now == "ours" ? ours : row.now));
+      EXPECT_TRUE(ReadBytes(archiver) == row.now);
     }
     ASSERT_TRUE(Uninstall());
     EXPECT_EQ(ReadBytes(archiver), row.before ? "other" : "");
@@ -164,8 +166,7 @@ TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
   CLSID classId = {};
   EXPECT_TRUE(FAILED(CLSIDFromProgID(L"Tarsus.LogWriter", &classId)));
   // What the work at the host has left, and nothing that was installed.
-  const auto left = Snapshot(kTarsus);
-  for (const auto& [name, bytes] : left) EXPECT_TRUE(name.starts_with("Log\\")) << name;
+  for (const auto& [name, bytes] : Snapshot(kTarsus)) EXPECT_TRUE(name.starts_with("Log\\")) << name;
 }
 
 TEST_F(Installer, AnUpgradeReplacesTheFilesAndKeepsTheSettings) {
@@ -191,9 +192,7 @@ TEST_F(Installer, AnUpgradeReplacesTheFilesAndKeepsTheSettings) {
   EXPECT_FALSE(fs::exists(kAlone));
   EXPECT_EQ(NamesIn(L"C:\\Elsewhere"), names);
   ASSERT_TRUE(Uninstall());
-  DWORD kept = 0, size = sizeof(kept);
-  RegGetValueW(HKEY_LOCAL_MACHINE, settings.c_str(), L"dlgMainMenuLeft", RRF_RT_REG_DWORD, nullptr, &kept, &size);
-  EXPECT_EQ(kept, place);
+  EXPECT_EQ(NumberAt(settings, L"dlgMainMenuLeft"), place);
 }
 
 TEST_F(Installer, TheDemonstrationRefusesAMachineWithAHost) {

@@ -28,7 +28,7 @@ void Say(const std::string& text) {
 
 /// Backs everything up and returns the folder of the set.
 std::string MakeBackup(Operator& person) {
-  const Window destination = person.StartBackup(person.OpenBackup({true, true, true, true, false}));
+  const Window destination = person.StartBackup(person.OpenBackup({true, true, true, true}));
   const std::string folder = destination.Text(ID_frmSelectFolder_txtFolder);
   person.Accept(destination);
   person.ConsentUntil(65300, {64302});
@@ -39,14 +39,14 @@ std::string MakeBackup(Operator& person) {
 void DamageData() {
   fs::remove_all(kTarsus / "Data" / "Report");
   fs::remove_all(kTarsus / "Data" / "Patient" / "P000007");
+  fs::remove(kTarsus / "Data" / "Explanation" / L"撮影 手順.htm");
   WriteBytes(kTarsus / "Data" / "Menu" / "Standard.mnu", "damaged");
   for (const auto& entry : fs::directory_iterator(kTarsus / "Data" / "Image.ddo" / "001")) fs::remove(entry.path());
   Say("Patients, images, menus and reports of the workstation are altered and deleted");
 }
 
 /// Damages the data, lets `restore` put it back, and compares.
-template <typename Action>
-void ProveRestore(Operator& person, Action restore) {
+void ProveRestore(Operator& person, const std::function<void()>& restore) {
   const auto before = Snapshot(kTarsus / "Data");
   DamageData();
   Require(Snapshot(kTarsus / "Data") != before, "nothing was damaged");
@@ -104,7 +104,7 @@ void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folde
 
 void End(Operator& person) {
   person.End(false);
-  Require(LogHolds("Finish Backup Utility and Start Tarsus"), "the log does not end as it should");
+  Require(LogLines().back().ends_with("Finish Backup Utility and Start Tarsus"), "the log does not end as it should");
   Require(WaitUntil([] { return IsRunning(L"Tarsus.exe"); }), "the host application was not started");
   Say("The program has ended and started the host application");
   EndAll(L"Tarsus.exe");

@@ -1,37 +1,32 @@
 #include "operator/Keyboard.h"
 
-#include "operator/Window.h"
+#include "common/Text.h"
 
 namespace endtoend {
 namespace {
 
-constexpr DWORD kBetweenKeys = 30;  // milliseconds; a quick typist
-
-void Send(WORD key, WORD character, DWORD flags) {
-  INPUT input{};
-  input.type = INPUT_KEYBOARD;
-  input.ki.wVk = key;
-  input.ki.wScan = character;
-  input.ki.dwFlags = flags;
-  SendInput(1, &input, sizeof(input));
+void Stroke(WORD key, DWORD flags) {
+  SendKey(key, flags);
+  SendKey(key, flags | KEYEVENTF_KEYUP);
+  Sleep(30);  // a quick typist
 }
 
 }  // namespace
 
-void PressKey(WORD key, WORD held) {
-  if (held != 0) Send(held, 0, 0);
-  Send(key, 0, 0);
-  Send(key, 0, KEYEVENTF_KEYUP);
-  if (held != 0) Send(held, 0, KEYEVENTF_KEYUP);
-  Sleep(kBetweenKeys);
+void SendKey(WORD key, DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  ((flags & KEYEVENTF_UNICODE) != 0 ? input.ki.wScan : input.ki.wVk) = key;
+  input.ki.dwFlags = flags;
+  SendInput(1, &input, sizeof(input));
+}
+
+void PressKey(WORD key) {
+  Stroke(key, 0);
 }
 
 void TypeText(const std::string& text) {
-  for (wchar_t character : Utf16(text)) {
-    Send(0, character, KEYEVENTF_UNICODE);
-    Send(0, character, KEYEVENTF_UNICODE | KEYEVENTF_KEYUP);
-    Sleep(kBetweenKeys);
-  }
+  for (wchar_t character : reference::Utf16(text)) Stroke(character, KEYEVENTF_UNICODE);
 }
 
 }  // namespace endtoend

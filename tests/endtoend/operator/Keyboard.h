@@ -7,8 +7,10 @@
 
 namespace endtoend {
 
-/// Presses and releases a key, with `held` (VK_SHIFT, VK_MENU) down meanwhile where it is given.
-void PressKey(WORD key, WORD held = 0);
+/// Sends one event of the keyboard: a key, or a character with KEYEVENTF_UNICODE.
+void SendKey(WORD key, DWORD flags = 0);
+/// Presses and releases a key.
+void PressKey(WORD key);
 /// Types a text (UTF-8) into whatever has the focus.
 void TypeText(const std::string& text);
 

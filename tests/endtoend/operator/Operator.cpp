@@ -20,7 +20,7 @@ Window Operator::SignInDialog() {
 
 void Operator::TrySignIn(const User& user) {
   const Window dialog = SignInDialog();
-  dialog.TypeIntoCombo(ID_frmUserAuthentication_cmbUserName, user.name);
+  dialog.Type(ID_frmUserAuthentication_cmbUserName, user.name);
   dialog.Type(ID_frmUserAuthentication_txtPassword, user.password);
   WaitUntil([&] { return dialog.IsEnabled(ID_frmUserAuthentication_cmdOK); });
   dialog.Press(ID_frmUserAuthentication_cmdOK);
@@ -44,7 +44,6 @@ Window Operator::OpenBackup(const Categories& categories) {
   dialog.Tick(ID_frmBackup_chkSystemData, categories.system);
   dialog.Tick(ID_frmBackup_chkLogData, categories.log);
   dialog.Tick(ID_frmBackup_chkReportData, categories.report);
-  if (categories.log) dialog.Tick(ID_frmBackup_chkDeleteLog, categories.deleteLogs);
   Tell("The backup dialog is open and the categories are ticked", dialog);
   return dialog;
 }
@@ -78,8 +77,8 @@ Window Operator::OpenRestore(const std::string& folder) {
 Window Operator::CollectMaintenanceLog(bool protect, int imageDays) {
   MainMenu().Press(ID_frmMainMenu_cmdMenu2);
   const Window dialog = program_.WaitForDialog(ID_frmMaintenance_cmdStart);
-  dialog.Choose(protect ? ID_frmMaintenance_Option1 : ID_frmMaintenance_Option2);
-  dialog.Choose(ID_frmMaintenance_Option4);
+  dialog.Tick(protect ? ID_frmMaintenance_Option1 : ID_frmMaintenance_Option2);
+  dialog.Tick(ID_frmMaintenance_Option4);
   dialog.Type(ID_frmMaintenance_txtCollectRange, std::to_string(imageDays));
   Tell("The maintenance options are chosen; " + dialog.Text(ID_frmMaintenance_txtPatientCount) + " patients, " +
            dialog.Text(ID_frmMaintenance_txtStudyCount) + " studies",
@@ -106,16 +105,12 @@ int Operator::NextMessage() {
 int Operator::Answer(endtoend::Answer answer) {
   const Window window = program_.WaitForMessageWindow();
   Tell("Message: " + window.Text(TARSUS_MESSAGE_TEXT), window);
-  return program_.AnswerMessage(answer).id;
+  return program_.AnswerMessage(answer);
 }
 
 void Operator::End(bool withShift) {
   const Window menu = MainMenu();
-  if (withShift) {
-    menu.PressWithShift(ID_frmMainMenu_cmdEnd);
-  } else {
-    menu.Press(ID_frmMainMenu_cmdEnd);
-  }
+  withShift ? menu.PressWithShift(ID_frmMainMenu_cmdEnd) : menu.Press(ID_frmMainMenu_cmdEnd);
   program_.WaitForEnd();
 }
 

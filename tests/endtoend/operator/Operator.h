@@ -15,12 +15,11 @@ struct User {
   std::string password;
 };
 
-/// The demonstration users, one per right.
+/// Demonstration users, one for each right.
 inline const User kPrivileged{"Service", "field-engineer"};
 inline const User kBoth{"Jürgen Müller", "grüne-Äpfel"};
 inline const User kBackupOnly{"Emily Brown", "morning-walk"};
 inline const User kRestoreOnly{"Thomas Keller", "blue-bicycle"};
-inline const User kWithoutRight{"Maria Visser", "two-windows"};
 
 /// Which boxes of the backup dialog to tick.
 struct Categories {
@@ -28,7 +27,6 @@ struct Categories {
   bool system = false;
   bool log = false;
   bool report = false;
-  bool deleteLogs = false;
 };
 
 class Operator {

@@ -12,30 +12,19 @@ namespace {
 // Long, because a busy machine makes every program under Wine slow; a test that passes never waits for it.
 constexpr unsigned kPatience = 60000;
 
-std::wstring ClassOf(HWND window) {
-  wchar_t name[64] = L"";
-  GetClassNameW(window, name, 64);
-  return name;
-}
-
-struct Search {
-  DWORD process;
-  std::vector<HWND> found;
-};
-
-BOOL CALLBACK NoteWindowTakingInput(HWND window, LPARAM parameter) {
-  auto* search = reinterpret_cast<Search*>(parameter);
-  DWORD owner = 0;
-  GetWindowThreadProcessId(window, &owner);
-  if (owner == search->process && IsWindowVisible(window) && IsWindowEnabled(window)) search->found.push_back(window);
-  return TRUE;
-}
-
 // Every window of the process that a person could work now: on the screen and taking input.
-std::vector<HWND> WindowsTakingInput(DWORD process) {
-  Search search{process, {}};
-  EnumWindows(NoteWindowTakingInput, reinterpret_cast<LPARAM>(&search));
-  return search.found;
+std::vector<Window> WindowsTakingInput(DWORD process) {
+  std::vector<Window> found;
+  for (HWND window = GetTopWindow(nullptr); window; window = GetWindow(window, GW_HWNDNEXT)) {
+    DWORD owner = 0;
+    GetWindowThreadProcessId(window, &owner);
+    if (owner == process && IsWindowVisible(window) && IsWindowEnabled(window)) found.emplace_back(window);
+  }
+  return found;
+}
+
+bool IsMessage(const Window& window) {
+  return window.ClassName() == TARSUS_MESSAGE_CLASS;
 }
 
 }  // namespace
@@ -58,10 +47,9 @@ Program::~Program() {
 std::string Program::WhatIsOnScreen() const {
   if (!IsRunning()) return "the program has ended";
   std::string text = "on the screen:";
-  for (HWND handle : WindowsTakingInput(Id())) {
-    const Window window(handle);
-    text += " [" + Utf8(ClassOf(handle)) + " \"" + window.Title() + "\"";
-    if (ClassOf(handle) == L"" TARSUS_MESSAGE_CLASS) text += ": " + window.Text(TARSUS_MESSAGE_TEXT);
+  for (const Window& window : WindowsTakingInput(process_.dwProcessId)) {
+    text += " [" + window.ClassName() + " \"" + window.Title() + "\"";
+    if (IsMessage(window)) text += ": " + window.Text(TARSUS_MESSAGE_TEXT);
     text += "]";
   }
   return text;
@@ -69,18 +57,15 @@ std::string Program::WhatIsOnScreen() const {
 
 Window Program::WaitForActive(const std::string& what, const std::function<bool(const Window&)>& fits) {
   Window result;
-  const bool came = WaitUntil(
+  WaitUntil(
       [&] {
-        for (HWND handle : WindowsTakingInput(Id())) {
-          if (fits(Window(handle))) {
-            result = Window(handle);
-            return true;
-          }
-        }
-        return !IsRunning();
+        const std::vector<Window> windows = WindowsTakingInput(process_.dwProcessId);
+        const auto found = std::ranges::find_if(windows, fits);
+        if (found != windows.end()) result = *found;
+        return result.Handle() || !IsRunning();
       },
       kPatience);
-  if (!came || !result.Handle()) throw std::runtime_error("waited for " + what + "; " + WhatIsOnScreen());
+  if (!result.Handle()) throw std::runtime_error("waited for " + what + "; " + WhatIsOnScreen());
   return result;
 }
 
@@ -90,27 +75,26 @@ Window Program::WaitForDialog(int control) {
 }
 
 Window Program::WaitForMessageWindow() {
-  return WaitForActive("a message",
-                       [](const Window& window) { return ClassOf(window.Handle()) == L"" TARSUS_MESSAGE_CLASS; });
+  return WaitForActive("a message", IsMessage);
 }
 
 // The window shows "ID 60326".
 int Program::MessageNumber(const Window& message) {
   const std::string text = message.Text(TARSUS_MESSAGE_ID);
-  return std::stoi(text.substr(std::min(text.find_first_of("0123456789"), text.size() - 1)));
+  return std::stoi(text.substr(text.find(' ') + 1));
 }
 
-Program::Message Program::AnswerMessage(Answer answer) {
+int Program::AnswerMessage(Answer answer) {
   const Window window = WaitForMessageWindow();
-  const Message message{MessageNumber(window), window.Text(TARSUS_MESSAGE_TEXT)};
+  const int id = MessageNumber(window);
   window.Press(answer == Answer::Consent ? TARSUS_MESSAGE_CONSENT : TARSUS_MESSAGE_REFUSE);
   if (!WaitUntil([&] { return !window.IsOpen(); }))
-    throw std::runtime_error("message " + std::to_string(message.id) + " does not close");
-  return message;
+    throw std::runtime_error("message " + std::to_string(id) + " does not close");
+  return id;
 }
 
 Window Program::WaitForMessageBox() {
-  return WaitForActive("a message box", [](const Window& window) { return ClassOf(window.Handle()) == L"#32770"; });
+  return WaitForActive("a message box", [](const Window& window) { return window.ClassName() == "#32770"; });
 }
 
 DWORD Program::WaitForEnd() {

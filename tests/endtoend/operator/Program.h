@@ -23,21 +23,15 @@ class Program {
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
-  DWORD Id() const { return process_.dwProcessId; }
   HANDLE Handle() const { return process_.hProcess; }
-  bool IsRunning() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT; }
 
   /// Waits for the dialog that holds `control` and takes input.
   Window WaitForDialog(int control);
   /// Waits for a message of the host's message dialog.
   Window WaitForMessageWindow();
   static int MessageNumber(const Window& message);
-  struct Message {
-    int id = 0;
-    std::string text;
-  };
-  /// Waits for a message, answers it, and returns its number and text.
-  Message AnswerMessage(Answer answer);
+  /// Waits for a message, answers it, and returns its number.
+  int AnswerMessage(Answer answer);
   /// Waits for a plain message box and returns it.
   Window WaitForMessageBox();
 
@@ -45,6 +39,7 @@ class Program {
   DWORD WaitForEnd();
 
  private:
+  bool IsRunning() const { return WaitForSingleObject(process_.hProcess, 0) == WAIT_TIMEOUT; }
   std::string WhatIsOnScreen() const;
   Window WaitForActive(const std::string& what, const std::function<bool(const Window&)>& fits);
 

@@ -5,7 +5,12 @@
 
 #include <string>
 
+#include "common/Text.h"
+
 namespace endtoend {
+
+using reference::Utf16;
+using reference::Utf8;
 
 /// Texts are UTF-8. Every call that needs a control throws std::runtime_error when
 /// there is none with that ID.
@@ -14,26 +19,21 @@ class Window {
   explicit Window(HWND handle = nullptr) : handle_(handle) {}
 
   HWND Handle() const { return handle_; }
+  std::string ClassName() const;
   /// Whether the window exists and is on the screen.
   bool IsOpen() const { return IsWindow(handle_) && IsWindowVisible(handle_); }
   bool Has(int control) const { return GetDlgItem(handle_, control) != nullptr; }
 
   std::string Title() const;
-  std::string Text(int control) const;
+  std::string Text(int control) const { return Window(Control(control)).Title(); }
   bool IsEnabled(int control) const { return IsWindowEnabled(Control(control)); }
-  bool IsVisible(int control) const { return IsWindowVisible(Control(control)); }
   bool IsTicked(int control) const;
   /// Whether the keyboard works on the control or a part of it.
   bool HasFocus(int control) const;
 
   void Type(int control, const std::string& text) const;
-  void TypeIntoCombo(int control, const std::string& text) const;
-  /// Picks the entry `text` of a combo box.
-  void Pick(int control, const std::string& text) const;
-  /// Clicks a check box when it is not `ticked` already.
+  /// Clicks a check box or an option button when it is not `ticked` already.
   void Tick(int control, bool ticked = true) const;
-  /// Clicks an option button.
-  void Choose(int control) const;
   /// Presses a button and does not wait for what that starts.
   void Press(int control) const;
   /// The same with the Shift key held until the window has closed.
@@ -57,8 +57,5 @@ bool WaitUntil(Condition condition, unsigned milliseconds = 20000) {
   }
   return true;
 }
-
-std::wstring Utf16(const std::string& utf8);
-std::string Utf8(const std::wstring& utf16);
 
 }  // namespace endtoend

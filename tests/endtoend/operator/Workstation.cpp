@@ -2,7 +2,7 @@
 
 #include <tlhelp32.h>
 
-#include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
@@ -12,18 +12,17 @@
 namespace endtoend {
 namespace {
 
-constexpr wchar_t kHostKey[] = L"SOFTWARE\\Orvantis\\TARSUS";
 constexpr std::size_t kTimeStampLength = 21;  // "[yyyy/mm/dd hh:mm:ss]"
 
-template <typename Action>
-void ForEachProcess(const std::wstring& executable, Action action) {
+std::vector<DWORD> ProcessesOf(const std::wstring& executable) {
+  std::vector<DWORD> found;
   HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
   PROCESSENTRY32W entry{};
   entry.dwSize = sizeof(entry);
-  for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry)) {
-    if (executable == entry.szExeFile) action(entry.th32ProcessID);
-  }
+  for (BOOL more = Process32FirstW(snapshot, &entry); more; more = Process32NextW(snapshot, &entry))
+    if (executable == entry.szExeFile) found.push_back(entry.th32ProcessID);
   CloseHandle(snapshot);
+  return found;
 }
 
 }  // namespace
@@ -34,80 +33,63 @@ std::string ReadBytes(const fs::path& path) {
 }
 
 void WriteBytes(const fs::path& path, const std::string& bytes) {
-  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  std::ofstream(path, std::ios::binary) << bytes;
 }
 
 std::vector<std::string> LogLines() {
   std::vector<std::string> lines;
   std::ifstream file(kTarsus / "Log" / "BackupUtility.log");
-  for (std::string line; std::getline(file, line);) {
-    if (line.ends_with('\r')) line.pop_back();
+  for (std::string line; std::getline(file, line);)
     lines.push_back(line.size() > kTimeStampLength ? line.substr(kTimeStampLength + 1) : line);
-  }
   return lines;
 }
 
-bool LogHolds(const std::string& text) {
-  return std::ranges::any_of(LogLines(), [&](const std::string& line) { return line.ends_with(text); });
+Fault Altered(const fs::path& path, const std::optional<std::string>& contents) {
+  const fs::path aside = path.native() + L".aside";
+  fs::rename(path, aside);
+  if (contents) WriteBytes(path, *contents);
+  return Fault(nullptr, [=](void*) {
+    std::error_code ignored;
+    fs::remove(path, ignored);
+    fs::rename(aside, path, ignored);
+  });
 }
 
-Missing::Missing(fs::path path) : path_(std::move(path)), aside_(path_.native() + L".aside") {
-  fs::rename(path_, aside_);
-}
-
-Missing::~Missing() {
-  std::error_code ignored;
-  fs::rename(aside_, path_, ignored);
-}
-
-Altered::Altered(fs::path path, const std::string& contents) : path_(std::move(path)), before_(ReadBytes(path_)) {
-  WriteBytes(path_, contents);
-}
-
-MissingRegistryValue::MissingRegistryValue(std::wstring key, std::wstring name)
-    : key_(kHostKey + (key.empty() ? key : L"\\" + key)), name_(std::move(name)), data_(1024) {
-  auto size = static_cast<DWORD>(data_.size());
-  if (RegGetValueW(HKEY_LOCAL_MACHINE, key_.c_str(), name_.c_str(), RRF_RT_ANY, &type_, data_.data(), &size))
-    throw std::runtime_error("no registry value " + Utf8(name_));
-  data_.resize(size);
-  RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, key_.c_str(), name_.c_str());
-}
-
-MissingRegistryValue::~MissingRegistryValue() {
-  RegSetKeyValueW(HKEY_LOCAL_MACHINE, key_.c_str(), name_.c_str(), type_, data_.data(),
-                  static_cast<DWORD>(data_.size()));
+Fault WithoutValue(const std::wstring& key, const std::wstring& name) {
+  std::array<BYTE, 1024> data;
+  DWORD type = 0, size = data.size();
+  if (RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), name.c_str(), RRF_RT_ANY, &type, data.data(), &size))
+    throw std::runtime_error("no registry value " + Utf8(name));
+  RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name.c_str());
+  return Fault(nullptr,
+               [=](void*) { RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), name.c_str(), type, data.data(), size); });
 }
 
 std::string Replaced(std::string text, const std::string& from, const std::string& to) {
-  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size())
     text.replace(at, from.size(), to);
-  }
   return text;
 }
 
-std::vector<std::pair<std::string, std::string>> Snapshot(const fs::path& folder) {
-  std::vector<std::pair<std::string, std::string>> files;
-  for (const auto& entry : fs::recursive_directory_iterator(folder)) {
+std::map<std::string, std::string> Snapshot(const fs::path& folder) {
+  std::map<std::string, std::string> files;
+  for (const auto& entry : fs::recursive_directory_iterator(folder))
     if (entry.is_regular_file())
-      files.emplace_back(Utf8(entry.path().lexically_relative(folder).wstring()), ReadBytes(entry.path()));
-  }
-  std::ranges::sort(files);
+      files[Utf8(entry.path().lexically_relative(folder).wstring())] = ReadBytes(entry.path());
   return files;
 }
 
 bool IsRunning(const std::wstring& executable) {
-  bool found = false;
-  ForEachProcess(executable, [&](DWORD) { found = true; });
-  return found;
+  return !ProcessesOf(executable).empty();
 }
 
 void EndAll(const std::wstring& executable) {
   WaitUntil([&] {
-    ForEachProcess(executable, [](DWORD id) {
+    for (const DWORD id : ProcessesOf(executable)) {
       HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, id);
       TerminateProcess(process, 1);
       CloseHandle(process);
-    });
+    }
     return !IsRunning(executable);
   });
 }
@@ -115,12 +97,10 @@ void EndAll(const std::wstring& executable) {
 void TidyUp() {
   for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
   std::error_code ignored;
-  for (const auto& folder : {kMedium, kForeignMedium, fs::temp_directory_path()}) {
-    for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+  for (const auto& folder : {kMedium, kForeignMedium, fs::temp_directory_path()})
+    for (const auto& entry : fs::directory_iterator(folder, ignored))
       // Wine keeps a medium's label in a file on it.
       if (entry.path().filename() != ".windows-label") fs::remove_all(entry.path(), ignored);
-    }
-  }
   fs::remove(kTarsus / "Log" / "BackupUtility.log", ignored);
 }
 

@@ -8,13 +8,13 @@
 #include <windows.h>
 
 #include <psapi.h>
+#include <winternl.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <vector>
 
-#include "MessageDialogIds.h"
 #include "operator/Operator.h"
 #include "resource.h"
 
@@ -38,35 +38,15 @@ struct Holdings {
   }
 };
 
-/// One handle of the list that the system keeps of all; no header describes it.
-struct HandleEntry {
-  void* object;
-  ULONG_PTR processId;
-  ULONG_PTR handle;
-  ULONG access;
-  USHORT creator;
-  USHORT type;
-  ULONG attributes;
-  ULONG reserved;
-};
-
-struct HandleList {
-  ULONG_PTR count;
-  ULONG_PTR reserved;
-  HandleEntry entries[1];
-};
-
 /// GetProcessHandleCount knows nothing under Wine; the list of all handles is there in both worlds.
 DWORD HandlesOf(DWORD processId) {
-  using QuerySystem = LONG(WINAPI*)(ULONG kind, void* answer, ULONG size, ULONG* used);
-  constexpr ULONG kExtendedHandles = 64;
-  const auto query = reinterpret_cast<QuerySystem>(
-      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "NtQuerySystemInformation")));
   std::vector<std::byte> buffer(std::size_t{4} << 20);
-  if (query(kExtendedHandles, buffer.data(), static_cast<ULONG>(buffer.size()), nullptr) < 0) return 0;
-  const auto& list = *reinterpret_cast<const HandleList*>(buffer.data());
-  return static_cast<DWORD>(std::count_if(list.entries, list.entries + list.count,
-                                          [=](const HandleEntry& entry) { return entry.processId == processId; }));
+  const auto size = static_cast<ULONG>(buffer.size());
+  if (NtQuerySystemInformation(SystemHandleInformation, buffer.data(), size, nullptr) < 0) return 0;
+  const auto& list = *reinterpret_cast<const SYSTEM_HANDLE_INFORMATION*>(buffer.data());
+  return static_cast<DWORD>(std::count_if(list.Handle, list.Handle + list.Count, [=](const SYSTEM_HANDLE_ENTRY& entry) {
+    return entry.OwnerPid == processId;
+  }));
 }
 
 Holdings HoldingsOf(HANDLE process) {
