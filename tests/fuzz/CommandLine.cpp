@@ -1,12 +1,7 @@
 // Any command line of the archiver, one argument a line, and behind a form feed the contents of a list file.
-#include <algorithm>
-#include <filesystem>
-#include <fstream>
-
-#include "FuzzTarget.h"
-#include "Scratch.h"
-#include "app/TextFormat.h"
 #include "cabarc/CommandLine.h"
+#include "FuzzTarget.h"
+#include "app/TextFormat.h"
 #include "cabarc/MemberNames.h"
 
 namespace {
@@ -15,7 +10,7 @@ using cabinet::Command;
 using cabinet::CommandLine;
 using Arguments = std::vector<std::string>;
 
-// The command line that says outright what `line` says.
+// The options, command and cabinet that say outright what `line` says.
 Arguments Written(const CommandLine& line) {
   Arguments arguments = {"-t", std::to_string(line.threads), "-m",
                          line.method == cabinet::Method::None ? "NONE" : "MSZIP"};
@@ -27,10 +22,6 @@ Arguments Written(const CommandLine& line) {
   arguments.emplace_back(line.command == Command::Create ? "n" : line.command == Command::List ? "l" : "x");
   arguments.push_back(line.cabinet);
   return arguments;
-}
-
-bool Same(const CommandLine& left, const CommandLine& right) {
-  return Written(left) == Written(right) && left.arguments == right.arguments;
 }
 
 // The lines of a list file, by another way: empty ones do not count.
@@ -48,12 +39,11 @@ Arguments Lines(std::string list) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const fuzz::Scratch scratch;
-  const auto [text, list] = fuzz::SplitAt(fuzz::Text(data, size), '\f');
-  const std::string listFile = scratch.Work() / "list";
-  std::ofstream(listFile, std::ios::binary) << list;
+  const auto [text, list] = fuzz::SplitAt(data, size, '\f');
+  std::ofstream("list", std::ios::binary) << list;
   Arguments arguments = app::Split(text, '\n');
   for (std::string& argument : arguments) {
-    if (argument.starts_with('@')) argument = "@" + listFile;  // no other file is to be read
+    if (argument.starts_with('@')) argument = "@list";  // no other file is to be read
   }
   CommandLine line;
   const cabinet::Status status = cabinet::ParseCommandLine(arguments, line);
@@ -63,24 +53,22 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   fuzz::Require(line.threads >= 1 && line.threads <= 16, "the number of threads is in its range");
   fuzz::Require(line.command != Command::Create || !line.arguments.empty(), "packing names what to pack");
   fuzz::Require(line.command != Command::List || line.arguments.empty(), "listing takes the cabinet alone");
+  Arguments written = Written(line);
+  if (!line.arguments.empty()) written.emplace_back("@list");
+  std::string all = "\xEF\xBB\xBF";
+  bool tellable = true;  // an empty argument cannot be told in a list, and neither can bytes that are no UTF-8
   for (const std::string& argument : line.arguments) {
     fuzz::Require(argument.find('\n') == std::string::npos, "an argument is one line");
+    tellable = tellable && !argument.empty() && cabinet::IsUtf8(argument);
+    all += argument + "\r\n";
   }
-  CommandLine again;
-  Arguments written = Written(line);
-  if (!line.arguments.empty()) written.push_back("@" + listFile);
-  std::ofstream file(listFile, std::ios::binary);
-  file << "\xEF\xBB\xBF";
-  for (const std::string& argument : line.arguments) file << argument << "\r\n";
-  file.close();
-  // An empty argument cannot be told in a list, and neither can bytes that are no UTF-8.
-  const bool tellable = std::all_of(line.arguments.begin(), line.arguments.end(), [](const std::string& argument) {
-    return !argument.empty() && cabinet::IsUtf8(argument);
-  });
   if (!tellable) return 0;
+  std::ofstream("list", std::ios::binary) << all;
+  CommandLine again;
   fuzz::Require(!cabinet::ParseCommandLine(written, again).Failed(), "a command line written anew is right");
-  fuzz::Require(Same(line, again), "a command line written anew says the same");
-  if (arguments.back() == "@" + listFile && line.cabinet != arguments.back() && cabinet::IsUtf8(list)) {
+  fuzz::Require(Written(again) == Written(line) && again.arguments == line.arguments,
+                "a command line written anew says the same");
+  if (arguments.back() == "@list" && line.cabinet != "@list" && cabinet::IsUtf8(list)) {
     const Arguments lines = Lines(list);
     fuzz::Require(
         lines.size() <= line.arguments.size() && std::equal(lines.rbegin(), lines.rend(), line.arguments.rbegin()),

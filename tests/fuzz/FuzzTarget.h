@@ -4,13 +4,18 @@
 // of seeds/ and found/.
 #pragma once
 
-#include <cstddef>
+#include <algorithm>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
-#include <string_view>
 #include <utility>
+#include <vector>
+
+namespace fs = std::filesystem;
 
 /// The name by which libFuzzer finds a target. Always 0.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
@@ -18,22 +23,43 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 namespace fuzz {
 
 /// Ends the process, which makes the input a finding, unless `holds`.
-inline void Require(bool holds, std::string_view rule) {
+inline void Require(bool holds, const char* rule) {
   if (holds) return;
-  std::fprintf(stderr, "RULE BROKEN: %.*s\n", static_cast<int>(rule.size()), rule.data());
+  std::fprintf(stderr, "RULE BROKEN: %s\n", rule);
   std::abort();
 }
 
-/// An input, as text.
-inline std::string Text(const std::uint8_t* data, std::size_t size) {
-  return {data, data + size};
+/// What stands before and behind the first `separator` of an input; without one, everything stands before it.
+inline std::pair<std::string, std::string> SplitAt(const std::uint8_t* data, std::size_t size, char separator) {
+  const std::uint8_t* const end = data + size;
+  const std::uint8_t* const at = std::find(data, end, separator);
+  return {{data, at}, {at == end ? end : at + 1, end}};
 }
 
-/// What stands before and behind the first `separator`; without one, everything stands before it.
-inline std::pair<std::string, std::string> SplitAt(const std::string& text, char separator) {
-  const std::size_t at = text.find(separator);
-  if (at == std::string::npos) return {text, {}};
-  return {text.substr(0, at), text.substr(at + 1)};
-}
+/// For a target that works on files: makes an empty folder the current one, with room above it in which nothing may
+/// ever appear. Removes it at the end.
+class Scratch {
+ public:
+  Scratch() {
+    std::string name = fs::temp_directory_path() / "fuzz.XXXXXX";
+    Require(mkdtemp(name.data()) != nullptr, "a temporary folder can be made");
+    root_ = name;
+    fs::create_directories(root_ / "1/2/work");
+    fs::current_path(root_ / "1/2/work");
+  }
+  ~Scratch() {
+    std::error_code ignored;
+    fs::remove_all(root_, ignored);
+  }
+
+  static void RequireNothingAbove() {
+    for (const char* above : {"..", "../..", "../../.."}) {
+      Require(std::distance(fs::directory_iterator(above), {}) == 1, "nothing is written above");
+    }
+  }
+
+ private:
+  fs::path root_;
+};
 
 }  // namespace fuzz

@@ -7,36 +7,29 @@
 
 namespace {
 
-using backup::JobKey;
-
 constexpr const char* kKeyNames[backup::kJobKeys] = {"BatFile", "CommonFile", "EventLog",
                                                      "RegFile", "Folder",     "PersonalInfo"};
-constexpr const char* kOtherSections[] = {"PATIENT_BACKUP", "LOG_DELETE", "REPORTSET_RESTORE"};
 
 using Section = std::vector<std::vector<std::string>>;  // the items of each key
 
-class Loader {
- public:
-  Loader() { host_.disk.AddDrive('C', "", fakes::kUnlimited); }
+// What is loaded of a file, and how that ended.
+std::pair<app::ResultCode, backup::JobDefinitions> Loaded(const std::string& file, const std::string& section) {
+  fakes::FakeHost host;
+  host.disk.AddDrive('C', "", fakes::kUnlimited);
+  host.disk.Write("C:\\BackupList.ini", file);
+  app::Application application(host.Contracts(), host.toolkit);
+  backup::JobDefinitions definitions;
+  const app::ResultCode code = definitions.Load(application, "C:", backup::kJobDefinitionFile, section);
+  return {code, definitions};
+}
 
-  app::ResultCode Load(const std::string& file, const std::string& section) {
-    host_.disk.Write("C:\\BackupList.ini", file);
-    return definitions_.Load(application_, "C:", backup::kJobDefinitionFile, section);
+Section Items(const backup::JobDefinitions& definitions, const std::string& section) {
+  Section items;
+  for (std::size_t i = 0; i < backup::kJobKeys; ++i) {
+    items.push_back(definitions.Items(static_cast<backup::JobKey>(i), section));
   }
-
-  Section Items(const std::string& section) const {
-    Section items;
-    for (std::size_t i = 0; i < backup::kJobKeys; ++i) {
-      items.push_back(definitions_.Items(static_cast<JobKey>(i), section));
-    }
-    return items;
-  }
-
- private:
-  fakes::FakeHost host_;
-  app::Application application_{host_.Contracts(), host_.toolkit};
-  backup::JobDefinitions definitions_;
-};
+  return items;
+}
 
 std::string Joined(const std::vector<std::string>& items) {
   std::string value;
@@ -56,24 +49,23 @@ std::string Rewritten(const std::string& section, const Section& items) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto [name, file] = fuzz::SplitAt(fuzz::Text(data, size), '\n');
+  const auto [name, file] = fuzz::SplitAt(data, size, '\n');
   const std::string section = app::Trim(name);
-  Loader loader;
-  const app::ResultCode code = loader.Load(file, name);
+  const auto [code, definitions] = Loaded(file, name);
   fuzz::Require(code == app::kDone || code == app::kFailed, "loading answers done or failed");
-  const Section items = loader.Items(section);
+  const Section items = Items(definitions, section);
   for (const auto& list : items) {
     const std::string value = Joined(list);
     fuzz::Require(value == app::Trim(value), "a value has no blanks around it");
     fuzz::Require(value.find('\n') == std::string::npos, "a value is on one line");
   }
-  for (const std::string other : kOtherSections) {
-    fuzz::Require(other == section || loader.Items(other) == Section(backup::kJobKeys),
+  for (const std::string other : {"PATIENT_BACKUP", "LOG_DELETE", "REPORTSET_RESTORE"}) {
+    fuzz::Require(other == section || Items(definitions, other) == Section(backup::kJobKeys),
                   "a section takes nothing from another one");
   }
   if (code != app::kDone || backup::SectionIndex(section) < 0) return 0;
-  Loader again;
-  fuzz::Require(again.Load(Rewritten(section, items), section) == app::kDone, "a rewritten section loads");
-  fuzz::Require(again.Items(section) == items, "a rewritten section says the same");
+  const auto [codeAgain, again] = Loaded(Rewritten(section, items), section);
+  fuzz::Require(codeAgain == app::kDone, "a rewritten section loads");
+  fuzz::Require(Items(again, section) == items, "a rewritten section says the same");
   return 0;
 }

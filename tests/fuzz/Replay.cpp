@@ -1,12 +1,5 @@
 // Runs a fuzz target on the files below the folders named on the command line: seeds, and what fuzzing found.
-#include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <vector>
-
 #include "FuzzTarget.h"
-
-namespace fs = std::filesystem;
 
 int main(int argc, char** argv) {
   int files = 0;
@@ -17,8 +10,7 @@ int main(int argc, char** argv) {
       std::printf("%s\n", entry.path().c_str());
       std::fflush(stdout);  // what is on the last line broke a rule
       std::ifstream file(entry.path(), std::ios::binary);
-      const std::vector<char> text{std::istreambuf_iterator<char>(file), {}};
-      const std::vector<std::uint8_t> bytes(text.begin(), text.end());
+      const std::vector<std::uint8_t> bytes{std::istreambuf_iterator<char>(file), {}};
       LLVMFuzzerTestOneInput(bytes.data(), bytes.size());
       ++files;
     }

@@ -1,11 +1,6 @@
 // The personal-information filter. The list names "P12" (Weiß Änne), "P99" and "77".
-
-#include <windows.h>
-
 #include "HostFixture.h"
-#include "common/Text.h"
 
-namespace components_test {
 namespace {
 
 class Filter : public HostTest {
@@ -19,51 +14,32 @@ class Filter : public HostTest {
     filter->SetDestination(to_);
     return kind == Kind::kFiles ? filter->FilterFiles() : filter->FilterImages();
   }
-  static void SetAge(const std::string& path, int days) {
-    FILETIME time = {};
-    GetSystemTimeAsFileTime(&time);
-    ULARGE_INTEGER ticks = {{time.dwLowDateTime, time.dwHighDateTime}};
-    ticks.QuadPart -= static_cast<unsigned long long>(days) * 24 * 3600 * 10'000'000;
-    time = {ticks.LowPart, ticks.HighPart};
-    const HANDLE file = CreateFileW(reference::Utf16(path).c_str(), FILE_WRITE_ATTRIBUTES, FILE_SHARE_READ, nullptr,
-                                    OPEN_EXISTING, 0, nullptr);
-    EXPECT_TRUE(SetFileTime(file, nullptr, nullptr, &time)) << path;
-    CloseHandle(file);
+
+  static std::string Wide(const std::string& text) {
+    const std::wstring wide = reference::Utf16(text);
+    return {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};
   }
 
   const std::string from_ = folder_ + "Logs", to_ = folder_ + "Out\\";
 };
 
 TEST_F(Filter, LeavesOutLinesThatNameListedPatients) {
-  struct Case {
-    const char *name, *before, *after;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string, std::string, std::string> cases[] = {
       {"utf8.log", "a P12 b\r\nP120 stays\r\nweiß änne\r\nend", "P120 stays\r\nend"},
       {"id.log", "x=77;\n1770\n(p99)\n", "1770\n"},
       {"only.txt", "P12\r\n", ""},
       {"empty.txt", "", ""},
       {"binary.dat", "\x01P12\r\n\x02", "\x02"},
       {"plain.txt", "Weißer Ännel\r\nno line end", "Weißer Ännel\r\nno line end"},
+      {"wide.txt", Wide("\uFEFFWeiß Änne kam\r\nbleibt\r\n"), Wide("\uFEFFbleibt\r\n")},
+      {"image.bin", std::string("P12\0\r\nP12", 9), std::string("P12\0\r\nP12", 9)},  // not a text
+      {"Report P12.txt", "nothing", "(none)"},
+      {"Sub\\deep.txt", "not directly in the folder", "(none)"},
   };
-  for (const Case& check : cases) WriteFile(from_ + "\\" + check.name, check.before);
-  WriteFile(from_ + "\\image.bin", std::string("P12\0\r\nP12", 9));
-  WriteFile(from_ + "\\Report P12.txt", "nothing");
-  WriteFile(from_ + "\\Sub\\deep.txt", "not directly in the folder");
-  const std::wstring wide = L"\xFEFFWeiß Änne kam\r\nbleibt\r\n", wideAfter =
-                                                                      L"\xFEFF"
-                                                                      L"bleibt\r\n";
-  const auto bytes = [](const std::wstring& text) {
-    return std::string(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(wchar_t));
-  };
-  WriteFile(from_ + "\\wide.txt", bytes(wide));
-
+  for (const auto& [name, before, after] : cases) WriteFile(from_ + "\\" + name, before);
   ASSERT_EQ(Run(Kind::kFiles, from_ + "\\"), 0);
-  for (const Case& check : cases) EXPECT_EQ(ReadFile(to_ + "Logs\\" + check.name), check.after) << check.name;
-  EXPECT_EQ(ReadFile(to_ + "Logs\\image.bin").size(), 9u) << "not a text";
-  EXPECT_FALSE(Exists(to_ + "Logs\\Report P12.txt"));
+  for (const auto& [name, before, after] : cases) EXPECT_EQ(ReadFile(to_ + "Logs\\" + name), after) << name;
   EXPECT_FALSE(Exists(to_ + "Logs\\Sub"));
-  EXPECT_EQ(ReadFile(to_ + "Logs\\wide.txt"), bytes(wideAfter));
 }
 
 TEST_F(Filter, TakesASingleFile) {
@@ -80,19 +56,19 @@ TEST_F(Filter, MakesNothingOfASourceWithoutFiles) {
 }
 
 TEST_F(Filter, CopiesImagesOfPatientsThatAreNotListed) {
-  for (const char* name : {"P12_1.ddo", "P120_1.DDO", "77.ddo", "P1_P12.ddo", "note.txt"}) {
-    WriteFile(from_ + "\\003\\" + name, name);
-  }
+  const std::string unlisted[] = {"P120_1.DDO", "P1_P12.ddo"}, others[] = {"P12_1.ddo", "77.ddo", "note.txt"};
+  for (const std::string& name : unlisted) WriteFile(from_ + "\\003\\" + name, name);
+  for (const std::string& name : others) WriteFile(from_ + "\\003\\" + name, name);
   ASSERT_EQ(Run(Kind::kImages, from_), 0);
-  EXPECT_EQ(ReadFile(to_ + "Logs\\003\\P120_1.DDO"), "P120_1.DDO");
-  EXPECT_TRUE(Exists(to_ + "Logs\\003\\P1_P12.ddo"));
-  for (const char* name : {"P12_1.ddo", "77.ddo", "note.txt"}) EXPECT_FALSE(Exists(to_ + "Logs\\003\\" + name)) << name;
+  for (const std::string& name : unlisted) EXPECT_EQ(ReadFile(to_ + "Logs\\003\\" + name), name);
+  for (const std::string& name : others) EXPECT_FALSE(Exists(to_ + "Logs\\003\\" + name)) << name;
 }
 
 TEST_F(Filter, KeepsToTheRangeOfDays) {
-  for (const char* name : {"new.ddo", "old.ddo"}) WriteFile(from_ + "\\" + name, "x");
-  SetAge(from_ + "\\old.ddo", 31);
-  SetAge(from_ + "\\new.ddo", 29);
+  for (const auto& [name, days] : {std::pair<std::string, int>{"old.ddo", 31}, {"new.ddo", 29}}) {
+    WriteFile(from_ + "\\" + name, "x");
+    fs::last_write_time(from_ + "\\" + name, fs::file_time_type::clock::now() - std::chrono::hours(24 * days));
+  }
   WriteFile(from_ + "\\range.txt", "-30");
   ASSERT_EQ(Run(Kind::kImages, from_), 0);
   EXPECT_TRUE(Exists(to_ + "Logs\\new.ddo"));
@@ -107,7 +83,7 @@ TEST_F(Filter, TellsWhatFailed) {
   WriteFile(from_ + "\\x.ddo", "x");
   for (const Kind kind : {Kind::kFiles, Kind::kImages}) {
     EXPECT_EQ(Run(kind, from_, "C:\\missing.db"), 1);
-    EXPECT_EQ(Run(kind, from_, "C:\\Host\\Host.db"), 1) << "no such table";
+    EXPECT_EQ(Run(kind, from_, kDatabase), 1) << "no such table";
     EXPECT_EQ(Run(kind, folder_ + "missing"), 2);
     EXPECT_EQ(Run(kind, ""), 2);
   }
@@ -117,4 +93,3 @@ TEST_F(Filter, TellsWhatFailed) {
 }
 
 }  // namespace
-}  // namespace components_test

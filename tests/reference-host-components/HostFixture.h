@@ -3,39 +3,67 @@
 
 #include <gtest/gtest.h>
 
-#include <functional>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
 #include <string>
 #include <vector>
 
+#include "common/Database.h"
+#include "common/Text.h"
 #include "windows/adapters/Com.h"
 #include "windows/adapters/Components.h"
 #include "windows/adapters/Dispatch.h"
 
-namespace components_test {
+namespace fs = std::filesystem;
+
+/// Takes a file or a folder away for as long as it lives.
+class Without {
+ public:
+  explicit Without(const fs::path& path) : path_(path) { EXPECT_TRUE(MoveFileW(path_.c_str(), away_.c_str())); }
+  ~Without() { EXPECT_TRUE(MoveFileW(away_.c_str(), path_.c_str())); }
+  Without(const Without&) = delete;
+  Without& operator=(const Without&) = delete;
+
+ private:
+  const std::wstring path_, away_ = path_ + L".away";
+};
 
 class HostTest : public testing::Test {
  protected:
-  /// A folder of its own for each test, empty; ends in "\".
-  HostTest();
+  HostTest() { fs::create_directories(Path(folder_)); }
 
-  /// Paths and contents are UTF-8 and bytes. Missing folders are made.
-  static void WriteFile(const std::string& path, const std::string& bytes);
+  static fs::path Path(const std::string& utf8) { return reference::Utf16(utf8); }
+  static bool Exists(const std::string& path) { return fs::exists(Path(path)); }
+
+  /// Paths are UTF-8, contents bytes. Missing folders are made.
+  static void WriteFile(const std::string& path, const std::string& bytes) {
+    fs::create_directories(Path(path).parent_path());
+    ASSERT_TRUE(std::ofstream(Path(path), std::ios::binary) << bytes << std::flush) << path;
+  }
   /// "(none)" for a file that does not exist.
-  static std::string ReadFile(const std::string& path);
-  static bool Exists(const std::string& path);
-  /// A statement on the test host's database; the rows' cells joined by "|", NULL as "NULL".
-  static std::vector<std::string> Query(const std::string& statement);
+  static std::string ReadFile(const std::string& path) {
+    std::ifstream file(Path(path), std::ios::binary);
+    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(none)";
+  }
 
+  /// A statement on the test host's database; cells end in "|", rows in a line end, NULL is "NULL".
+  static std::string Query(const std::string& statement) {
+    const auto database = reference::Database::Open("DRIVER=SQLite3;Database=" + std::string(kDatabase));
+    const auto rows = database ? database->Run(statement) : std::nullopt;
+    if (!rows) return "(failed)";
+    std::string text;
+    for (const auto& row : rows->cells) {
+      for (const auto& cell : row) text += cell.value_or("NULL") + "|";
+      text += '\n';
+    }
+    return text;
+  }
+
+  static constexpr char kDatabase[] = "C:\\Host\\Host.db";
   windows::ComApartment apartment_;
   windows::ComComponentFactory factory_;
-  std::string folder_;
+  /// A folder of its own for each test, empty; ends in "\".
+  const std::string folder_ =
+      "C:\\Test\\" + std::string(testing::UnitTest::GetInstance()->current_test_info()->name()) + "\\";
 };
-
-/// Takes the host's database away for as long as it lives.
-class WithoutDatabase {
- public:
-  WithoutDatabase();
-  ~WithoutDatabase();
-};
-
-}  // namespace components_test

@@ -1,6 +1,8 @@
-// The data access classes as the program uses them, through the program's own adapters.
+// The data access classes as the program uses them, through the program's own adapters, and their names.
 #include <gtest/gtest.h>
-#include <windows.h>
+
+#include <filesystem>
+#include <fstream>
 
 #include "common/Database.h"
 #include "common/HostPaths.h"
@@ -9,54 +11,49 @@
 #include "windows/adapters/Dispatch.h"
 #include "windows/adapters/ProgIds.h"
 
+#include <objbase.h>
+
 namespace {
+
+namespace fs = std::filesystem;
 
 class CatalogueTest : public testing::Test {
  protected:
-  void SetUp() override { ASSERT_EQ(table_.Open(Padded(), "MSG_ENGLISH"), 0); }
+  void SetUp() override { ASSERT_EQ(table_.Open(connection_, "MSG_ENGLISH"), 0); }
 
-  /// The connection string as start-up passes it, in a field of 256 characters.
-  static std::string Padded() {
-    std::string connection = *reference::ReadPathEntry("LangStrDB");
-    connection.resize(256, ' ');
-    return connection;
+  std::string Text(const std::string& criterion) {
+    EXPECT_EQ(table_.SetFilter(criterion), 0) << criterion;
+    return table_.StringField().value_or(table_.AtEnd() ? "(end)" : "(null)");
   }
 
   windows::ComApartment apartment_;
   windows::AdoCatalogueTable table_;
+  /// With blanks behind it, as start-up passes it.
+  const std::string connection_ = *reference::ReadPathEntry("LangStrDB") + std::string(100, ' ');
 };
 
 TEST_F(CatalogueTest, FindsTextsByFilter) {
   EXPECT_FALSE(table_.AtEnd());
-  EXPECT_EQ(table_.SetFilter("ID = 66000"), 0);
-  EXPECT_FALSE(table_.AtEnd());
-  EXPECT_EQ(table_.StringField(), "Tarsus Backup Utility");
-  EXPECT_EQ(table_.SetFilter("ID = 12345"), 0);
-  EXPECT_TRUE(table_.AtEnd());
-  EXPECT_EQ(table_.StringField(), std::nullopt);
-  EXPECT_EQ(table_.SetFilter(""), 0);
-  EXPECT_EQ(table_.SetFilter("ID = 10000"), 0);
-  EXPECT_EQ(table_.StringField(), "Sign-in");
+  EXPECT_EQ(Text("ID = 66000"), "Tarsus Backup Utility");
+  EXPECT_EQ(Text("ID = 12345"), "(end)");
+  EXPECT_EQ(Text(""), "Sign-in");
+  EXPECT_EQ(Text("ID = 10001"), "Sign-out");
   EXPECT_EQ(table_.SetFilter("ID LIKE 1"), -1);
   table_.Close();
   EXPECT_EQ(table_.SetFilter("ID = 10000"), -1);
 }
 
 TEST_F(CatalogueTest, ReadsUmlautsAndNothingForNull) {
-  const auto database = reference::Database::Open(*reference::ReadPathEntry("LangStrDB"));
+  const auto database = reference::Database::Open(connection_);
   ASSERT_TRUE(database->Run("INSERT OR REPLACE INTO MSG_GERMAN VALUES (69999, 1, 'information', NULL)"));
-  ASSERT_EQ(table_.Open(Padded(), "MSG_GERMAN"), 0);
-  EXPECT_EQ(table_.SetFilter("ID = 66053"), 0);
-  EXPECT_EQ(table_.StringField(), "&Menüs");
-  EXPECT_EQ(table_.SetFilter("ID = 69999"), 0);
-  EXPECT_FALSE(table_.AtEnd());
-  EXPECT_EQ(table_.StringField(), std::nullopt);
+  ASSERT_EQ(table_.Open(connection_, "MSG_GERMAN"), 0);
+  EXPECT_EQ(Text("ID = 66053"), "&Menüs");
+  EXPECT_EQ(Text("ID = 69999"), "(null)");
 }
 
 TEST_F(CatalogueTest, RefusesWhatIsNotThere) {
-  windows::AdoCatalogueTable other;
-  EXPECT_EQ(other.Open(Padded(), "NO_SUCH_TABLE"), -1);
-  EXPECT_EQ(other.Open("DRIVER=SQLite3;Database=C:\\none.db", "MSG_ENGLISH"), -1);
+  EXPECT_EQ(table_.Open(connection_, "NO_SUCH_TABLE"), -1);
+  EXPECT_EQ(table_.Open("DRIVER=SQLite3;Database=C:\\none.db", "MSG_ENGLISH"), -1);
 }
 
 TEST_F(CatalogueTest, KnowsItsStates) {
@@ -64,20 +61,16 @@ TEST_F(CatalogueTest, KnowsItsStates) {
   const std::string source = "SELECT ID, String FROM MSG_ENGLISH WHERE ID <= 10001";
   EXPECT_EQ(recordset.CallNumber(-1, L"State"), 0);
   EXPECT_TRUE(FAILED(recordset.Call(L"MoveNext")));
-  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, Padded(), 3, 3)));  // a lock for writing
-  EXPECT_TRUE(SUCCEEDED(recordset.Call(L"Open", source, Padded(), 3, 1)));
-  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, Padded(), 3, 1)));
+  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, connection_, 3, 3)));  // a lock for writing
+  EXPECT_TRUE(SUCCEEDED(recordset.Call(L"Open", source, connection_, 3, 1)));
+  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, connection_, 3, 1)));
   EXPECT_EQ(recordset.CallNumber(-1, L"State"), 1);
   EXPECT_EQ(recordset.CallNumber(-1, L"RecordCount"), 2);
   EXPECT_TRUE(SUCCEEDED(recordset.Call(L"MoveNext")));
-  windows::Variant text;
-  std::string word;
   windows::Variant field;
   windows::DispatchPointer object;
-  ASSERT_TRUE(SUCCEEDED(recordset.Get(L"Fields", field, std::string("String"))));
-  ASSERT_TRUE(field.ToObject(object));
-  EXPECT_TRUE(SUCCEEDED(windows::Dispatch(std::move(object)).Get(L"Value", text)) && text.ToText(word));
-  EXPECT_EQ(word, "Sign-out");
+  ASSERT_TRUE(SUCCEEDED(recordset.Get(L"Fields", field, std::string("ID"))) && field.ToObject(object));
+  EXPECT_EQ(windows::Dispatch(std::move(object)).CallNumber(-1, L"Value"), 10001);
   EXPECT_TRUE(SUCCEEDED(recordset.Call(L"MoveNext")));
   EXPECT_TRUE(FAILED(recordset.Call(L"MoveNext")));
 }
@@ -85,62 +78,69 @@ TEST_F(CatalogueTest, KnowsItsStates) {
 class CompactorTest : public testing::Test {
  protected:
   CompactorTest() {
-    CopyFileW(L"C:\\Tarsus\\Config\\Equipment.mdb", L"C:\\Tarsus\\Temp\\source.mdb", FALSE);
-    DeleteFileW(L"C:\\Tarsus\\Temp\\target.mdb");
-  }
-
-  static std::int64_t Size(const wchar_t* path) {
-    WIN32_FILE_ATTRIBUTE_DATA data = {};
-    if (!GetFileAttributesExW(path, GetFileExInfoStandard, &data)) return -1;
-    return static_cast<std::int64_t>(data.nFileSizeLow);
+    CopyFileA("C:\\Tarsus\\Config\\Equipment.mdb", kSource, FALSE);
+    fs::remove(kTarget);
   }
 
   std::int32_t Compact(const std::string& source = kSource) {
     return compactor_.Compact(source, kTarget, ";LANGID=0x0409;CP=1252;COUNTRY=0");
   }
 
-  static constexpr char kSource[] = "C:\\Tarsus\\Temp\\source.mdb";
-  static constexpr char kTarget[] = "C:\\Tarsus\\Temp\\target.mdb";
-  static constexpr wchar_t kWideSource[] = L"C:\\Tarsus\\Temp\\source.mdb";
-  static constexpr wchar_t kWideTarget[] = L"C:\\Tarsus\\Temp\\target.mdb";
+  static constexpr char kSource[] = "C:\\Tarsus\\Temp\\source.mdb", kTarget[] = "C:\\Tarsus\\Temp\\target.mdb";
   windows::ComApartment apartment_;
   windows::DaoDatabaseCompactor compactor_;
 };
 
-TEST_F(CompactorTest, MakesASmallerCopyWithTheSameRows) {
-  const std::int64_t before = Size(kWideSource);
+TEST_F(CompactorTest, MakesASmallerCopyWithTheSameRowsAndNeverReplacesIt) {
+  const std::uintmax_t before = fs::file_size(kSource);
   ASSERT_EQ(Compact(), 0);
-  EXPECT_EQ(Size(kWideSource), before);
-  EXPECT_LT(Size(kWideTarget), before / 2);
+  EXPECT_EQ(fs::file_size(kSource), before);
+  EXPECT_LT(fs::file_size(kTarget), before / 2);
+  EXPECT_EQ(Compact("C:\\Tarsus\\Param\\Viewer.mdb"), -1);
   const auto database = reference::Database::Open("DRIVER=SQLite3;Database=" + std::string(kTarget));
   ASSERT_TRUE(database);
   EXPECT_EQ(database->Run("SELECT * FROM T_SETTING")->cells.size(), 40U);
 }
 
-TEST_F(CompactorTest, NeverReplacesATarget) {
-  ASSERT_EQ(Compact(), 0);
-  const std::int64_t size = Size(kWideTarget);
-  EXPECT_EQ(Compact("C:\\Tarsus\\Param\\Viewer.mdb"), -1);
-  EXPECT_EQ(Size(kWideTarget), size);
-}
-
-TEST_F(CompactorTest, RefusesASourceInUse) {
+TEST_F(CompactorTest, RefusesASourceInUseAndWhatIsNoDatabase) {
   {
     const auto other = reference::Database::Open("DRIVER=SQLite3;Database=" + std::string(kSource));
     ASSERT_TRUE(other->Run("BEGIN EXCLUSIVE"));
     EXPECT_EQ(Compact(), -1);
   }
-  const HANDLE handle = CreateFileW(kWideSource, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
-  EXPECT_EQ(Compact(), -1);
-  CloseHandle(handle);
-  EXPECT_EQ(Size(kWideTarget), -1);
+  {
+    const std::ifstream other(kSource);
+    EXPECT_EQ(Compact(), -1);
+  }
+  EXPECT_EQ(Compact("C:\\Tarsus\\Temp\\none.mdb"), -1);
+  EXPECT_EQ(Compact("C:\\Tarsus\\System\\Directory.ini"), -1);
+  EXPECT_FALSE(fs::exists(kTarget));
   EXPECT_EQ(Compact(), 0);
 }
 
-TEST_F(CompactorTest, RefusesWhatIsNoDatabase) {
-  EXPECT_EQ(Compact("C:\\Tarsus\\Temp\\none.mdb"), -1);
-  EXPECT_EQ(Compact("C:\\Tarsus\\System\\Directory.ini"), -1);
-  EXPECT_EQ(Size(kWideTarget), -1);
+HRESULT CallServer(const char* name) {
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"TarsusDataAccess.dll"), name);
+  return address ? reinterpret_cast<HRESULT(__stdcall*)()>(reinterpret_cast<void*>(address))() : E_POINTER;
+}
+
+std::wstring ClassBehind(const wchar_t* name) {
+  CLSID id = {};
+  wchar_t text[40] = L"(none)";
+  if (SUCCEEDED(CLSIDFromProgID(name, &id))) StringFromGUID2(id, text, 40);
+  return text;
+}
+
+TEST(Registration, GivesTheNamesBack) {
+  const windows::ComApartment apartment;
+  const windows::Dispatch loaded(windows::kRecordsetProgId);
+  const std::wstring own = ClassBehind(L"ADODB.Recordset");
+  ASSERT_EQ(CallServer("DllUnregisterServer"), S_OK);
+  const std::wstring wines = ClassBehind(L"ADODB.Recordset");
+  EXPECT_NE(wines, own);
+  EXPECT_NE(wines, L"(none)");
+  EXPECT_EQ(ClassBehind(L"DAO.DBEngine.36"), L"(none)");
+  ASSERT_EQ(CallServer("DllRegisterServer"), S_OK);
+  EXPECT_EQ(ClassBehind(L"ADODB.Recordset"), own);
 }
 
 }  // namespace

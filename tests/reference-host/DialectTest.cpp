@@ -5,13 +5,8 @@
 
 namespace {
 
-struct Case {
-  const char* statement;
-  const char* expected;
-};
-
 TEST(Dialect, RewritesItsFormsAndNothingElse) {
-  constexpr Case kCases[] = {
+  const std::pair<const char*, const char*> cases[] = {
       {"SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'Jürgen'",
        "SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = 'Jürgen'"},
       {"SELECT N FROM T WHERE N='x' AND MIN='y'", "SELECT N FROM T WHERE N='x' AND MIN='y'"},
@@ -32,11 +27,10 @@ TEST(Dialect, RewritesItsFormsAndNothingElse) {
       {"SELECT /* LEN(X) */ \"LEN(X)\"", "SELECT /* LEN(X) */ \"LEN(X)\""},
       {"N'Conor O'Neill'", "'Conor O'Neill'"},
       {"LEN(X", "LEN(X"},
-      {"", ""},
-  };
-  for (const Case& one : kCases) {
-    EXPECT_EQ(reference::RewriteHostDialect(one.statement), one.expected);
-    EXPECT_EQ(reference::RewriteHostDialect(one.expected), one.expected) << "rewritten again";
+      {"", ""}};
+  for (const auto& [statement, expected] : cases) {
+    EXPECT_EQ(reference::RewriteHostDialect(statement), expected);
+    EXPECT_EQ(reference::RewriteHostDialect(expected), expected) << "rewritten again";
   }
 }
 

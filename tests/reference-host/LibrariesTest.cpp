@@ -1,172 +1,114 @@
-// The host libraries as their callers meet them: names, answers, and the sizes of buffers.
+// The host libraries as the program meets them, through its own adapters: names, answers, and the sizes of buffers.
 #include <gtest/gtest.h>
-#include <windows.h>
-
-#include <string>
-#include <vector>
 
 #include "common/HostPaths.h"
-#include "common/Text.h"
+#include "windows/adapters/Qx32Library.h"
+#include "windows/adapters/Qx32libLibrary.h"
+#include "windows/adapters/QxNetDBLibrary.h"
 
 namespace {
 
-class Library {
- public:
-  explicit Library(const wchar_t* name) : module_(LoadLibraryW(name)) {}
-  ~Library() { FreeLibrary(module_); }
-  Library(const Library&) = delete;
-  Library& operator=(const Library&) = delete;
-
-  template <typename... Parameters>
-  long Call(const char* name, Parameters... parameters) const {
-    using Function = long(__stdcall*)(Parameters...);
-    const auto function = reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module_, name)));
-    if (function) return function(parameters...);
-    ADD_FAILURE() << name << " is not exported";
-    return -2;
-  }
-
- private:
-  HMODULE module_;
-};
-
-/// A buffer that knows when something is written behind its end.
-class Buffer {
- public:
-  explicit Buffer(std::size_t size) : bytes_(size + 64, '#'), size_(size) {}
-  char* Data() { return bytes_.data(); }
-  std::string Text() const { return bytes_.data(); }
-  bool IsIntact() const { return bytes_.substr(size_).find_first_not_of('#') == std::string::npos; }
-
- private:
-  std::string bytes_;
-  std::size_t size_;
-};
-
-/// An entry of the path table for the time of a test.
-class TemporaryEntry {
- public:
-  TemporaryEntry(const wchar_t* name, const std::wstring& value) : name_(name) {
-    GetPrivateProfileStringW(L"Directory", name, L"", before_, 512, kFile);
-    WritePrivateProfileStringW(L"Directory", name, value.c_str(), kFile);
-  }
-  ~TemporaryEntry() { WritePrivateProfileStringW(L"Directory", name_, before_[0] ? before_ : nullptr, kFile); }
-  TemporaryEntry(const TemporaryEntry&) = delete;
-  TemporaryEntry& operator=(const TemporaryEntry&) = delete;
-
- private:
-  static constexpr wchar_t kFile[] = L"C:\\Tarsus\\System\\Directory.ini";
-  const wchar_t* name_;
-  wchar_t before_[512] = {};
-};
-
+/// Puts the path table back at the end.
 class QX32Test : public testing::Test {
  protected:
-  std::pair<long, std::string> Entry(const char* name) {
-    Buffer buffer(512);
-    const long result = library_.Call("_QXGetString@8", name, buffer.Data());
-    EXPECT_TRUE(buffer.IsIntact());
-    return {result, buffer.Text().substr(0, buffer.Text().find('#'))};
+  QX32Test() { CopyFileW(kPathTable, kKept, FALSE); }
+  ~QX32Test() override { CopyFileW(kKept, kPathTable, FALSE); }
+
+  static void SetEntry(const wchar_t* name, const std::wstring& value) {
+    WritePrivateProfileStringW(L"Directory", name, value.c_str(), kPathTable);
+  }
+  std::string Entry(const std::string& name, std::size_t capacity = 512) {
+    std::string value;
+    return library_.GetString(name, capacity, value) == 0 ? value : "(failed)";
   }
 
-  Library library_{L"QX32.dll"};
+  static constexpr wchar_t kPathTable[] = L"C:\\Tarsus\\System\\Directory.ini", kKept[] = L"C:\\Tarsus\\Temp\\kept.ini";
+  windows::Qx32Library library_;
 };
 
 TEST_F(QX32Test, ReadsThePathTableAnewAtEachCall) {
-  EXPECT_EQ(Entry("ApplicationRoot"), std::pair(0L, std::string("C:\\Tarsus\\")));
-  EXPECT_EQ(Entry("Temp").second, "C:\\Tarsus\\Temp");
-  const TemporaryEntry changed(L"Temp", L"D:\\Other");
-  EXPECT_EQ(Entry("Temp").second, "D:\\Other");
-}
-
-TEST_F(QX32Test, LeavesTheBufferAloneForAnUnknownEntry) {
-  EXPECT_EQ(Entry("NoSuchEntry"), std::pair(-1L, std::string()));
-  EXPECT_EQ(Entry(""), std::pair(-1L, std::string()));
+  EXPECT_EQ(Entry("ApplicationRoot"), "C:\\Tarsus\\");
+  EXPECT_EQ(Entry("Temp"), "C:\\Tarsus\\Temp");
+  SetEntry(L"Temp", L"D:\\Other");
+  EXPECT_EQ(Entry("Temp"), "D:\\Other");
+  EXPECT_EQ(Entry("NoSuchEntry"), "(failed)");
+  EXPECT_EQ(Entry(""), "(failed)");
 }
 
 TEST_F(QX32Test, CutsEntriesToTheCallersBuffer) {
-  const TemporaryEntry longEntry(L"Temp", std::wstring(900, L'x'));
-  const TemporaryEntry longConnection(L"SysMasterDB", std::wstring(900, L'y'));
-  EXPECT_EQ(Entry("Temp").second, std::string(511, 'x'));
-  Buffer small(256);
-  EXPECT_EQ(library_.Call("_QXGetString@8", "SysMasterDB", small.Data()), 0);
-  EXPECT_EQ(small.Text(), std::string(255, 'y'));
-  EXPECT_TRUE(small.IsIntact());
+  SetEntry(L"Temp", std::wstring(900, L'x'));
+  SetEntry(L"SysMasterDB", std::wstring(900, L'y'));
+  EXPECT_EQ(Entry("Temp"), std::string(511, 'x'));
+  EXPECT_EQ(Entry("SysMasterDB", 256), std::string(255, 'y'));
+  // As bytes: nothing stands behind the NUL, and nothing at all is written where there is no entry.
+  windows::HostLibrary library(L"QX32.dll");
+  long(__stdcall * getString)(const char* name, char* value) = nullptr;
+  library.Find("_QXGetString@8", getString);
+  std::string buffer(512, '#');
+  EXPECT_EQ(getString("NoSuchEntry", buffer.data()), -1);
+  EXPECT_EQ(buffer, std::string(512, '#'));
+  EXPECT_EQ(getString("SysMasterDB", buffer.data()), 0);
+  EXPECT_EQ(buffer, std::string(255, 'y') + '\0' + std::string(256, '#'));
 }
 
 TEST_F(QX32Test, KeepsRegistryTextsAndCutsLongOnes) {
-  Buffer buffer(256);
-  const std::string name = reference::ToAnsi("BackupUtility\\Prüfung"), value = reference::ToAnsi("Größe: 5");
-  EXPECT_EQ(library_.Call("_QXRegSetKeySZ@8", name.c_str(), value.c_str()), 0);
-  EXPECT_EQ(library_.Call("_QXRegGetKeySZ@8", ("\\" + name).c_str(), buffer.Data()), 0);
-  EXPECT_EQ(buffer.Text(), value);
-  EXPECT_EQ(reference::ReadRegistryText("BackupUtility\\Prüfung"), "Größe: 5");
-  EXPECT_EQ(library_.Call("_QXRegSetKeySZ@8", name.c_str(), std::string(700, 'z').c_str()), 0);
-  EXPECT_EQ(library_.Call("_QXRegGetKeySZ@8", name.c_str(), buffer.Data()), 0);
-  EXPECT_EQ(buffer.Text(), std::string(255, 'z'));
-  EXPECT_TRUE(buffer.IsIntact());
+  const std::string name = "BackupUtility\\Prüfung";
+  std::string value;
+  EXPECT_EQ(library_.RegSetKeySZ(name, "Größe: 5"), 0);
+  EXPECT_EQ(library_.RegGetKeySZ("\\" + name, value), 0);
+  EXPECT_EQ(value, "Größe: 5");
+  EXPECT_EQ(reference::ReadRegistryText(name), "Größe: 5");
+  EXPECT_EQ(library_.RegSetKeySZ(name, std::string(700, 'z')), 0);
+  EXPECT_EQ(library_.RegGetKeySZ(name, value), 0);
+  EXPECT_EQ(value, std::string(255, 'z'));
 }
 
 TEST_F(QX32Test, KeepsRegistryNumbersApartFromTexts) {
-  unsigned long number = 7;
-  EXPECT_EQ(library_.Call("_QXRegGetKeyDWORD@8", "ClientLogBackupNumber", &number), 0);
+  std::uint32_t number = 7;
+  EXPECT_EQ(library_.RegGetKeyDWORD("ClientLogBackupNumber", number), 0);
   EXPECT_EQ(number, 20U);
-  EXPECT_EQ(library_.Call("_QXRegSetKeyDWORD@8", "BackupUtility\\dlgTestLeft", 0xFFFFFF38UL), 0);
-  EXPECT_EQ(library_.Call("_QXRegGetKeyDWORD@8", "BackupUtility\\dlgTestLeft", &number), 0);
-  EXPECT_EQ(number, 0xFFFFFF38UL);
-  EXPECT_EQ(library_.Call("_QXRegGetKeyDWORD@8", "Font", &number), -1);
-  EXPECT_EQ(library_.Call("_QXRegGetKeyDWORD@8", "NoSuchValue", &number), -1);
-  EXPECT_EQ(number, 0xFFFFFF38UL);
+  EXPECT_EQ(library_.RegSetKeyDWORD("BackupUtility\\dlgTestLeft", 0xFFFFFF38U), 0);
+  EXPECT_EQ(library_.RegGetKeyDWORD("BackupUtility\\dlgTestLeft", number), 0);
+  EXPECT_EQ(number, 0xFFFFFF38U);
+  EXPECT_EQ(library_.RegGetKeyDWORD("Font", number), -1);
+  EXPECT_EQ(library_.RegGetKeyDWORD("NoSuchValue", number), -1);
 }
 
 TEST_F(QX32Test, NamesTheHostAndItsVersion) {
-  Buffer host(16), version(128);
-  EXPECT_EQ(library_.Call("_QXGetHostname@4", host.Data()), 0);
-  EXPECT_EQ(library_.Call("_QXGetSoftwareVersion@4", version.Data()), 0);
-  EXPECT_FALSE(host.Text().empty());
-  EXPECT_EQ(version.Text(), "3.00");
-  EXPECT_TRUE(host.IsIntact() && version.IsIntact());
+  EXPECT_FALSE(library_.GetHostname().empty());
+  EXPECT_EQ(library_.GetSoftwareVersion(), "3.00");
 }
 
 TEST(QX32lib, ReadsTheConfigurationWhileItIsConnected) {
-  const Library library(L"QX32lib.dll");
-  const std::string connection = *reference::ReadPathEntry("SysMasterDB");
-  Buffer buffer(256);
-  EXPECT_EQ(library.Call("QXSysDBReadszValue", "SysConfig", "MsgTableName", buffer.Data()), -1);
-  EXPECT_EQ(library.Call("QXSysDBConnect", "DRIVER=SQLite3;Database=C:\\Tarsus\\Database\\None.db"), -1);
-  EXPECT_EQ(library.Call("QXSysDBClose"), -1);
-  ASSERT_EQ(library.Call("QXSysDBConnect", connection.c_str()), 0);
-  EXPECT_EQ(library.Call("QXSysDBReadszValue", "SysConfig", "Nothing", buffer.Data()), -1);
-  EXPECT_EQ(buffer.Data()[0], '#');
-  EXPECT_EQ(library.Call("QXSysDBReadszValue", "SysConfig", "MsgTableName", buffer.Data()), 0);
-  EXPECT_EQ(buffer.Text(), "ENG:MSG_ENGLISH");
-  EXPECT_EQ(library.Call("QXSysDBClose"), 0);
+  windows::Qx32libLibrary library;
+  std::string value = "before";
+  EXPECT_EQ(library.SysDBReadszValue("SysConfig", "MsgTableName", value), -1);
+  EXPECT_EQ(library.SysDBConnect("DRIVER=SQLite3;Database=C:\\Tarsus\\Database\\None.db"), -1);
+  EXPECT_EQ(library.SysDBClose(), -1);
+  ASSERT_EQ(library.SysDBConnect(*reference::ReadPathEntry("SysMasterDB")), 0);
+  EXPECT_EQ(library.SysDBReadszValue("SysConfig", "Nothing", value), -1);
+  EXPECT_EQ(library.SysDBReadszValue("SysConfig", "MsgTableName", value), 0);
+  EXPECT_EQ(value, "ENG:MSG_ENGLISH");
+  EXPECT_EQ(library.SysDBClose(), 0);
 }
 
 TEST(QXNetDB, ListsTheMediaDrivesInOrder) {
-  const Library library(L"QXNetDB.dll");
-  long numbers[1024] = {};
-  EXPECT_EQ(library.Call("QXNetDBGetEquip", "MEDIA", &numbers[0]), -1);
-  ASSERT_EQ(library.Call("QXNetDBConnect", reference::ReadPathEntry("NetConfigDB")->c_str()), 0);
-  ASSERT_EQ(library.Call("QXNetDBGetEquip", "MEDIA", &numbers[0]), 3);
-  EXPECT_EQ(library.Call("QXNetDBGetEquip", "TAPE", &numbers[3]), 0);
+  windows::QxNetDBLibrary library;
+  std::vector<std::int32_t> numbers;
+  EXPECT_EQ(library.GetEquip("MEDIA", numbers), -1);
+  ASSERT_EQ(library.Connect(*reference::ReadPathEntry("NetConfigDB")), 0);
+  EXPECT_EQ(library.GetEquip("TAPE", numbers), 0);
+  ASSERT_EQ(library.GetEquip("MEDIA", numbers), 3);
   std::string drives;
-  for (int i = 0; i < 3; ++i) {
-    long value = -1;
-    std::vector<Buffer> texts(5, Buffer(255));
-    ASSERT_EQ(library.Call("QXNetDBGetDriveInfo", numbers[i], &value, texts[0].Data(), texts[1].Data(), texts[2].Data(),
-                           texts[3].Data(), texts[4].Data()),
-              0);
-    drives += texts[0].Text() + " " + texts[1].Text() + " " + texts[3].Text() + ";";
+  host::MediaRecord record;
+  for (const std::int32_t number : numbers) {
+    ASSERT_EQ(library.GetDriveInfo(number, record), 0);
+    drives += record.attribute + " " + record.drive + " " + record.preparationType + ";";
   }
   EXPECT_EQ(drives, "READONLY D: NONE;WRITABLE E: STANDARD;WRITABLE F: NONE;");
-  Buffer text(255);
-  long value = 0;
-  EXPECT_EQ(library.Call("QXNetDBGetDriveInfo", 999L, &value, text.Data(), text.Data(), text.Data(), text.Data(),
-                         text.Data()),
-            -1);
-  EXPECT_EQ(library.Call("QXNetDBClose"), 0);
-  EXPECT_EQ(library.Call("QXNetDBGetEquip", "MEDIA", &numbers[0]), -1);
+  EXPECT_EQ(library.GetDriveInfo(999, record), -1);
+  library.Close();
+  EXPECT_EQ(library.GetEquip("MEDIA", numbers), -1);
 }
 
 }  // namespace
