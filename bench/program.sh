@@ -17,7 +17,7 @@ set_up_workstation() {
 
 measure_program() {
   local log=$work/program.txt
-  if ! wine "$windows/bench_program.exe" "$rounds" 90 >"$log" 2>&1 </dev/null; then
+  if ! wine "$windows/bench_program.exe" "$rounds" 150 >"$log" 2>&1 </dev/null; then
     tail -n 5 "$log" >&2
     die "the program could not be measured; see $log"
   fi

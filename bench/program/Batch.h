@@ -18,13 +18,7 @@ extern const char kRestoreCommands[];
 /// A clock in seconds.
 double Seconds();
 
-/// Seconds of a batch file.
-struct BatchTime {
-  double commands;  ///< the commands alone
-  double whole;     ///< with the deletion of what they have gathered, which the program does itself
-};
-
-/// Writes `commands` into a batch file and runs it hidden and silent.
-BatchTime TimeBatch(const std::string& commands);
+/// Writes `commands` into a batch file and runs it hidden and silent. How many seconds it took.
+double TimeBatch(const std::string& commands);
 
 }  // namespace bench

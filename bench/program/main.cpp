@@ -122,12 +122,8 @@ void Compare(Operator& person, int rounds, double seconds) {
     Print("processor", 100 * (ProcessorSeconds(process) - before) / (backup + restore));
     fs::remove_all(bench::kSet);
     fs::create_directory(bench::kSet);
-    const bench::BatchTime backupBatch = bench::TimeBatch(bench::kBackupCommands);
-    const bench::BatchTime restoreBatch = bench::TimeBatch(bench::kRestoreCommands);
-    Print("backup.commands", backupBatch.commands);
-    Print("backup.batch", backupBatch.whole);
-    Print("restore.commands", restoreBatch.commands);
-    Print("restore.batch", restoreBatch.whole);
+    Print("backup.batch", bench::TimeBatch(bench::kBackupCommands));
+    Print("restore.batch", bench::TimeBatch(bench::kRestoreCommands));
     fs::remove_all(bench::kSet);
   }
   PROCESS_MEMORY_COUNTERS memory{};
