@@ -108,8 +108,8 @@ TEXT
 
 ## The program around it
 
-A backup and a restore of these files through the program's windows, each followed by a batch file with the same
-external commands in the same order. The batch file deletes nothing, while the program also empties its staging folder.
+A backup and a restore of the workstation's images among these files through the program's windows, against a batch file
+with the same external commands in the same order; the two take turns in going first. The batch file deletes nothing, while the program also empties its staging folder.
 The workstation, a Wine prefix, lies $workstation_on.
 
 | what | program | beside | ratio | goal |

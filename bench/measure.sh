@@ -29,18 +29,19 @@ repeat_within() {
 # statistic median|most NAME
 statistic() {
   awk -v name="$2" '$1 == name { print $2 }' "$samples" | sort -n |
-    awk -v what="$1" '{ v[NR] = $1 } END { print what == "most" ? v[NR] : v[int((NR + 1) / 2)] }'
+    if [ "$1" = most ]; then tail -n 1; else middle %.6f; fi
 }
 median() { statistic median "$1"; }
 most() { statistic most "$1"; }
+# middle FORMAT: the median of sorted lines.
+middle() { awk -v f="$1\n" '{ v[NR] = $1 } END { printf f, (v[int((NR + 1) / 2)] + v[int(NR / 2) + 1]) / 2 }'; }
 
 # ratio NAME BASE: the median of the quotients of measurements that were taken in the same round.
 ratio() {
   awk -v name="$1" -v base="$2" '
     $1 == name { a[++n] = $2 }
     $1 == base { b[++m] = $2 }
-    END { for (i = 1; i <= n && i <= m; ++i) print a[i] / b[i] }' "$samples" | sort -n |
-    awk '{ v[NR] = $1 } END { printf "%.3f\n", v[int((NR + 1) / 2)] }'
+    END { for (i = 1; i <= n && i <= m; ++i) print a[i] / b[i] }' "$samples" | sort -n | middle %.3f
 }
 
 # number FORMAT VALUE [DIVISOR]

@@ -1,7 +1,7 @@
 # Sourced by bench/run.sh: the program on a workstation under Wine, against the same commands in a batch file; and
 # how its loops grow.
 
-# A workstation whose patient data are the tree.
+# A workstation whose patient data are that of the tree.
 set_up_workstation() {
   demo_megabytes=1
   workstation=$work/workstation workstation_on='on disk'
@@ -12,12 +12,12 @@ set_up_workstation() {
   use_null_display
   local images=$WINEPREFIX/drive_c/Tarsus/Data/Image.ddo
   rm -rf "$images"
-  cp -r "$work/tree" "$images"
+  cp -r "$work/tree/workstation" "$images"
 }
 
 measure_program() {
   local log=$work/program.txt
-  if ! wine "$windows/bench_program.exe" "$rounds" 150 >"$log" 2>&1 </dev/null; then
+  if ! wine "$windows/bench_program.exe" "$((rounds + 1))" 150 >"$log" 2>&1 </dev/null; then
     tail -n 5 "$log" >&2
     die "the program could not be measured; see $log"
   fi
@@ -30,7 +30,7 @@ measure_program() {
 measure_growth() {
   "$release/bench_growth" "$percent" >>"$samples"
   local run
-  for run in 1 2 3; do
+  for run in 1 2 3 4 5; do
     grow_on_files staging tenth $((20 * percent))
     grow_on_files staging all $((200 * percent))
     grow_on_files clients tenth $((8 * percent))

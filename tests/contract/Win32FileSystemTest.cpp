@@ -6,6 +6,7 @@
 
 #include "contract/FileSystemContract.h"
 #include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Handles.h"
 
 namespace contract {
 namespace {
@@ -41,6 +42,19 @@ TEST_F(Win32FileSystemTest, LongPathsWork) {
   EXPECT_EQ(Contents(At("up.txt")), "deep");
   EXPECT_EQ(Files().RemoveFolder(At(std::string(40, 'a'))), 0);
   EXPECT_EQ(Names(At("")), Texts{"up.txt"});
+}
+
+TEST_F(Win32FileSystemTest, AFileInUseAloneStaysOfAFolder) {
+  ASSERT_EQ(Files().MakeFolder(At("many")), 0);
+  for (int i = 0; i < 200; ++i) Put(At("many\\" + std::to_string(i)), "x");
+  {
+    const windows::Handle open(CreateFileW(windows::ApiPath(At("many\\77")).c_str(), GENERIC_READ, FILE_SHARE_READ,
+                                           nullptr, OPEN_EXISTING, 0, nullptr));
+    ASSERT_TRUE(open);
+    EXPECT_EQ(Files().RemoveFolder(At("many")), -1);
+    EXPECT_EQ(Names(At("many\\")), Texts{"77"});
+  }
+  EXPECT_EQ(Files().RemoveFolder(At("many")), 0);
 }
 
 /// Whether the access list of `path` names everybody, as that of an ordinary folder does here.

@@ -15,7 +15,7 @@ bool ForEachEntry(const std::wstring& folder, const std::function<void(const WIN
 bool DeleteForced(const std::wstring& file);
 
 /// Deletes a folder and all below it, as much as can be deleted. `folder` has no "\" at its end.
-/// Calls `afterEach` whenever something has been deleted.
+/// Calls `afterEach` all the while, on the caller's thread, so that others can be served.
 bool DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach);
 
 /// Length in bytes, that of its target for a link; -1 when the file cannot be examined.
