@@ -59,8 +59,8 @@ run. This page and its pictures are written by
 
     bench/run.sh
 
-which installs and builds what it needs, makes its files itself. Times are medians;
-ratios are medians over rounds in which the tools took turns. Machines differ: compare ratios, not seconds.
+which installs and builds what it needs and makes its files itself. Times are medians; ratios are medians over rounds
+in which the tools took turns. Machines differ: compare ratios, not seconds.
 
 Measured on $(date +%Y-%m-%d): $(machine).
 
@@ -108,9 +108,10 @@ TEXT
 
 ## The program around it
 
-A backup and a restore of the workstation's images among these files through the program's windows, against a batch file
-with the same external commands in the same order; the two take turns in going first. The batch file deletes nothing, while the program also empties its staging folder.
-The workstation, a Wine prefix, lies $workstation_on.
+A backup and a restore of the workstation's images among these files through the program's windows, against a batch
+file with the same external commands in the same order; the two take turns in going first. The batch file deletes
+nothing, while the program also empties its staging folder. The workstation, a Wine prefix, lies
+$workstation_on.
 
 | what | program | beside | ratio | goal |
 |---|---|---|---|---|

@@ -35,6 +35,10 @@ TEST_F(JobTest, ImagesNeedTheirPathEntry) {
   host.person.ExpectMessage(60326);
   maintenance::CopyRecentImages(application, kStaging);
   EXPECT_TRUE(host.Told().statements.empty());
+  host.qx32.pathTable["Image"] = "\\";  // no folder that could stand in a path
+  host.Told().studies["SELECT RIGHT(URL,LEN(URL)-7)"].rows.push_back({"C:\\Tarsus\\Image\\1.ddo", ""});
+  maintenance::CopyRecentImages(application, kStaging);
+  EXPECT_TRUE(WasWarnedOf("Not copied: C:\\Tarsus\\Image\\1.ddo"));
 }
 
 TEST_F(JobTest, EnsureFolderReportsWhatItCannotMake) {
