@@ -68,11 +68,10 @@ TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
 }
 
 TEST_F(JobTest, RefusesItemsOfASectionWithoutANumberAndAFileThatCannotBeOpened) {
-  LoadSection("REPORTSET_RESTORE", {"BatFile=kept"});
   EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), app::kDone);
   EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), app::kFailed);
   EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), app::kFailed);
-  EXPECT_EQ(definitions.Items(JobKey::BatFile, "REPORTSET_RESTORE"), Names{"kept"});
+  EXPECT_EQ(backup::SectionIndex("REPORTSET_RESTORE"), 18);
   host.calls.FailFrom("FileSystem", "OpenText");
   EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), app::kFailed);
 }
