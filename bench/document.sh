@@ -64,7 +64,7 @@ in which the tools took turns. Machines differ: compare ratios, not seconds.
 
 Measured on $(date +%Y-%m-%d): $(machine).
 
-Packed, copied and restored are $files files, $(number %.0f "$bytes" 1e6) MB: a workstation's images,
+Packed, copied and extracted are $files files, $(number %.0f "$bytes" 1e6) MB: a workstation's images,
 databases, logs, small files, and data that cannot be packed any more.
 
 ## The archiver
