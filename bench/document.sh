@@ -108,10 +108,10 @@ TEXT
 
 ## The program around it
 
-A backup and a restore of the workstation's images among these files through the program's windows, against a batch
-file with the same external commands in the same order; the two take turns in going first. The batch file deletes
-nothing, while the program also empties its staging folder. The workstation, a Wine prefix, lies
-$workstation_on.
+A backup and a restore of half of the workstation's images through the program's windows, against a batch file with the
+same external commands in the same order. The two run one directly after the other, take turns in going first, and each
+begins after three seconds of rest. The batch file deletes nothing, while the program also empties its staging folder.
+The workstation, a Wine prefix, lies $workstation_on.
 
 | what | program | beside | ratio | goal |
 |---|---|---|---|---|

@@ -11,26 +11,26 @@ namespace bench {
 const char kBackupCommands[] =
     "cd /d C:\\Tarsus\\System\\Backup\r\n"
     "cmd /c ExportPatientList.bat\r\n"
-    "cd /d C:\\Bench\\Staging\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\Database\\Patient.db\" \"C:\\Bench\\Staging\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\Database\\Study.db\" \"C:\\Bench\\Staging\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\Temp\\PatientList.txt\" \"C:\\Bench\\Staging\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\Data\\Patient\" \"C:\\Bench\\Staging\\Patient\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\Data\\Image.ddo\" \"C:\\Bench\\Staging\\Image.ddo\\\" /S /Y\r\n"
+    "cd /d %STAGING%\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\Database\\Patient.db\" \"%STAGING%\\\" /S /Y\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\Database\\Study.db\" \"%STAGING%\\\" /S /Y\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\Temp\\PatientList.txt\" \"%STAGING%\\\" /S /Y\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\Data\\Patient\" \"%STAGING%\\Patient\\\" /S /Y\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\Data\\Image.ddo\" \"%STAGING%\\Image.ddo\\\" /S /Y\r\n"
     "C:\\Tarsus\\Program\\cabarc -r -p n PatientData.cab Patient.db PatientList.txt Study.db .\\Image.ddo\\*.* "
     ".\\Patient\\*.*\r\n"
-    "CMD /C xcopy \"C:\\Bench\\Staging\\PatientData.cab\" \"E:\\Set\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\System\\BackupVersion.ini\" \"E:\\Set\\\" /S /Y\r\n";
+    "CMD /C xcopy \"%STAGING%\\PatientData.cab\" \"E:\\Batch\\\" /S /Y\r\n"
+    "CMD /C xcopy \"C:\\Tarsus\\System\\BackupVersion.ini\" \"E:\\Batch\\\" /S /Y\r\n";
 
 const char kRestoreCommands[] =
-    "cd /d C:\\Bench\\Staging\r\n"
-    "CMD /C xcopy \"E:\\Set\\PatientData.cab\" \"C:\\Bench\\Staging\\\" /S /Y\r\n"
+    "cd /d %STAGING%\r\n"
+    "CMD /C xcopy \"E:\\Batch\\PatientData.cab\" \"%STAGING%\\\" /S /Y\r\n"
     "C:\\Tarsus\\Program\\cabarc -r -p X PatientData.cab CABFILE\r\n"
-    "CMD /C xcopy \"C:\\Bench\\Staging\\CABFILE\\Patient.db\" \"C:\\Tarsus\\Database\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Bench\\Staging\\CABFILE\\Study.db\" \"C:\\Tarsus\\Database\\\" /S /Y\r\n"
+    "CMD /C xcopy \"%STAGING%\\CABFILE\\Patient.db\" \"C:\\Tarsus\\Database\\\" /S /Y\r\n"
+    "CMD /C xcopy \"%STAGING%\\CABFILE\\Study.db\" \"C:\\Tarsus\\Database\\\" /S /Y\r\n"
     "cmd /c C:\\Tarsus\\System\\Restore\\PatientsRestored.bat\r\n"
-    "CMD /C xcopy \"C:\\Bench\\Staging\\CABFILE\\Patient\" \"C:\\Tarsus\\Data\\Patient\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Bench\\Staging\\CABFILE\\Image.ddo\" \"C:\\Tarsus\\Data\\Image.ddo\\\" /S /Y\r\n";
+    "CMD /C xcopy \"%STAGING%\\CABFILE\\Patient\" \"C:\\Tarsus\\Data\\Patient\\\" /S /Y\r\n"
+    "CMD /C xcopy \"%STAGING%\\CABFILE\\Image.ddo\" \"C:\\Tarsus\\Data\\Image.ddo\\\" /S /Y\r\n";
 
 namespace {
 
@@ -52,13 +52,22 @@ double Seconds() {
   return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
 }
 
+void Rest() {
+  Sleep(3000);
+}
+
 double TimeBatch(const std::string& commands) {
-  endtoend::fs::create_directories(kWork / "Staging" / "CABFILE");
-  endtoend::WriteBytes(kWork / "run.bat", "@echo off\r\n" + commands);
+  // As long a path as the program's, which names its folder by the time.
+  const endtoend::fs::path temporary = endtoend::fs::temp_directory_path();
+  const endtoend::fs::path staging = temporary / "000000000000";
+  const endtoend::fs::path batch = temporary / "bench.bat";
+  endtoend::fs::create_directories(staging / "CABFILE");
+  endtoend::WriteBytes(batch, "@echo off\r\nset STAGING=" + staging.string() + "\r\n" + commands);
   const double start = Seconds();
-  RunSilently(L"cmd /c C:\\Bench\\run.bat <nul >nul 2>&1");
+  RunSilently(L"cmd /c " + batch.wstring() + L" <nul >nul 2>&1");
   const double taken = Seconds() - start;
-  endtoend::fs::remove_all(kWork);
+  endtoend::fs::remove_all(staging);
+  endtoend::fs::remove(batch);
   return taken;
 }
 

@@ -7,16 +7,19 @@
 
 namespace bench {
 
-/// Where the batch file keeps what it gathers, and where both put the set. The set's folder exists.
-inline const endtoend::fs::path kWork = L"C:\\Bench";
+/// Where the program and the batch file put their sets. The batch file's folder exists.
 inline constexpr char kSet[] = "E:\\Set\\";
+inline constexpr char kBatchSet[] = "E:\\Batch\\";
 
-/// The commands that the program starts for the patient data, in its order.
+/// The commands that the program starts for the patient data, in its order. %STAGING% is the staging folder.
 extern const char kBackupCommands[];
 extern const char kRestoreCommands[];
 
 /// A clock in seconds.
 double Seconds();
+
+/// Comes before anything is timed: memory and processors that were at work a moment ago are quicker.
+void Rest();
 
 /// Writes `commands` into a batch file and runs it hidden and silent. How many seconds it took.
 double TimeBatch(const std::string& commands);

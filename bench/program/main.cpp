@@ -43,32 +43,6 @@ auto Patiently(Action action) {
   }
 }
 
-/// Back in the main menu afterwards. `watch` is told when the copying begins.
-double TimeBackup(Operator& person, bench::PhaseWatch* watch = nullptr) {
-  const Window dialog = person.OpenBackup({.patient = true});
-  const double start = Seconds();
-  dialog.Press(ID_frmBackup_cmdStart);
-  const Window destination = Patiently([&] { return person.DestinationDialog(); });
-  if (watch) watch->Copying();
-  person.Accept(destination, bench::kSet);
-  while (Patiently([&] { return person.NextMessage(); }) != 65300) person.Answer();
-  const double taken = Seconds() - start;
-  person.Answer();
-  person.MainMenu();
-  return taken;
-}
-
-double TimeRestore(Operator& person) {
-  const Window dialog = person.OpenRestore(bench::kSet);
-  const double start = Seconds();
-  dialog.Press(ID_frmRestore_cmdStart);
-  Patiently([&] { return person.NextMessage(); });
-  const double taken = Seconds() - start;
-  person.ConsentUntil(65400, {});
-  person.MainMenu();
-  return taken;
-}
-
 double ProcessorSeconds(HANDLE process) {
   FILETIME created{};
   FILETIME ended{};
@@ -81,6 +55,53 @@ double ProcessorSeconds(HANDLE process) {
   return seconds(kernel) + seconds(user);
 }
 
+/// What one work has taken: of the clock, and of a processor by the program itself.
+struct Taken {
+  double seconds;
+  double processorSeconds;
+};
+
+class Stopwatch {
+ public:
+  explicit Stopwatch(Operator& person) : process_(person.TheProgram().Handle()) {}
+  Taken Read() const { return {Seconds() - start_, ProcessorSeconds(process_) - processor_}; }
+
+ private:
+  HANDLE process_;
+  double start_ = Seconds();
+  double processor_ = ProcessorSeconds(process_);
+};
+
+/// Back in the main menu afterwards. `watch` is told when the copying begins.
+Taken TimeWatchedBackup(Operator& person, bench::PhaseWatch* watch) {
+  const Window dialog = person.OpenBackup({.patient = true});
+  const Stopwatch stopwatch(person);
+  dialog.Press(ID_frmBackup_cmdStart);
+  const Window destination = Patiently([&] { return person.DestinationDialog(); });
+  if (watch) watch->Copying();
+  person.Accept(destination, bench::kSet);
+  while (Patiently([&] { return person.NextMessage(); }) != 65300) person.Answer();
+  const Taken taken = stopwatch.Read();
+  person.Answer();
+  person.MainMenu();
+  return taken;
+}
+
+Taken TimeBackup(Operator& person) {
+  return TimeWatchedBackup(person, nullptr);
+}
+
+Taken TimeRestore(Operator& person) {
+  const Window dialog = person.OpenRestore(bench::kSet);
+  const Stopwatch stopwatch(person);
+  dialog.Press(ID_frmRestore_cmdStart);
+  Patiently([&] { return person.NextMessage(); });
+  const Taken taken = stopwatch.Read();
+  person.ConsentUntil(65400, {});
+  person.MainMenu();
+  return taken;
+}
+
 /// One backup and one restore under watch; they warm the caches too.
 void Watch(Operator& person) {
   const bench::IdleWindow idle;
@@ -90,7 +111,7 @@ void Watch(Operator& person) {
     bench::PhaseWatch phases;
     bench::AnswerWatch answers(menu, &phases);
     bench::AnswerWatch idleAnswers(idle.Handle(), nullptr);
-    TimeBackup(person, &phases);
+    TimeWatchedBackup(person, &phases);
     Print("answer.backup", answers.End());
     Print("answer.idle", idleAnswers.End());
     for (const auto& late : answers.LateAnswers()) {
@@ -110,36 +131,44 @@ void Watch(Operator& person) {
     std::printf("# restore: %.0f ms without an answer after %.1f s\n", late.milliseconds, late.at);
 }
 
-void TimeProgram(Operator& person) {
-  HANDLE process = person.TheProgram().Handle();
-  const double before = ProcessorSeconds(process);
-  const double backup = TimeBackup(person);
-  const double restore = TimeRestore(person);
-  Print("backup", backup);
-  Print("restore", restore);
-  Print("processor", 100 * (ProcessorSeconds(process) - before) / (backup + restore));
-  fs::remove_all(bench::kSet);
+double PeakMegabytes(HANDLE process) {
+  PROCESS_MEMORY_COUNTERS memory{};
+  GetProcessMemoryInfo(process, &memory, sizeof(memory));
+  return static_cast<double>(memory.PeakWorkingSetSize) / 1048576;
 }
 
-void TimeBatches() {
-  fs::create_directory(bench::kSet);
-  Print("backup.batch", bench::TimeBatch(bench::kBackupCommands));
-  Print("restore.batch", bench::TimeBatch(bench::kRestoreCommands));
-  fs::remove_all(bench::kSet);
+/// The program's and the batch file's way of the same work, one directly after the other.
+template <typename Program, typename Batch>
+void TakeTurns(bool programFirst, Program program, Batch batch) {
+  if (!programFirst) batch();
+  program();
+  if (programFirst) batch();
 }
 
-/// The two take turns in going first: memory that one has given back is quicker to be had for the other.
 void Compare(Operator& person, int rounds, double seconds) {
   const double end = Seconds() + seconds;
-  fs::remove_all(bench::kSet);
+  const auto time = [&](const char* name, Taken (*work)(Operator&)) {
+    bench::Rest();
+    const Taken taken = work(person);
+    Print(name, taken.seconds);
+    Print("processor", 100 * taken.processorSeconds / taken.seconds);
+  };
+  const auto timeBatch = [](const char* name, const char* commands) {
+    bench::Rest();
+    Print(name, bench::TimeBatch(commands));
+  };
   for (int round = 0; round == 0 || (round < rounds && Seconds() < end); ++round) {
-    if (round % 2 == 0) TimeBatches();
-    TimeProgram(person);
-    if (round % 2 == 1) TimeBatches();
+    fs::remove_all(bench::kSet);
+    fs::create_directory(bench::kBatchSet);
+    TakeTurns(
+        round % 2 == 1, [&] { time("backup", TimeBackup); },
+        [&] { timeBatch("backup.batch", bench::kBackupCommands); });
+    TakeTurns(
+        round % 2 == 1, [&] { time("restore", TimeRestore); },
+        [&] { timeBatch("restore.batch", bench::kRestoreCommands); });
+    fs::remove_all(bench::kBatchSet);
   }
-  PROCESS_MEMORY_COUNTERS memory{};
-  GetProcessMemoryInfo(person.TheProgram().Handle(), &memory, sizeof(memory));
-  Print("memory", static_cast<double>(memory.PeakWorkingSetSize) / 1048576);
+  Print("memory", PeakMegabytes(person.TheProgram().Handle()));
 }
 
 void Run(int rounds, double seconds) {

@@ -106,6 +106,19 @@ TEST_F(Win32ProcessesTest, AnEndOfTheProgramAskedForDuringAWaitComesAfterIt) {
   EXPECT_EQ(message.wParam, 7U);
 }
 
+TEST_F(Win32ProcessesTest, HiddenProgramsShareOneConsoleThatEachFindsAsNew) {
+  ASSERT_EQ(Run("contract_child sleep 1000"), 0);
+  EXPECT_EQ(Run("contract_child companions"), 2);  // itself and this process
+  const std::int64_t codePage = Run("contract_child codepage");
+  EXPECT_EQ(Run("contract_child codepage"), codePage);
+  Run("contract_child interrupt");
+  EXPECT_EQ(Run("contract_child companions"), 2);
+
+  FreeConsole();  // as when somebody ends the process behind it
+  ASSERT_EQ(Run("contract_child sleep 1000"), 0);
+  EXPECT_EQ(Run("contract_child companions"), 2);
+}
+
 TEST_F(Win32ProcessesTest, SeesWhatRuns) {
   const auto program = processes_.Start("contract_child sleep 2000", host::WindowStyle::Hidden);
   ASSERT_NE(program, nullptr);

@@ -38,8 +38,29 @@ bool DeleteFolder(const std::wstring& folder) {
          RemoveDirectoryW(folder.c_str()) != FALSE;
 }
 
-/// Deleting a file is mostly waiting for the system, so several threads do it side by side. This one calls `afterEach`
-/// behind each file of its share. False when any file stays; the others are deleted all the same.
+/// Adds what lies below `folder`, and the folder itself behind everything in it. False when a folder cannot be read to
+/// its end.
+bool ListTree(const std::wstring& folder, std::vector<std::wstring>& files, std::vector<std::wstring>& folders,
+              const std::function<void()>& afterEach) {
+  bool read = true;
+  const auto add = [&](const WIN32_FIND_DATAW& entry) {
+    const std::wstring path = folder + L'\\' + entry.cFileName;
+    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+      files.push_back(path);
+    } else {
+      read = ListTree(path, files, folders, afterEach) && read;
+    }
+    afterEach();
+  };
+  // Of a link only the link goes; what it points to stays.
+  if (!HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) read = ForEachEntry(folder, add) && read;
+  folders.push_back(folder);
+  return read;
+}
+
+/// Deleting a file is mostly waiting for the system, so several threads do it side by side: once for a whole tree,
+/// because starting them costs what some ten files cost. This one calls `afterEach` behind each file of its share.
+/// False when any file stays; the others are deleted all the same.
 bool DeleteFiles(const std::vector<std::wstring>& files, const std::function<void()>& afterEach) {
   constexpr std::size_t kHelpers = 3;
   constexpr std::size_t kWorthAHelper = 16;  // files
@@ -91,21 +112,15 @@ bool DeleteForced(const std::wstring& file) {
 }
 
 bool DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach) {
-  // Of a link only the link goes; what it points to stays.
-  if (HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) return DeleteFolder(folder);
-  bool deleted = true;
   std::vector<std::wstring> files;
-  const bool read = ForEachEntry(folder, [&](const WIN32_FIND_DATAW& entry) {
-    const std::wstring path = folder + L'\\' + entry.cFileName;
-    if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
-      files.push_back(path);
-    } else {
-      deleted = DeleteTree(path, afterEach) && deleted;
-    }
-    afterEach();
-  });
+  std::vector<std::wstring> folders;
+  bool deleted = ListTree(folder, files, folders, afterEach);
   deleted = DeleteFiles(files, afterEach) && deleted;
-  return DeleteFolder(folder) && read && deleted;
+  for (const std::wstring& each : folders) {
+    deleted = DeleteFolder(each) && deleted;
+    afterEach();
+  }
+  return deleted;
 }
 
 long long SizeOf(const std::wstring& file) {

@@ -17,7 +17,9 @@ constexpr wchar_t kInstanceMark[] = L"Local\\QXBackupUtility.Instance";
 
 class Program : public host::StartedProgram {
  public:
-  Program(Handle process, DWORD id, Win32MessageLoop& loop) : process_(std::move(process)), id_(id), loop_(loop) {}
+  /// `console` is the one for hidden programs; null when this one is shown.
+  Program(Handle process, DWORD id, Win32MessageLoop& loop, HiddenConsole* console)
+      : process_(std::move(process)), id_(id), loop_(loop), console_(console) {}
 
   std::uint32_t Id() const override { return id_; }
 
@@ -35,6 +37,7 @@ class Program : public host::StartedProgram {
     // following wait at once, and the loop would burn a processor until the program ends.
     std::optional<int> quit;
     const HANDLE process = process_.Get();
+    const std::jthread keeping = console_ != nullptr ? console_->KeepThatOf(process, id_) : std::jthread();
     DWORD cause = WAIT_FAILED;
     do {
       cause = MsgWaitForMultipleObjectsEx(1, &process, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
@@ -48,6 +51,7 @@ class Program : public host::StartedProgram {
   Handle process_;
   DWORD id_;
   Win32MessageLoop& loop_;
+  HiddenConsole* console_;
 };
 
 /// Lets a hidden program read and write nothing. Its output is seen by nobody, and drawing a line
@@ -110,8 +114,8 @@ std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& c
   startup.StartupInfo.wShowWindow = hidden ? SW_HIDE : SW_SHOW;
   NoStreams streams;
   const bool silent = hidden && streams.GiveTo(startup);
-  const DWORD flags =
-      NORMAL_PRIORITY_CLASS | EXTENDED_STARTUPINFO_PRESENT | (hidden ? DWORD{CREATE_NO_WINDOW} : DWORD{0});
+  const DWORD console = hidden ? console_.CreationFlags() : CREATE_NEW_CONSOLE;
+  const DWORD flags = NORMAL_PRIORITY_CLASS | EXTENDED_STARTUPINFO_PRESENT | console;
 
   std::wstring command = Utf16(commandLine);  // the system writes into it
   PROCESS_INFORMATION started{};
@@ -120,7 +124,8 @@ std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& c
     return nullptr;
   }
   const Handle thread(started.hThread);
-  return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_);
+  return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_,
+                                   hidden ? &console_ : nullptr);
 }
 
 std::vector<std::string> Win32Processes::RunningExecutables() {

@@ -3,6 +3,7 @@
 
 #include "host/Processes.h"
 #include "windows/adapters/Handles.h"
+#include "windows/adapters/HiddenConsole.h"
 #include "windows/adapters/Win32MessageLoop.h"
 
 namespace windows {
@@ -19,6 +20,7 @@ class Win32Processes : public host::Processes {
 
  private:
   Win32MessageLoop& loop_;
+  HiddenConsole console_;
   Handle instanceMark_;
   bool hasPreviousInstance_;
 };

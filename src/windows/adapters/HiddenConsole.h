@@ -1,0 +1,31 @@
+// The console that hidden programs share.
+#pragma once
+
+#include <thread>
+
+#include "windows/adapters/Win32.h"
+
+namespace windows {
+
+/// The programs of the host's jobs want a console each, and making one takes as long as many of them run. The system
+/// makes a console without a window only together with a program; so this process attaches itself to that of a hidden
+/// program, which then stays, and the next ones inherit it.
+class HiddenConsole {
+ public:
+  /// How CreateProcess is to start the next hidden program: within the kept console, which is put back into the state
+  /// that it was found in; or with a console of its own where none is kept or the kept one is gone.
+  DWORD CreationFlags();
+
+  /// Keeps the console of a hidden program that was started with these flags, as soon as the program has made it. Takes
+  /// a thread, because a new console is slow to answer; the thread ends with the program at the latest.
+  std::jthread KeepThatOf(HANDLE process, DWORD id);
+
+ private:
+  void KeepUntilEnd(HANDLE process, DWORD id);
+
+  bool kept_ = false;
+  UINT inputCodePage_ = 0;
+  UINT outputCodePage_ = 0;
+};
+
+}  // namespace windows
