@@ -148,7 +148,7 @@ Where the time of one backup goes, as seen from outside, by which program runs a
 ## Growth
 
 Microseconds an item, at a tenth of the items and at all of them. Near 1, an item of a large site costs what one of a
-small site does.
+small site does. What runs under Wine is measured on one processor.
 
 ![Time per item, at all against at a tenth](images/performance-growth.svg)
 

@@ -139,7 +139,7 @@ double PeakMegabytes(HANDLE process) {
 
 /// The program's and the batch file's way of the same work, one directly after the other.
 template <typename Program, typename Batch>
-void TakeTurns(bool programFirst, Program program, Batch batch) {
+void TakeTurns(Program program, Batch batch, bool programFirst) {
   if (!programFirst) batch();
   program();
   if (programFirst) batch();
@@ -147,25 +147,23 @@ void TakeTurns(bool programFirst, Program program, Batch batch) {
 
 void Compare(Operator& person, int rounds, double seconds) {
   const double end = Seconds() + seconds;
-  const auto time = [&](const char* name, Taken (*work)(Operator&)) {
+  const auto time = [&](const std::string& name, Taken (*work)(Operator&)) {
     bench::Rest();
     const Taken taken = work(person);
     Print(name, taken.seconds);
     Print("processor", 100 * taken.processorSeconds / taken.seconds);
   };
-  const auto timeBatch = [](const char* name, const char* commands) {
+  const auto timeBatch = [](const std::string& name, const char* commands) {
     bench::Rest();
-    Print(name, bench::TimeBatch(commands));
+    Print(name + ".batch", bench::TimeBatch(commands));
   };
   for (int round = 0; round == 0 || (round < rounds && Seconds() < end); ++round) {
     fs::remove_all(bench::kSet);
     fs::create_directory(bench::kBatchSet);
-    TakeTurns(
-        round % 2 == 1, [&] { time("backup", TimeBackup); },
-        [&] { timeBatch("backup.batch", bench::kBackupCommands); });
-    TakeTurns(
-        round % 2 == 1, [&] { time("restore", TimeRestore); },
-        [&] { timeBatch("restore.batch", bench::kRestoreCommands); });
+    const bool programFirst = round % 2 == 1;
+    TakeTurns([&] { time("backup", TimeBackup); }, [&] { timeBatch("backup", bench::kBackupCommands); }, programFirst);
+    TakeTurns([&] { time("restore", TimeRestore); }, [&] { timeBatch("restore", bench::kRestoreCommands); },
+              programFirst);
     fs::remove_all(bench::kBatchSet);
   }
   Print("memory", PeakMegabytes(person.TheProgram().Handle()));

@@ -1,6 +1,8 @@
 // Fixed formats of dates, sizes and numbers.
 #include "app/TextFormat.h"
 
+#include <algorithm>
+
 namespace app {
 namespace {
 
@@ -67,6 +69,7 @@ std::string FormatPieceNumber(std::int32_t number) {
 
 std::vector<std::string> Split(std::string_view text, char separator) {
   std::vector<std::string> pieces;
+  pieces.reserve(static_cast<std::size_t>(std::ranges::count(text, separator)) + 1);
   for (std::size_t end = text.find(separator); end != std::string_view::npos; end = text.find(separator)) {
     pieces.emplace_back(text.substr(0, end));
     text.remove_prefix(end + 1);
