@@ -55,7 +55,7 @@ grow_on_files() {
     staging) (cd "$folder" && seq "$3" | xargs touch) ;;
     clients)
       (cd "$folder" && awk -v n="$3" 'BEGIN {
-        for (i = 0; i < n; ++i) printf "Maintenance_PC%d_12031509%04d\n", i / 25, i % 25
+        for (i = 0; i < n; ++i) printf "Maintenance_PC%03d_12031509%04d\n", i / 25, i % 25
       }' | xargs mkdir)
       ;;
   esac

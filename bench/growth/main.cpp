@@ -48,9 +48,9 @@ Action JobList(Station& station, int items) {
   };
 }
 
-/// 25 folders of each client, of which 20 stay.
+/// 25 folders of each client, of which 20 stay: the names are of one length, so that none begins another client's.
 std::string ClientFolder(int number) {
-  return "Maintenance_PC" + std::to_string(number / 25) + "_" + std::to_string(120315093000 + number % 25);
+  return "Maintenance_PC" + std::to_string(100 + number / 25) + "_" + std::to_string(120315093000 + number % 25);
 }
 
 Action Retention(Station& station, int folders) {
