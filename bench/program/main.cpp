@@ -102,33 +102,33 @@ Taken TimeRestore(Operator& person) {
   return taken;
 }
 
+/// How long the program's window and one that is idle let others wait while `work` is done.
+template <typename Work>
+void WatchAnswers(const std::string& what, HWND window, HWND idle, const bench::PhaseWatch* phases, Work work) {
+  bench::AnswerWatch answers(window, phases);
+  bench::AnswerWatch idleAnswers(idle, nullptr);
+  work();
+  Print("answer." + what, answers.End());
+  Print("answer.idle", idleAnswers.End());
+  for (const auto& late : answers.LateAnswers()) {
+    std::printf("# %s: %.0f ms without an answer after %.1f s (%s)\n", what.c_str(), late.milliseconds, late.at,
+                bench::NameOf(late.phase));
+  }
+}
+
 /// One backup and one restore under watch; they warm the caches too.
 void Watch(Operator& person) {
   const bench::IdleWindow idle;
   const HWND menu = person.MainMenu().Handle();
+  bench::PhaseWatch phases;
+  WatchAnswers("backup", menu, idle.Handle(), &phases, [&] { TimeWatchedBackup(person, &phases); });
   std::map<std::string, double> sums;
-  {
-    bench::PhaseWatch phases;
-    bench::AnswerWatch answers(menu, &phases);
-    bench::AnswerWatch idleAnswers(idle.Handle(), nullptr);
-    TimeWatchedBackup(person, &phases);
-    Print("answer.backup", answers.End());
-    Print("answer.idle", idleAnswers.End());
-    for (const auto& late : answers.LateAnswers()) {
-      std::printf("# backup: %.0f ms without an answer after %.1f s (%s)\n", late.milliseconds, late.at,
-                  bench::NameOf(late.phase));
-    }
-    for (const auto& span : phases.End()) {
-      std::printf("span %s %.3f %.3f\n", bench::NameOf(span.phase), span.from, span.to);
-      sums[bench::NameOf(span.phase)] += span.to - span.from;
-    }
+  for (const auto& span : phases.End()) {
+    std::printf("span %s %.3f %.3f\n", bench::NameOf(span.phase), span.from, span.to);
+    sums[bench::NameOf(span.phase)] += span.to - span.from;
   }
   for (const auto& [phase, seconds] : sums) Print("profile." + phase, seconds);
-  bench::AnswerWatch answers(menu, nullptr);
-  TimeRestore(person);
-  Print("answer.restore", answers.End());
-  for (const auto& late : answers.LateAnswers())
-    std::printf("# restore: %.0f ms without an answer after %.1f s\n", late.milliseconds, late.at);
+  WatchAnswers("restore", menu, idle.Handle(), nullptr, [&] { TimeRestore(person); });
 }
 
 double PeakMegabytes(HANDLE process) {

@@ -40,8 +40,8 @@ app::ResultCode RestoreCategory(app::Application& application, backup::JobDefini
   for (const auto action : {RestoreCommonFiles, RunBatchFiles, RestoreFolders}) {
     if (action(application, definitions, category.section) == app::kFailed) return app::kStepFailed;
   }
-  // So that nothing of this category is taken for the next one's.
-  backup::EmptyFolder(application, backup::ArchiveFolder(application));
+  // So that nothing of this category is taken for the next one's, whose extraction makes the folder again.
+  backup::DeleteFolderForced(application, backup::ArchiveFolder(application));
   return app::kDone;
 }
 
