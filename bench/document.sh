@@ -121,6 +121,10 @@ TEXT
   compared 'cutting the archive into floppies' pieces.program pieces.split '`split -b 1400000`' 1
   cat <<TEXT
 
+Single rounds differ, because programs and Wine's server wake each other, and a processor of a virtual machine that
+idles is slow to wake: the ratio lay between $(range backup backup.batch) for the backup, between
+$(range restore restore.batch) for the restore.
+
 | the program itself, over backups and restores | |
 |---|---|
 | processor | $(number '%.1f %% of a core' "$(median processor)") |

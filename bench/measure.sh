@@ -36,13 +36,15 @@ most() { statistic most "$1"; }
 # middle FORMAT: the median of sorted lines.
 middle() { awk -v f="$1\n" '{ v[NR] = $1 } END { printf f, (v[int((NR + 1) / 2)] + v[int(NR / 2) + 1]) / 2 }'; }
 
-# ratio NAME BASE: the median of the quotients of measurements that were taken in the same round.
-ratio() {
+# quotients NAME BASE: of measurements that were taken in the same round, sorted.
+quotients() {
   awk -v name="$1" -v base="$2" '
     $1 == name { a[++n] = $2 }
     $1 == base { b[++m] = $2 }
-    END { for (i = 1; i <= n && i <= m; ++i) print a[i] / b[i] }' "$samples" | sort -n | middle %.3f
+    END { for (i = 1; i <= n && i <= m; ++i) printf "%.3f\n", a[i] / b[i] }' "$samples" | sort -n
 }
+ratio() { quotients "$1" "$2" | middle %.3f; }
+range() { quotients "$1" "$2" | awk 'NR == 1 { least = $1 } END { print least " and " $1 }'; }
 
 # number FORMAT VALUE [DIVISOR]
 number() { awk -v f="$1" -v v="$2" -v d="${3:-1}" 'BEGIN { printf f, v / d }'; }
