@@ -1,7 +1,7 @@
 # Sourced by bench/run.sh: the program on a workstation under Wine, against the same commands in a batch file; and
 # how its loops grow.
 
-# A workstation whose patient data are half of the tree's images: the shorter a round, the more of them.
+# A workstation whose patient data are the tree's images.
 set_up_workstation() {
   demo_megabytes=1
   workstation=$work/workstation workstation_on='on disk'
@@ -13,12 +13,21 @@ set_up_workstation() {
   local images=$WINEPREFIX/drive_c/Tarsus/Data/Image.ddo
   rm -rf "$images"
   cp -r "$work/tree/workstation/Data/Image.ddo" "$images"
-  rm -rf "$images"/*[13579]
 }
+
+# For each file Wine's server and a program wake each other. On one processor that takes the same time whenever it is
+# measured; on two, an idle one has to be woken first, and single figures differ by half.
+keep_wine_on_one_processor() {
+  wineserver -k || true
+  wineserver -w
+  taskset -c 0 wineserver -p60
+}
+wine_on_one_processor() { taskset -c 0 wine "$@"; }
 
 measure_program() {
   local log=$work/program.txt
-  if ! wine "$windows/bench_program.exe" "$((rounds * 2))" 210 >"$log" 2>&1 </dev/null; then
+  keep_wine_on_one_processor
+  if ! wine_on_one_processor "$windows/bench_program.exe" "$((rounds + 2))" 150 >"$log" 2>&1 </dev/null; then
     tail -n 5 "$log" >&2
     die "the program could not be measured; see $log"
   fi
@@ -27,16 +36,9 @@ measure_program() {
   tr -d '\r' <"$log" | grep '^#' >&2 || true
 }
 
-# For each file Wine's server and a program wake each other. On one processor that takes the same time whenever it is
-# measured; on two, an idle one has to be woken first, and single figures differ by half.
-wine_on_one_processor() { taskset -c 0 wine "$@"; }
-
 # The program's own work natively; with real files under Wine.
 measure_growth() {
   "$release/bench_growth" "$percent" >>"$samples"
-  wineserver -k || true
-  wineserver -w
-  taskset -c 0 wineserver -p60
   local run
   for run in 1 2 3 4 5; do
     grow_on_files staging tenth $((20 * percent))
