@@ -122,9 +122,7 @@ TEXT
   cat <<TEXT
 
 In single rounds the ratio lay between $(range backup backup.batch) for the backup, between
-$(range restore restore.batch) for the restore. On two processors the medians are alike, but single rounds lie
-between 0.9 and 1.4: Wine's server and the programs wake each other for each file, and an idle processor of a virtual
-machine is slow to wake.
+$(range restore restore.batch) for the restore.
 
 | the program itself, over backups and restores | |
 |---|---|
