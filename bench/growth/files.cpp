@@ -12,6 +12,7 @@
 
 #include "app/Application.h"
 #include "backup/FileOperations.h"
+#include "backup/StagingFolder.h"
 #include "fakes/FakeHost.h"
 #include "maintenance/Retention.h"
 #include "windows/adapters/Win32FileSystem.h"
@@ -43,7 +44,7 @@ int main(int argc, char** argv) {
   station.files.List(folder, "*", entries);
   const auto start = std::chrono::steady_clock::now();
   if (std::string(argv[1]) == "staging") {
-    backup::EmptyFolder(application, folder);
+    backup::EmptyFolder(application, folder, backup::kArchiveFolderName);
   } else {
     maintenance::PruneClientLogBackups(application, folder);
   }
