@@ -57,8 +57,7 @@ app::ResultCode DeleteFilesMatching(app::Application& application, const std::st
 
 /// Deletes everything in `folder` but the folder named `keptFolder`. Goes on after a failure and
 /// reports it at the end.
-app::ResultCode EmptyFolder(app::Application& application, const std::string& folder,
-                            const std::string& keptFolder);
+app::ResultCode EmptyFolder(app::Application& application, const std::string& folder, const std::string& keptFolder);
 
 /// Bytes of the files directly in `folder`; 0 when it cannot be listed. A sum beyond 32 bits stands
 /// at the largest number, so that no space check takes it for less than it is. The program's own
