@@ -85,7 +85,7 @@ class FileSystem {
   virtual std::int32_t RemoveFolder(const std::string& path) = 0;
   /// Moves or renames a file; an existing target is an error.
   virtual std::int32_t MoveTo(const std::string& source, const std::string& target) = 0;
-  /// Copies one file over an existing target, if any.
+  /// Copies one file over an existing target, if any. Copied onto itself it stays as it is.
   virtual std::int32_t CopyTo(const std::string& source, const std::string& target) = 0;
   /// Clears all attributes (read-only, hidden, system, archive).
   virtual std::int32_t ClearAttributes(const std::string& path) = 0;

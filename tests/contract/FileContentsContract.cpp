@@ -67,6 +67,8 @@ TEST_F(FileSystemContract, CopyingReplacesTheWholeTarget) {
   EXPECT_EQ(Contents(At("source")), "new");
   EXPECT_EQ(Files().CopyTo(At("source"), At("third")), 0);
   EXPECT_EQ(Contents(At("third")), "new");
+  EXPECT_EQ(Files().CopyTo(At("third"), At("THIRD")), 0);
+  EXPECT_EQ(Contents(At("third")), "new");
   EXPECT_EQ(Names(At("")), (Texts{"source", "target", "third"}));
 }
 

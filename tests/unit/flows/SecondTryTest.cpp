@@ -24,6 +24,21 @@ TEST(SecondTry, OfABackupMakesTheSetOfAFirstOne) {
   EXPECT_EQ(session.disk.Tree("D:\\"), once.disk.Tree("D:\\"));
 }
 
+// Of the floppies' descriptor, which broke off, nothing gets into the folder's.
+TEST(SecondTry, ToAFolderOfASetThatWasMeantForFloppies) {
+  Session once;
+  once.BackUpTo("D:\\");
+  once.EndAfter({65300});
+  Session session(Fails("TextWriter", "Write", 3, std::string(kStagingFolder) + "\\BackupInfo.ini"));
+  session.BackUpTo("A:\\");
+  session.person.ExpectFormat(0);
+  session.See({60326});
+  session.person.ExpectMessage(65301, 0, [&] { session.calls.Reset(); });
+  session.AcceptFolder("D:\\");
+  session.EndAfter({65300});
+  EXPECT_EQ(session.disk.Tree("D:\\"), once.disk.Tree("D:\\"));
+}
+
 // After a drive error, and after a cancel though the restore before has succeeded.
 TEST(SecondTry, OfARestoreFindsTheSelectionOpen) {
   Session session;
