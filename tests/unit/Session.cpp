@@ -122,9 +122,19 @@ void Session::ExpectReadyForInput(const forms::Form& form) const {
     EXPECT_NE(control->Look().fontName, "") << form.Name() << "." << control->Name();
 }
 
+void Session::ExpectBusy(const std::string& commandLine) const {
+  EXPECT_EQ(toolkit.pointer, forms::Pointer::Hourglass) << commandLine;
+  if (!worked_ || !worked_->Enabled()) return;
+  for (const forms::Control* control : worked_->Controls()) {
+    const bool isButton = dynamic_cast<const forms::CommandButton*>(control) != nullptr;
+    EXPECT_FALSE(isButton && control->Enabled()) << worked_->Name() << "." << control->Name();
+  }
+}
+
 void Session::RunUnchecked() {
+  worked_ = nullptr;
   processes.beforeWork = [this, before = std::move(processes.beforeWork)](const std::string& command) {
-    EXPECT_EQ(toolkit.pointer, forms::Pointer::Hourglass) << command;
+    ExpectBusy(command);
     if (before) before(command);
   };
   hostFiles_ = disk.Tree(kHostRoot);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <utility>
 
 #include "access/Dialogs.h"
 #include "access/frmMainMenu.h"
@@ -58,7 +59,9 @@ struct Session : fakes::FakeHost {
   void At(std::function<void(F&)> step) {
     person.Expect<F>([this, step = std::move(step)](F& form) {
       ExpectReadyForInput(form);
+      const forms::Form* const covered = std::exchange(worked_, &form);
       step(form);
+      worked_ = covered;
     });
   }
   template <class F>
@@ -122,7 +125,10 @@ struct Session : fakes::FakeHost {
  private:
   /// A dialog that waits for a person has its captions, the host's look, and no busy pointer.
   void ExpectReadyForInput(const forms::Form& form) const;
+  /// While a program works, the operator can press nothing, and sees that.
+  void ExpectBusy(const std::string& commandLine) const;
 
+  const forms::Form* worked_ = nullptr;  ///< the dialog that the operator has at hand
   MediumFiles hostFiles_;
 };
 

@@ -107,8 +107,11 @@ TEST(Backup, ShowsNeededAndFreeSpaceAndFollowsTheMedium) {
     session.disk.FindDrive("D:")->ready = true;
     form.OnDeviceChanged(3);
     EXPECT_EQ(form.txtCapacity.Text(), "1.50MB / -MB") << "not a volume";
+    fakes::Press(form.cmdRefer);
+    EXPECT_EQ(form.txtCapacity.Text(), "1.50MB / 1.39MB");
     fakes::Press(form.cmdCancel);
   });
+  session.person.ExpectBrowse("A:\\");
   session.LeaveBackupAfter({});
   EXPECT_TRUE(session.components.Logged("Cancel Select Folder"));
 }
