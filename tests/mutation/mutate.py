@@ -8,6 +8,7 @@ dropped or turned round, a result code is ignored, a step such as a clean-up is 
 swapped. Each mutant is built in a copy of the sources (build/mutation) and tested until the first
 failure; one that does not compile does not count. Prints every survivor; the last line is the score.
 """
+import filecmp
 import pathlib
 import random
 import re
@@ -79,14 +80,21 @@ def dies():
     return False
 
 
+def refresh(source, copy):
+    """Leaves what is the same as it is: an older date would keep the build from noticing that the last mutant is gone."""
+    if not pathlib.Path(copy).exists() or not filecmp.cmp(source, copy, shallow=False):
+        shutil.copy(source, copy)
+
+
 def main():
     count = int(sys.argv[1]) if len(sys.argv) > 1 else 60
     random.seed(int(sys.argv[2]) if len(sys.argv) > 2 else 1)
     for folder in ("src", "tests", "cmake", "reference-host", "bench"):
-        shutil.copytree(ROOT / folder, COPY / folder, dirs_exist_ok=True)
-    shutil.copy(ROOT / "CMakeLists.txt", COPY)
+        shutil.copytree(ROOT / folder, COPY / folder, copy_function=refresh, dirs_exist_ok=True)
+    refresh(ROOT / "CMakeLists.txt", COPY / "CMakeLists.txt")
     for library in ("libdeflate", "zlib"):
-        shutil.copytree(ROOT / "build" / library, COPY / "build" / library, dirs_exist_ok=True)
+        libraries = "build/" + library
+        shutil.copytree(ROOT / libraries, COPY / libraries, copy_function=refresh, dirs_exist_ok=True)
     run("cmake", "-S", COPY, "-B", COPY / "build", "-G", "Ninja", "-DCMAKE_CXX_FLAGS=-O1")
     if dies() is not False:
         sys.exit("the tests must pass before anything is broken")
