@@ -27,7 +27,7 @@ wine_on_one_processor() { taskset -c 0 wine "$@"; }
 measure_program() {
   local log=$work/program.txt
   keep_wine_on_one_processor
-  if ! wine_on_one_processor "$windows/bench_program.exe" "$((rounds + 3))" 240 >"$log" 2>&1 </dev/null; then
+  if ! wine_on_one_processor "$windows/bench_program.exe" "$((rounds + 1))" 170 >"$log" 2>&1 </dev/null; then
     tail -n 5 "$log" >&2
     die "the program could not be measured; see $log"
   fi

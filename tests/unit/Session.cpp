@@ -111,6 +111,7 @@ void Session::Run() {
   EXPECT_EQ(disk.CurrentFolder(), fakes::kProgramFolder);
   EXPECT_NE(catalogue.state, fakes::FakeCatalogue::State::Open);
   EXPECT_EQ(IsTemporaryFolderEmpty(), !leavesStagingFolder);
+  for (const auto& [name, left] : places_) EXPECT_EQ(qx32.numbers[name], left) << name;
 }
 
 void Session::ExpectReadyForInput(const forms::Form& form) const {
@@ -120,6 +121,14 @@ void Session::ExpectReadyForInput(const forms::Form& form) const {
   EXPECT_EQ(toolkit.pointer, forms::Pointer::Default) << form.Name();
   for (const forms::Control* control : form.Controls())
     EXPECT_NE(control->Look().fontName, "") << form.Name() << "." << control->Name();
+}
+
+void Session::ExpectPlaceAndMove(forms::Form& form) {
+  const std::string name = "BackupUtility\\dlg" + form.Name().substr(3) + "Left";
+  const auto left = static_cast<std::uint32_t>(form.Left());
+  EXPECT_EQ(left, places_.contains(name) ? places_[name] : qx32.numbers[name]) << name;
+  form.TakePlace(form.Left() + 1, form.Top());
+  places_[name] = left + 1;
 }
 
 void Session::ExpectBusy(const std::string& commandLine) const {

@@ -59,6 +59,7 @@ struct Session : fakes::FakeHost {
   void At(std::function<void(F&)> step) {
     person.Expect<F>([this, step = std::move(step)](F& form) {
       ExpectReadyForInput(form);
+      ExpectPlaceAndMove(form);
       const forms::Form* const covered = std::exchange(worked_, &form);
       step(form);
       worked_ = covered;
@@ -125,10 +126,13 @@ struct Session : fakes::FakeHost {
  private:
   /// A dialog that waits for a person has its captions, the host's look, and no busy pointer.
   void ExpectReadyForInput(const forms::Form& form) const;
+  /// A dialog is where it was left; the operator then draws it aside a little.
+  void ExpectPlaceAndMove(forms::Form& form);
   /// While a program works, the operator can press nothing, and sees that.
   void ExpectBusy(const std::string& commandLine) const;
 
   const forms::Form* worked_ = nullptr;  ///< the dialog that the operator has at hand
+  std::map<std::string, std::uint32_t> places_;  ///< left edges, by their names in the registry
   MediumFiles hostFiles_;
 };
 
