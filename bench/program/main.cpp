@@ -72,8 +72,8 @@ class Stopwatch {
   double processor_ = ProcessorSeconds(process_);
 };
 
-/// Until another window covers the dialog. To look for that window meanwhile would cost the program one or two hundredths
-/// of its time, because all of Wine shares one server.
+/// Until another window covers the dialog. To look for that window meanwhile would cost the program one or two
+/// hundredths of its time, because all of Wine shares one server.
 void WaitWhileUncovered(const Window& dialog) {
   while (IsWindowEnabled(dialog.Handle())) Sleep(5);
 }

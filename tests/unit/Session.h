@@ -131,7 +131,7 @@ struct Session : fakes::FakeHost {
   /// While a program works, the operator can press nothing, and sees that.
   void ExpectBusy(const std::string& commandLine) const;
 
-  const forms::Form* worked_ = nullptr;  ///< the dialog that the operator has at hand
+  const forms::Form* worked_ = nullptr;          ///< the dialog that the operator has at hand
   std::map<std::string, std::uint32_t> places_;  ///< left edges, by their names in the registry
   MediumFiles hostFiles_;
 };
