@@ -66,8 +66,8 @@ std::string TableName() {
   const auto connection = reference::ReadPathEntry("SysMasterDB");
   const auto database = connection ? reference::Database::Open(*connection) : nullptr;
   if (!database) return {};
-  const auto rows = database->Run("SELECT VALUE FROM T_CONFIG WHERE GROUP_NAME = ? AND NAME = ?",
-                                  {"SysConfig", "MsgTableName"});
+  const auto rows =
+      database->Run("SELECT VALUE FROM T_CONFIG WHERE GROUP_NAME = ? AND NAME = ?", {"SysConfig", "MsgTableName"});
   if (!rows || rows->cells.empty()) return {};
   const std::string value = rows->cells.front().front().value_or("");
   return value.substr(value.find(':') + 1);

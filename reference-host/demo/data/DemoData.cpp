@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 constexpr int kPatients = 120;
 constexpr int kImageWidth = 192;
 
-constexpr std::array kFamilyNames{"Müller",  "Schröder", "García",   "Lindqvist", "Okafor", "Nováková",
+constexpr std::array kFamilyNames{"Müller",  "Schröder", "García",    "Lindqvist", "Okafor", "Nováková",
                                   "O'Neill", "Tanaka",   "Jørgensen", "Bianchi",   "Weiß",   "Kowalska"};
 constexpr std::array kGivenNames{"Anna", "José", "Karin", "Peter", "Amélie", "Søren", "Ines", "Jan", "Yuki", "Luca"};
 constexpr std::array kRegions{"Thorax", "Abdomen", "Knee", "Hand", "Skull", "Spine"};
@@ -74,9 +74,9 @@ class DemoData {
     for (int patient = 1; patient <= kPatients; ++patient) {
       const std::string id = "P" + Number(patient, 6);
       const std::string name = std::string(Pick(kFamilyNames)) + " " + Pick(kGivenNames);
-      WriteFile(fs::path("Data/Patient") / id / "patient.ini",
-                "[Patient]\r\nID=" + id + "\r\nName=" + name + "\r\nBorn=" + std::to_string(Random(1930, 2015)) +
-                    "\r\nRegion=" + Pick(kRegions) + "\r\n");
+      WriteFile(fs::path("Data/Patient") / id / "patient.ini", "[Patient]\r\nID=" + id + "\r\nName=" + name +
+                                                                   "\r\nBorn=" + std::to_string(Random(1930, 2015)) +
+                                                                   "\r\nRegion=" + Pick(kRegions) + "\r\n");
       WriteFile(fs::path("Data/Patient") / id / ("Order " + name + ".txt"), Sentences(Random(3, 20)));
     }
   }

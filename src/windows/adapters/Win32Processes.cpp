@@ -124,8 +124,7 @@ std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& c
     return nullptr;
   }
   const Handle thread(started.hThread);
-  return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_,
-                                   hidden ? &console_ : nullptr);
+  return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_, hidden ? &console_ : nullptr);
 }
 
 std::vector<std::string> Win32Processes::RunningExecutables() {
