@@ -5,7 +5,6 @@
 
 #include <algorithm>
 
-#include "operator/Workstation.h"
 #include "program/Batch.h"
 
 namespace bench {
@@ -48,6 +47,20 @@ bool StagingHolds() {
 const char* NameOf(Phase phase) {
   constexpr const char* kNames[] = {"program", "gather", "pack", "delete", "copy"};
   return kNames[static_cast<int>(phase)];
+}
+
+StagingWatch::StagingWatch() {
+  endtoend::WaitUntil([this] {
+    // Nothing else is left in the temporary folder while something is measured.
+    for (const fs::directory_entry& entry : fs::directory_iterator(fs::temp_directory_path())) folder_ = entry.path();
+    return !folder_.empty();
+  });
+}
+
+void StagingWatch::Wait(const std::string& name, bool there) const {
+  const fs::path path = folder_ / name;
+  const auto isThere = [&] { return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES; };
+  endtoend::WaitUntil([&] { return isThere() == there; }, kPatience);
 }
 
 PhaseWatch::PhaseWatch() : thread_([this] { Run(); }) {}

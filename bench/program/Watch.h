@@ -10,12 +10,27 @@
 #include <vector>
 
 #include "operator/Program.h"
+#include "operator/Workstation.h"
 
 namespace bench {
 
 /// What a backup does at a moment.
 enum class Phase { Program, Gather, Pack, Delete, Copy };
 const char* NameOf(Phase phase);
+
+/// Waits for the program's work by what it leaves in its staging folder. To look for the next window all the time
+/// would cost the program some hundredths of its time, because all of Wine shares one server; a path is looked up
+/// without that server.
+class StagingWatch {
+ public:
+  /// Waits until there is a staging folder.
+  StagingWatch();
+  /// Until something has that name in the folder; nothing has, when it is not `there`. The empty name is the folder's.
+  void Wait(const std::string& name, bool there) const;
+
+ private:
+  endtoend::fs::path folder_;
+};
 
 /// Looks every few milliseconds which external program runs and what is left in the staging folder.
 class PhaseWatch {

@@ -72,22 +72,16 @@ class Stopwatch {
   double processor_ = ProcessorSeconds(process_);
 };
 
-/// Until another window covers the dialog. To look for that window meanwhile would cost the program one or two
-/// hundredths of its time, because all of Wine shares one server.
-void WaitWhileUncovered(const Window& dialog) {
-  while (IsWindowEnabled(dialog.Handle())) Sleep(5);
-}
-
 /// Back in the main menu afterwards. `watch` is told when the copying begins.
 Taken TimeWatchedBackup(Operator& person, bench::PhaseWatch* watch) {
   const Window dialog = person.OpenBackup({.patient = true});
   const Stopwatch stopwatch(person);
   dialog.Press(ID_frmBackup_cmdStart);
-  WaitWhileUncovered(dialog);
+  const bench::StagingWatch staging;
+  for (const bool there : {true, false}) staging.Wait("CABFILE\\PatientData.cab", there);
   const Window destination = Patiently([&] { return person.DestinationDialog(); });
   if (watch) watch->Copying();
   person.Accept(destination, bench::kSet);
-  WaitWhileUncovered(destination);
   while (Patiently([&] { return person.NextMessage(); }) != 65300) person.Answer();
   const Taken taken = stopwatch.Read();
   person.Answer();
@@ -103,7 +97,7 @@ Taken TimeRestore(Operator& person) {
   const Window dialog = person.OpenRestore(bench::kSet);
   const Stopwatch stopwatch(person);
   dialog.Press(ID_frmRestore_cmdStart);
-  WaitWhileUncovered(dialog);
+  bench::StagingWatch().Wait("", false);
   Patiently([&] { return person.NextMessage(); });
   const Taken taken = stopwatch.Read();
   person.ConsentUntil(65400, {});
