@@ -1,7 +1,7 @@
 # Sourced by bench/run.sh: the program on a workstation under Wine, against the same commands in a batch file; and
 # how its loops grow.
 
-# A workstation whose patient data are the tree's images.
+# A workstation whose patient data are the tree's images, small ones.
 set_up_workstation() {
   demo_megabytes=1
   workstation=$work/workstation workstation_on='on disk'
@@ -25,15 +25,35 @@ keep_wine_on_one_processor() {
 wine_on_one_processor() { taskset -c 0 wine "$@"; }
 
 measure_program() {
-  local log=$work/program.txt
   keep_wine_on_one_processor
-  if ! wine_on_one_processor "$windows/bench_program.exe" "$((rounds + 1))" 170 >"$log" 2>&1 </dev/null; then
-    tail -n 5 "$log" >&2
-    die "the program could not be measured; see $log"
+  local log=$work/program.txt
+  run_bench_program "$log" $((rounds + 1)) 150
+  awk '$1 == "span"' "$log" >"$work/spans"
+  awk 'NF == 2 && $1 != "#"' "$log" >>"$samples"
+  join_images
+  run_bench_program "$log" "$rounds" 60
+  awk '/^(backup|restore)/ { print "large." $0 }' "$log" >>"$samples"
+}
+
+# run_bench_program LOG ROUNDS SECONDS
+run_bench_program() {
+  if ! wine_on_one_processor "$windows/bench_program.exe" "$2" "$3" >"$1" 2>&1 </dev/null; then
+    tail -n 5 "$1" >&2
+    die "the program could not be measured; see $1"
   fi
-  tr -d '\r' <"$log" | awk '$1 == "span"' >"$work/spans"
-  tr -d '\r' <"$log" | awk 'NF == 2 && $1 != "#"' >>"$samples"
-  tr -d '\r' <"$log" | grep '^#' >&2 || true
+  sed -i 's/\r$//' "$1"
+  grep '^#' "$1" >&2 || true
+}
+
+# The same bytes in images as large as a radiograph, so in far fewer files.
+join_images() {
+  local images=$WINEPREFIX/drive_c/Tarsus/Data/Image.ddo joined=$work/tree/joined
+  rm -rf "$joined"
+  mkdir "$joined"
+  find "$images" -type f -print0 | sort -z | xargs -0 cat |
+    split -b 8M -d -a 3 --additional-suffix=.ddo - "$joined/image"
+  rm -rf "$images"
+  mv "$joined" "$images"
 }
 
 # The program's own work natively; with real files under Wine.
