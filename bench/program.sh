@@ -48,7 +48,6 @@ run_bench_program() {
 # The same bytes in images as large as a radiograph, so in far fewer files.
 join_images() {
   local images=$WINEPREFIX/drive_c/Tarsus/Data/Image.ddo joined=$work/tree/joined
-  rm -rf "$joined"
   mkdir "$joined"
   find "$images" -type f -print0 | sort -z | xargs -0 cat |
     split -b 8M -d -a 3 --additional-suffix=.ddo - "$joined/image"

@@ -25,7 +25,8 @@ class StagingWatch {
  public:
   /// Waits until there is a staging folder.
   StagingWatch();
-  /// Until something has that name in the folder; nothing has, when it is not `there`. The empty name is the folder's.
+  /// Until `name` is in the folder, or is no longer when `there` is false; the empty name stands for the folder itself.
+  /// Gives up after a minute.
   void Wait(const std::string& name, bool there) const;
 
  private:
