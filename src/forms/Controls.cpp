@@ -7,7 +7,8 @@
 
 namespace forms {
 
-Control::Control(Form& form, ControlKind kind, std::string name) : form_(form), kind_(kind), name_(std::move(name)) {
+Control::Control(Form& form, ControlKind kind, std::string name, base::MessageId captionId)
+    : form_(form), kind_(kind), name_(std::move(name)), captionId_(captionId) {
   form_.Add(*this);
 }
 

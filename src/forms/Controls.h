@@ -1,15 +1,17 @@
 // The controls of a dialog: their state and their events, without a window.
 //
-// A control is a member of its form and carries the name under which the
-// form's template knows it. Every change of state is told to the form's view,
-// where there is one, and every change that the operator makes in the window
-// comes back through the same setters; the view drops the echo.
+// A control is a member of its form; its declaration there gives the name under which the form's template knows it and
+// the number of its caption in the host's message catalogue. Every change of state is told to the form's view, where
+// there is one, and every change that the operator makes in the window comes back through the same setters; the view
+// drops the echo.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
+
+#include "base/Outcome.h"
 
 namespace forms {
 
@@ -22,6 +24,9 @@ enum class Aspect { Caption, Text, Value, Items, Enabled, Visible, Appearance, F
 
 /// A colour as the host's registry holds it: 0x00BBGGRR.
 using Colour = std::uint32_t;
+
+/// Stands in the declaration of a label whose text is no caption: its form fills it with what it has found out.
+inline constexpr base::MessageId kNoCaption = base::kNoMessage;
 
 struct Appearance {
   std::string fontName;
@@ -41,13 +46,15 @@ struct ShiftState {
 
 class Control {
  public:
-  Control(Form& form, ControlKind kind, std::string name);
+  Control(Form& form, ControlKind kind, std::string name, base::MessageId captionId = kNoCaption);
   virtual ~Control() = default;
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;
 
   const std::string& Name() const { return name_; }
   ControlKind Kind() const { return kind_; }
+  /// Of the text that is to be set as the caption when the form is loaded.
+  base::MessageId CaptionId() const { return captionId_; }
 
   const std::string& Caption() const { return caption_; }
   void SetCaption(const std::string& caption);
@@ -68,6 +75,7 @@ class Control {
   Form& form_;
   ControlKind kind_;
   std::string name_;
+  base::MessageId captionId_;
   std::string caption_;
   bool enabled_ = true;
   bool visible_ = true;
@@ -76,17 +84,20 @@ class Control {
 
 class Label : public Control {
  public:
-  Label(Form& form, std::string name) : Control(form, ControlKind::Label, std::move(name)) {}
+  Label(Form& form, std::string name, base::MessageId captionId)
+      : Control(form, ControlKind::Label, std::move(name), captionId) {}
 };
 
 class Frame : public Control {
  public:
-  Frame(Form& form, std::string name) : Control(form, ControlKind::Frame, std::move(name)) {}
+  Frame(Form& form, std::string name, base::MessageId captionId)
+      : Control(form, ControlKind::Frame, std::move(name), captionId) {}
 };
 
 class CommandButton : public Control {
  public:
-  CommandButton(Form& form, std::string name) : Control(form, ControlKind::CommandButton, std::move(name)) {}
+  CommandButton(Form& form, std::string name, base::MessageId captionId)
+      : Control(form, ControlKind::CommandButton, std::move(name), captionId) {}
 
   /// Raised by mouse and keyboard alike, with the modifier keys held at that moment.
   std::function<void(ShiftState)> Clicked;
@@ -112,15 +123,16 @@ class ToggleControl : public Control {
 
 class CheckBox : public ToggleControl {
  public:
-  CheckBox(Form& form, std::string name) : ToggleControl(form, ControlKind::CheckBox, std::move(name)) {}
+  CheckBox(Form& form, std::string name, base::MessageId captionId)
+      : ToggleControl(form, ControlKind::CheckBox, std::move(name), captionId) {}
 };
 
 class OptionButton : public ToggleControl {
  public:
   /// With `group`: of the option buttons of one group, setting one clears the others. Without,
   /// the form sees to that.
-  OptionButton(Form& form, std::string name, const Frame* group = nullptr)
-      : ToggleControl(form, ControlKind::OptionButton, std::move(name)), group_(group) {}
+  OptionButton(Form& form, std::string name, base::MessageId captionId, const Frame* group = nullptr)
+      : ToggleControl(form, ControlKind::OptionButton, std::move(name), captionId), group_(group) {}
 
   /// The others of the group are clear before this one's `Clicked`, if it is raised, runs.
   void SetValue(bool value) override;

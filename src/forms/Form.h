@@ -17,7 +17,8 @@ namespace forms {
 
 class Form {
  public:
-  Form(Toolkit& toolkit, std::string name) : toolkit_(toolkit), name_(std::move(name)) {}
+  Form(Toolkit& toolkit, std::string name, base::MessageId titleId)
+      : toolkit_(toolkit), name_(std::move(name)), titleId_(titleId) {}
   virtual ~Form();
   Form(const Form&) = delete;
   Form& operator=(const Form&) = delete;
@@ -27,6 +28,8 @@ class Form {
   /// In the order in which the form declares them.
   const std::vector<Control*>& Controls() const { return controls_; }
 
+  /// Of the title's text in the host's message catalogue.
+  base::MessageId TitleId() const { return titleId_; }
   const std::string& Title() const { return title_; }
   void SetTitle(const std::string& title);
   const Appearance& Look() const { return appearance_; }
@@ -83,6 +86,7 @@ class Form {
 
   Toolkit& toolkit_;
   std::string name_;
+  base::MessageId titleId_;
   std::string title_;
   Appearance appearance_;
   std::vector<Control*> controls_;

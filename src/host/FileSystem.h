@@ -1,15 +1,16 @@
-// Files and folders.
+// Files and folders, and the drives that hold them.
 //
-// Paths are Windows paths in UTF-8; relative ones are taken from the current
-// folder. Doubled separators are accepted. Names match without regard to case.
-// Calls that report return 0, or -1 when the system raised an error.
+// Paths are Windows paths in UTF-8; relative ones are taken from the current folder. Doubled separators are accepted.
+// Names match without regard to case. The cause of a failure names the path and the system's error.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "base/Outcome.h"
 
 namespace host {
 
@@ -35,10 +36,10 @@ class TextReader {
 class TextWriter {
  public:
   virtual ~TextWriter() = default;
-  /// Writes `text` as it stands, without a line end. Returns -1 when not all of it reached the file.
-  virtual std::int32_t Write(const std::string& text) = 0;
-  /// Flushes and closes. Returns -1 when that fails; later calls do nothing.
-  virtual std::int32_t Close() = 0;
+  /// Writes `text` as it stands, without a line end. Fails when not all of it reached the file.
+  virtual base::Outcome Write(const std::string& text) = 0;
+  /// Flushes and closes; later calls do nothing.
+  virtual base::Outcome Close() = 0;
 };
 
 class BinaryReader {
@@ -51,9 +52,9 @@ class BinaryReader {
 class BinaryWriter {
  public:
   virtual ~BinaryWriter() = default;
-  /// Returns -1 when not every byte was written.
-  virtual std::int32_t Write(const std::byte* data, std::size_t count) = 0;
-  virtual std::int32_t Close() = 0;
+  /// Fails when not every byte was written.
+  virtual base::Outcome Write(const std::byte* data, std::size_t count) = 0;
+  virtual base::Outcome Close() = 0;
 };
 
 class FileSystem {
@@ -66,42 +67,55 @@ class FileSystem {
   virtual std::int64_t FileSize(const std::string& path) = 0;
 
   /// The entries whose names match `pattern` ("*" and "?"), in the order in which the
-  /// file system gives them, hidden ones included. An unreadable folder yields -1 and no entries.
-  virtual std::int32_t List(const std::string& folder, const std::string& pattern,
-                            std::vector<FolderEntry>& entries) = 0;
+  /// file system gives them, hidden ones included. An unreadable folder yields no entries.
+  virtual base::Outcome List(const std::string& folder, const std::string& pattern,
+                             std::vector<FolderEntry>& entries) = 0;
 
-  /// Null when the file cannot be opened.
-  virtual std::unique_ptr<TextReader> OpenText(const std::string& path) = 0;
-  /// Opens at the end and creates a missing file; null on failure.
-  virtual std::unique_ptr<TextWriter> AppendText(const std::string& path) = 0;
-  /// Creates the file anew; null on failure.
-  virtual std::unique_ptr<TextWriter> CreateText(const std::string& path) = 0;
-  virtual std::unique_ptr<BinaryReader> OpenBinary(const std::string& path) = 0;
-  virtual std::unique_ptr<BinaryWriter> CreateBinary(const std::string& path) = 0;
+  virtual base::Obtained<TextReader> OpenText(const std::string& path) = 0;
+  /// Opens at the end and creates a missing file.
+  virtual base::Obtained<TextWriter> AppendText(const std::string& path) = 0;
+  /// Creates the file anew.
+  virtual base::Obtained<TextWriter> CreateText(const std::string& path) = 0;
+  virtual base::Obtained<BinaryReader> OpenBinary(const std::string& path) = 0;
+  virtual base::Obtained<BinaryWriter> CreateBinary(const std::string& path) = 0;
 
   /// Deletes one file, read-only or not.
-  virtual std::int32_t RemoveFile(const std::string& path) = 0;
+  virtual base::Outcome RemoveFile(const std::string& path) = 0;
   /// Deletes a folder with all that is in it, read-only or not.
-  virtual std::int32_t RemoveFolder(const std::string& path) = 0;
+  virtual base::Outcome RemoveFolder(const std::string& path) = 0;
   /// Moves or renames a file; an existing target is an error.
-  virtual std::int32_t MoveTo(const std::string& source, const std::string& target) = 0;
+  virtual base::Outcome MoveTo(const std::string& source, const std::string& target) = 0;
   /// Copies one file over an existing target, if any. Copied onto itself it stays as it is.
-  virtual std::int32_t CopyTo(const std::string& source, const std::string& target) = 0;
+  virtual base::Outcome CopyTo(const std::string& source, const std::string& target) = 0;
   /// Clears all attributes (read-only, hidden, system, archive).
-  virtual std::int32_t ClearAttributes(const std::string& path) = 0;
+  virtual base::Outcome ClearAttributes(const std::string& path) = 0;
   /// Creates one folder; its parent must exist and it must not.
-  virtual std::int32_t MakeFolder(const std::string& path) = 0;
+  virtual base::Outcome MakeFolder(const std::string& path) = 0;
   /// The same, for data that others must not read: with what comes into it later, the folder is open to the
   /// signed-in Windows user, the administrators and the system alone, where the file system knows rights.
-  virtual std::int32_t MakePrivateFolder(const std::string& path) = 0;
+  virtual base::Outcome MakePrivateFolder(const std::string& path) = 0;
 
   /// The process's current folder, without a trailing "\" unless it is a root.
   virtual std::string CurrentFolder() = 0;
   /// Makes a folder, with its drive, current.
-  virtual std::int32_t SetCurrentFolder(const std::string& path) = 0;
+  virtual base::Outcome SetCurrentFolder(const std::string& path) = 0;
 
   /// The system's folder for temporary files; empty when it cannot be had.
   virtual std::string TemporaryFolder() = 0;
+};
+
+/// A drive is named by its letter and ":", such as "A:".
+class Drives {
+ public:
+  virtual ~Drives() = default;
+
+  /// Whether the drive exists and holds a volume that can be read.
+  virtual bool IsReady(const std::string& drive) = 0;
+  /// Bytes that this user may still write; -1 when the drive is not ready.
+  virtual std::int64_t FreeSpace(const std::string& drive) = 0;
+  /// The volume's label; nothing when it cannot be read.
+  virtual std::optional<std::string> VolumeLabel(const std::string& drive) = 0;
+  virtual base::Outcome SetVolumeLabel(const std::string& drive, const std::string& label) = 0;
 };
 
 }  // namespace host

@@ -1,18 +1,12 @@
 // Everything outside the program, as one bundle that start-up hands down.
 #pragma once
 
-#include "host/CatalogueTable.h"
-#include "host/Clock.h"
 #include "host/Components.h"
-#include "host/DatabaseCompactor.h"
-#include "host/Drives.h"
+#include "host/Databases.h"
+#include "host/Desktop.h"
 #include "host/FileSystem.h"
-#include "host/MessageLoop.h"
+#include "host/Libraries.h"
 #include "host/Processes.h"
-#include "host/QX32.h"
-#include "host/QX32lib.h"
-#include "host/QXNetDB.h"
-#include "host/Shell.h"
 
 namespace host {
 

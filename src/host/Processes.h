@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "base/Outcome.h"
 
 namespace host {
 
@@ -23,8 +25,8 @@ class StartedProgram {
 
   /// Waits until the program has ended, however long that takes, while the user
   /// interface's events are served. Uses no measurable processor time and returns as
-  /// soon as the program ends. Returns 0 and the exit code, or -1 when the code cannot be had.
-  virtual std::int32_t Wait(std::uint32_t& exitCode) = 0;
+  /// soon as the program ends. Returns the exit code; nothing when it cannot be had.
+  virtual std::optional<std::uint32_t> Wait() = 0;
 };
 
 class Processes {
@@ -33,8 +35,8 @@ class Processes {
 
   /// Starts a command line: a program with its arguments, or a batch file. A program
   /// without a path is looked for beside this executable first, then in the current
-  /// folder, the system folders and PATH. Null when it cannot be started.
-  virtual std::unique_ptr<StartedProgram> Start(const std::string& commandLine, WindowStyle style) = 0;
+  /// folder, the system folders and PATH.
+  virtual base::Obtained<StartedProgram> Start(const std::string& commandLine, WindowStyle style) = 0;
 
   /// File names of the executables that run now, this one's included. Empty on failure.
   virtual std::vector<std::string> RunningExecutables() = 0;

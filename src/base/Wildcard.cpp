@@ -1,12 +1,15 @@
 // The two wildcard languages: text patterns with lists, and file name patterns.
+#include "base/Wildcard.h"
+
 #include <algorithm>
 #include <optional>
+#include <string>
 #include <utility>
+#include <vector>
 
-#include "app/TextFormat.h"
-#include "app/Unicode.h"
+#include "base/Unicode.h"
 
-namespace app {
+namespace base {
 namespace {
 
 /// One place of a pattern: any run of characters, or one character out of `ranges`
@@ -98,12 +101,6 @@ std::optional<std::vector<Element>> ParsePattern(std::u32string_view pattern) {
   return elements;
 }
 
-std::u32string Folded(std::string_view text) {
-  std::u32string characters = ToCharacters(text);
-  std::transform(characters.begin(), characters.end(), characters.begin(), FoldCase);
-  return characters;
-}
-
 }  // namespace
 
 bool MatchesPattern(std::string_view text, std::string_view pattern) {
@@ -125,4 +122,4 @@ bool MatchesFileName(std::string_view name, std::string_view pattern) {
   return Fits(Folded(name), elements);
 }
 
-}  // namespace app
+}  // namespace base

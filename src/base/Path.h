@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace app {
+namespace base {
 
 /// `folder`, with "\" added unless it ends in one. An empty text becomes "\".
 std::string WithTrailingBackslash(std::string folder);
@@ -25,10 +25,4 @@ std::string DriveLetterOf(std::string_view path);
 /// outside ASCII included where they have a simple counterpart in Latin, Greek or Cyrillic.
 bool SameName(std::string_view left, std::string_view right);
 
-/// The text without blanks at either end.
-std::string Trim(std::string_view text);
-
-/// `text` in double quotes.
-std::string Quoted(std::string_view text);
-
-}  // namespace app
+}  // namespace base

@@ -1,12 +1,12 @@
 // Decoding of UTF-8 and folding of letter case.
-#include "app/Unicode.h"
+#include "base/Unicode.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <iterator>
 
-namespace app {
+namespace base {
 namespace {
 
 /// Invalid bytes are moved here, among the surrogates, which valid UTF-8 never yields.
@@ -89,4 +89,20 @@ char32_t FoldCase(char32_t character) {
   return static_cast<char32_t>(static_cast<std::int32_t>(character) + range->distance);
 }
 
-}  // namespace app
+std::u32string Folded(std::string_view text) {
+  std::u32string folded = ToCharacters(text);
+  for (char32_t& character : folded) character = FoldCase(character);
+  return folded;
+}
+
+std::size_t WideLength(std::string_view text) {
+  std::size_t length = 0;
+  for (const char character : text) {
+    const auto byte = static_cast<unsigned char>(character);
+    if ((byte & 0xC0u) == 0x80u) continue;  // goes with the byte before it
+    length += byte >= 0xF0u ? 2 : 1;        // beyond the first plane: a surrogate pair
+  }
+  return length;
+}
+
+}  // namespace base

@@ -1,10 +1,11 @@
 // The little that this program needs to know of Unicode: characters of UTF-8 text and letter case.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
-namespace app {
+namespace base {
 
 /// Takes the first character off `text`, which must not be empty. A byte that is no
 /// part of valid UTF-8 is a character of its own that equals no valid one.
@@ -17,4 +18,10 @@ std::u32string ToCharacters(std::string_view text);
 /// letters included), Greek and Cyrillic, in the pairs by which Windows compares file names.
 char32_t FoldCase(char32_t character);
 
-}  // namespace app
+/// The characters of a text with their case folded: what Windows compares names by.
+std::u32string Folded(std::string_view text);
+
+/// Length of a UTF-8 text in UTF-16 units, as Windows counts it.
+std::size_t WideLength(std::string_view text);
+
+}  // namespace base

@@ -1,9 +1,9 @@
 // Windows path rules on UTF-8 text. Bytes of "\" and ":" are never part of another character in UTF-8.
-#include "app/WindowsPath.h"
+#include "base/Path.h"
 
-#include "app/Unicode.h"
+#include "base/Unicode.h"
 
-namespace app {
+namespace base {
 
 std::string WithTrailingBackslash(std::string folder) {
   if (!folder.ends_with('\\')) folder.push_back('\\');
@@ -36,14 +36,4 @@ bool SameName(std::string_view left, std::string_view right) {
   return left.empty() && right.empty();
 }
 
-std::string Trim(std::string_view text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return std::string(text.substr(first, text.find_last_not_of(' ') - first + 1));
-}
-
-std::string Quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
-}
-
-}  // namespace app
+}  // namespace base
