@@ -1,13 +1,21 @@
-// Counts the program's calls to the outside and decides which of them fail.
+// Counts the program's calls to the outside and decides which of them fail, and with what words.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 #include <vector>
 
+#include "base/Outcome.h"
+
 namespace fakes {
+
+/// A failure that was ordered from the counter. `subject` is what the real adapter would name: a path, an entry.
+inline base::Outcome InjectedFault(const std::string& subject) {
+  return base::Failure(subject + ": injected fault");
+}
 
 /// One call that the program made, such as {"FileSystem", "RemoveFile", "C:\a.txt"}.
 struct Call {
@@ -74,6 +82,30 @@ class CallCounter {
 
   std::vector<Call> calls_;
   std::vector<Rule> rules_;
+};
+
+/// The calls of one contract.
+class ContractCalls {
+ public:
+  ContractCalls(CallCounter& calls, std::string contract) : calls_(calls), contract_(std::move(contract)) {}
+
+  bool Fails(const std::string& method, const std::string& detail = {}) {
+    return calls_.Fails(contract_, method, detail);
+  }
+
+  /// Does `work`, which tells whether all went well, unless the call is to fail now. `subject` is the call's detail and
+  /// what the words of a failure begin with; without one that is the method. `refusal` says what `work` met.
+  template <class Work>
+  base::Outcome Do(const std::string& method, const std::string& subject, Work work,
+                   const std::string& refusal = "refused") {
+    const std::string named = subject.empty() ? contract_ + "." + method : subject;
+    if (Fails(method, subject)) return InjectedFault(named);
+    return work() ? base::Outcome() : base::Failure(named + ": " + refusal);
+  }
+
+ private:
+  CallCounter& calls_;
+  std::string contract_;
 };
 
 }  // namespace fakes

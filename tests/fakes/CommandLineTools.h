@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,6 +13,14 @@
 namespace fakes {
 
 using Words = std::vector<std::string>;
+
+/// What a cabinet holds: stored path, with "\", and contents. The format is the fakes' own behind a real cabinet's
+/// header; a cabinet that was cut, padded or joined wrongly is not read.
+using CabinetContents = std::map<std::string, std::string>;
+
+std::string MakeCabinet(const CabinetContents& contents);
+/// Nothing when `bytes` is not a whole cabinet.
+std::optional<CabinetContents> ReadCabinet(const std::string& bytes);
 
 /// `words` are all words of the command line; the disk's current folder is the program's.
 /// "CMD /C ...": knows xcopy (with /S and /Y) and Copy /B. A line that is too long does nothing, and exits with 0.

@@ -34,15 +34,17 @@ void FillLibraries(FakeHost& host) {
 
 void FillCatalogue(FakeHost& host) {
   auto& rows = host.catalogue.rows;
-  rows = {{10000, "Sign-in"},   {10001, "Sign-out"},       {10002, "Start"},           {10003, "End"},
-          {66000, "Backup"},    {60444, "Copying a disk"}, {66071, "Choose a folder"}, {66080, "note 66080"},
-          {66081, "note 66081"}};
+  const std::pair<int, const char*> texts[] = {
+      {10000, "Sign-in"},   {10001, "Sign-out"},       {10002, "Start"},           {10003, "End"},
+      {66000, "Backup"},    {60444, "Copying a disk"}, {66071, "Choose a folder"}, {66080, "note 66080"},
+      {66081, "note 66081"}};
+  for (const auto& [id, text] : texts) rows[base::MessageId{id}] = text;
   int category = 66090;
   for (const char* name : {"Patient data", "System group", "Log data", "Menu data", "System data", "User data",
                            "Explanations", "IP counter", "Report data"})
-    rows[category++] = name;
+    rows[base::MessageId{category++}] = name;
   for (int id = 66001; id <= 66120; ++id)
-    if (id <= 66063 || id >= 66100) rows.try_emplace(id, "text " + std::to_string(id));
+    if (id <= 66063 || id >= 66100) rows.try_emplace(base::MessageId{id}, "text " + std::to_string(id));
 }
 
 void FillPeople(FakeHost& host) {

@@ -2,15 +2,53 @@
 #pragma once
 
 #include <algorithm>
+#include <deque>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
 
 #include "fakes/CallCounter.h"
-#include "fakes/ComponentState.h"
 #include "fakes/Disk.h"
 #include "fakes/ScriptedOperator.h"
 #include "fakes/Text.h"
 #include "host/Components.h"
 
 namespace fakes {
+
+/// A user of the host system. Function 2601 is the backup, 2801 the restore.
+struct HostUser {
+  std::string displayName;
+  std::string id;
+  std::string password;
+  std::set<std::int32_t> functions;
+  std::int32_t kind = 1;  ///< 6 is a privileged user
+};
+
+/// Answers to the statements on the study databases.
+struct StudyAnswer {
+  std::vector<std::vector<std::string>> rows = {};
+  std::string refusal = {};  ///< words of a failure; empty: none
+};
+
+/// All that the components have been told, and all that they are to answer. Refusals are a failure's words; empty:
+/// none.
+struct ComponentState {
+  std::vector<HostUser> users;                                  ///< in the order of the user view
+  std::int32_t verifyFault = 0;                                 ///< a non-zero answer of every password check
+  std::vector<std::string> statements;                          ///< all that were run, on users and studies
+  std::vector<std::string> logLines;                            ///< without their time stamps
+  std::vector<std::string> operations;                          ///< "host|user|program|screen|action"
+  std::vector<std::string> auditRecords;                        ///< "user|word|what"
+  std::string auditRefusal;                                     ///< of sign-ins, sign-outs and phases alike
+  std::map<char, std::deque<host::DriveStatus>> mediaStatuses;  ///< per drive; when empty, by the disk itself
+  std::vector<std::string> mediaCommands;                       ///< handed over before status queries
+  std::vector<std::string> preparedDrives;
+  std::string prepareRefusal;
+  std::vector<std::string> filterCalls;        ///< "images|source" or "files|source"
+  std::deque<std::int32_t> filterAnswers;      ///< 0 when empty
+  std::map<std::string, StudyAnswer> studies;  ///< by the statement's beginning
+};
 
 /// What every component works with.
 struct ComponentTools {
@@ -22,16 +60,33 @@ struct ComponentTools {
 
 template <class Contract>
 struct Component : Contract {
-  explicit Component(const ComponentTools& given) : tools(given) {}
+  Component(const ComponentTools& given, const char* contract) : tools(given), name(contract) {}
+
+  bool Fails(const char* method, const std::string& detail = {}) { return tools.calls.Fails(name, method, detail); }
+  /// What a call answers: that it was to fail, or `refusal`, if any.
+  base::Outcome Answer(bool fails, const char* method, const std::string& refusal = {}) const {
+    if (fails) return InjectedFault(name + "." + method);
+    return refusal.empty() ? base::Outcome() : base::Failure(name + "." + method + ": " + refusal);
+  }
+
   const ComponentTools tools;
+  const std::string name;
 };
+
+/// Takes the first of the answers that are left.
+template <class Value>
+Value Next(std::deque<Value>& answers) {
+  const Value answer = answers.front();
+  answers.pop_front();
+  return answer;
+}
 
 struct FakeDialog : Component<host::MessageDialog> {
   using Component::Component;
   void SetDisplayOptions(std::int32_t first, std::int32_t second) override { ready = first == 1 && second == 1; }
-  std::int32_t Show(std::int32_t id, const std::string& text1, const std::string& text2,
+  host::Answer Show(base::MessageId id, const std::string& text1, const std::string& text2,
                     const std::string& text3) override {
-    if (tools.calls.Fails("MessageDialog", __func__, std::to_string(id)) || !ready) return 0;
+    if (Fails(__func__, NumberOf(id)) || !ready) return host::Answer::NotShown;
     return tools.person.AtMessage({id, text1, text2, text3});
   }
   bool ready = false;
@@ -41,13 +96,16 @@ struct FakeLog : Component<host::LogWriter> {
   using Component::Component;
   void SetFilePath(const std::string& given) override { path = given; }
   void SetMode(std::int32_t mode) override { ready = mode == 1; }
-  std::int32_t WriteLine(const std::string& line) override {
-    if (tools.calls.Fails("LogWriter", __func__, line) || !ready) return -1;
+  base::Outcome WriteLine(const std::string& line) override {
+    if (Fails(__func__, line)) return InjectedFault(path);
+    return ready && Append(line) ? base::Outcome() : base::Failure(path + ": not written");
+  }
+  bool Append(const std::string& line) {
     constexpr std::size_t kStampAndTag = 21 + 15;
     tools.state.logLines.push_back(line.size() > kStampAndTag ? line.substr(kStampAndTag) : line);
     auto file = tools.disk.Find(path);
     if (!file) file = tools.disk.Create(path);
-    return file && tools.disk.Append(path, *file, ToCodePage(line) + "\r\n") ? 0 : -1;
+    return file && tools.disk.Append(path, *file, ToCodePage(line) + "\r\n");
   }
   std::string path;
   bool ready = false;
@@ -55,56 +113,56 @@ struct FakeLog : Component<host::LogWriter> {
 
 struct FakeRecorder : Component<host::OperationRecorder> {
   using Component::Component;
-  std::int32_t Record(const std::string& hostName, const std::string& userId, const std::string& program,
-                      const std::string& screen, const std::string& action) override {
-    if (tools.calls.Fails("OperationRecorder", __func__, action)) return -1;
-    tools.state.operations.push_back(hostName + "|" + userId + "|" + program + "|" + screen + "|" + action);
-    return 0;
+  base::Outcome Record(const std::string& hostName, const std::string& userId, const std::string& program,
+                       const std::string& screen, const std::string& action) override {
+    const bool fails = Fails(__func__, action);
+    if (!fails) tools.state.operations.push_back(hostName + "|" + userId + "|" + program + "|" + screen + "|" + action);
+    return Answer(fails, __func__);
   }
 };
 
 struct FakeAudit : Component<host::AuditTrail> {
   using Component::Component;
-  std::int32_t RecordSignInOut(const std::string& userId, const std::string& word, const std::string& title) override {
+  base::Outcome RecordSignInOut(const std::string& userId, const std::string& word, const std::string& title) override {
     return Add(__func__, userId, word, title);
   }
-  std::int32_t RecordCategoryPhase(const std::string& userId, const std::string& word,
-                                   const std::string& category) override {
+  base::Outcome RecordCategoryPhase(const std::string& userId, const std::string& word,
+                                    const std::string& category) override {
     return Add(__func__, userId, word, category);
   }
-  std::int32_t Add(const char* method, const std::string& userId, const std::string& word, const std::string& what) {
-    if (tools.calls.Fails("AuditTrail", method, word)) return -1;
-    if (tools.state.auditAnswer == 0) tools.state.auditRecords.push_back(userId + "|" + word + "|" + what);
-    return tools.state.auditAnswer;
+  base::Outcome Add(const char* method, const std::string& userId, const std::string& word, const std::string& what) {
+    const bool fails = Fails(method, word);
+    const std::string& refusal = tools.state.auditRefusal;
+    if (!fails && refusal.empty()) tools.state.auditRecords.push_back(userId + "|" + word + "|" + what);
+    return Answer(fails, method, refusal);
   }
 };
 
 struct FakeUsers : Component<host::UserQuery> {
   using Component::Component;
-  void Execute(const std::string& statement, std::int32_t& status) override {
+  base::Outcome Execute(const std::string& statement) override {
     tools.state.statements.push_back(statement);
     values.clear();
-    status = tools.calls.Fails("UserQuery", __func__, statement) ? -1 : Run(statement);
+    const bool fails = Fails(__func__, statement);
+    return Answer(fails, __func__, fails || Run(statement) ? "" : "bad syntax");
   }
-  std::int32_t RowCount() override {
-    return tools.calls.Fails("UserQuery", __func__) ? 0 : static_cast<std::int32_t>(values.size());
-  }
-  std::string Value(std::int32_t row, std::int32_t column, std::int32_t& status) override {
+  std::int32_t RowCount() override { return Fails(__func__) ? 0 : static_cast<std::int32_t>(values.size()); }
+  std::optional<std::string> Value(std::int32_t row, std::int32_t column) override {
     const auto place = static_cast<std::size_t>(row);
-    status = tools.calls.Fails("UserQuery", __func__) || place >= values.size() || column != 0 ? -1 : 0;
-    return status == 0 ? values[place] : "";
+    if (Fails(__func__) || place >= values.size() || column != 0) return std::nullopt;
+    return values[place];
   }
-  std::int32_t Run(const std::string& statement) {
+  bool Run(const std::string& statement) {
     const std::string byName = "SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'";
     const bool all = statement == "SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO";
     // A quote inside the name ends the literal early: the database then reports bad syntax.
     if (!all && (!statement.starts_with(byName) || statement.find('\'', byName.size()) + 1 != statement.size()))
-      return -1;
+      return false;
     for (const HostUser& user : tools.state.users) {
       if (all) values.push_back(user.displayName);
       if (!all && statement == byName + user.displayName + "'") values.push_back(user.id);
     }
-    return 0;
+    return true;
   }
   std::vector<std::string> values;
 };
@@ -112,7 +170,7 @@ struct FakeUsers : Component<host::UserQuery> {
 struct FakeLogin : Component<host::UserAuthenticator> {
   using Component::Component;
   std::int32_t Verify(const std::string& userId, const std::string& password, std::int32_t& userKind) override {
-    if (tools.calls.Fails("UserAuthenticator", __func__, userId)) return -1;
+    if (Fails(__func__, userId)) return -1;
     if (tools.state.verifyFault != 0) return tools.state.verifyFault;
     const auto user = Find(userId);
     if (user == tools.state.users.end()) return 1;
@@ -120,12 +178,11 @@ struct FakeLogin : Component<host::UserAuthenticator> {
     userKind = user->kind;
     return 0;
   }
-  std::int32_t CheckFunction(const std::string& userId, std::int32_t functionCode, std::int32_t& granted) override {
-    granted = -1;
-    if (tools.calls.Fails("UserAuthenticator", __func__, std::to_string(functionCode))) return -1;
+  base::Outcome CheckFunction(const std::string& userId, std::int32_t functionCode, bool& granted) override {
+    const bool fails = Fails(__func__, std::to_string(functionCode));
     const auto user = Find(userId);
-    if (user != tools.state.users.end() && user->functions.contains(functionCode)) granted = 0;
-    return 0;
+    granted = !fails && user != tools.state.users.end() && user->functions.contains(functionCode);
+    return Answer(fails, __func__);
   }
   std::vector<HostUser>::const_iterator Find(const std::string& id) const {
     return std::ranges::find(tools.state.users, id, &HostUser::id);
@@ -134,19 +191,20 @@ struct FakeLogin : Component<host::UserAuthenticator> {
 
 struct FakeMedia : Component<host::MediaComponent> {
   using Component::Component;
-  std::int32_t GetDriveStatus(const std::string& path) override {
-    if (tools.calls.Fails("MediaComponent", __func__, path) || !setUp || path.empty()) return -1;
+  host::DriveStatus GetDriveStatus(const std::string& path) override {
+    if (Fails(__func__, path) || !setUp || path.empty()) return host::DriveStatus::Error;
     auto& answers = tools.state.mediaStatuses[path[0]];
     if (!answers.empty()) return Next(answers);
     const Drive* drive = tools.disk.FindDrive(path.substr(0, 1) + ":");
-    return drive == nullptr ? -1 : drive->ready ? 3 : 1;
+    if (drive == nullptr) return host::DriveStatus::Error;
+    return drive->ready ? host::DriveStatus::Ready : host::DriveStatus::NoMedium;
   }
-  std::int32_t PrepareDrive(const std::string& drive, const std::string& workDrive, std::int32_t option1,
-                            std::int32_t option2) override {
-    if (tools.calls.Fails("MediaComponent", __func__, drive)) return -1;
+  base::Outcome PrepareDrive(const std::string& drive, const std::string& workDrive, std::int32_t option1,
+                             std::int32_t option2) override {
+    if (Fails(__func__, drive)) return InjectedFault(drive);
     tools.state.preparedDrives.push_back(drive);
     const bool asAgreed = workDrive == "C:\\" && option1 == 0 && option2 == 0;
-    return asAgreed ? tools.state.prepareAnswer : -1;
+    return Answer(false, __func__, asAgreed ? tools.state.prepareRefusal : "wrong arguments");
   }
   void SetUp(const std::string& programCommand) override {
     setUp = true;
@@ -165,7 +223,7 @@ struct FakeFilter : Component<host::PersonalInfoFilter> {
   std::int32_t FilterFiles() override { return Run(__func__, "files|"); }
   std::int32_t Run(const char* method, const std::string& kind) {
     tools.state.filterCalls.push_back(kind + source);
-    if (tools.calls.Fails("PersonalInfoFilter", method, source) || destination.empty()) return -1;
+    if (Fails(method, source) || destination.empty()) return -1;
     const std::string listed = tools.disk.Read(list);
     for (const auto& file : tools.disk.Children(source))
       if (!file->isFolder && listed.find(file->name) == std::string::npos)
@@ -179,23 +237,25 @@ struct FakeFilter : Component<host::PersonalInfoFilter> {
 
 struct FakeStudies : Component<host::StudyDatabaseQuery> {
   using Component::Component;
-  void OpenQuery(const std::string& statement, std::int32_t& error) override {
+  base::Outcome OpenQuery(const std::string& statement) override {
     tools.state.statements.push_back(statement);
-    answer = {{}, -1};
+    answer = {{}, "unknown statement"};
     for (const auto& [head, known] : tools.state.studies)
       if (statement.starts_with(head)) answer = known;
-    error = tools.calls.Fails("StudyDatabaseQuery", __func__, statement) ? -1 : answer.error;
+    return Answer(Fails(__func__, statement), __func__, answer.refusal);
   }
-  std::int32_t RecordCount(std::int32_t& error) override {
-    error = tools.calls.Fails("StudyDatabaseQuery", __func__) ? -1 : answer.error;
-    return error == 0 ? static_cast<std::int32_t>(answer.rows.size()) : 0;
+  base::Outcome RecordCount(std::int32_t& count) override {
+    base::Outcome counted = Answer(Fails(__func__), __func__, answer.refusal);
+    count = counted.IsDone() ? static_cast<std::int32_t>(answer.rows.size()) : 0;
+    return counted;
   }
-  std::string FieldValue(std::int32_t row, std::int32_t column, std::int32_t& error) override {
+  base::Outcome FieldValue(std::int32_t row, std::int32_t column, std::string& value) override {
     const auto r = static_cast<std::size_t>(row);
     const auto c = static_cast<std::size_t>(column);
     const bool there = r < answer.rows.size() && c < answer.rows[r].size();
-    error = !tools.calls.Fails("StudyDatabaseQuery", __func__) && there ? 0 : -1;
-    return error == 0 ? answer.rows[r][c] : "";
+    base::Outcome read = Answer(Fails(__func__), __func__, there ? "" : "no such field");
+    value = read.IsDone() ? answer.rows[r][c] : "";
+    return read;
   }
   StudyAnswer answer;
 };
@@ -218,9 +278,12 @@ class FakeComponents : public host::ComponentFactory {
   std::unique_ptr<host::StudyDatabaseQuery> CreateStudyDatabaseQuery() override { return Make<FakeStudies>(__func__); }
 
  private:
+  /// The contract's name is that of the factory's method behind "Create".
   template <class Made>
   std::unique_ptr<Made> Make(const char* method) {
-    return tools_.calls.Fails("ComponentFactory", method) ? nullptr : std::make_unique<Made>(tools_);
+    constexpr std::size_t kCreate = 6;
+    const bool fails = tools_.calls.Fails("ComponentFactory", method);
+    return fails ? nullptr : std::make_unique<Made>(tools_, method + kCreate);
   }
 
   ComponentTools tools_;

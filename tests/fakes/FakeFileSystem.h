@@ -1,10 +1,103 @@
-// The program's view of the imaginary disks: the contract's calls, counted.
+// The program's view of the imaginary disks: open files, the file system and the drives, their calls counted.
 #pragma once
 
-#include "fakes/FakeFiles.h"
-#include "host/Drives.h"
+#include <algorithm>
+#include <memory>
+
+#include "fakes/CallCounter.h"
+#include "fakes/Disk.h"
+#include "fakes/Text.h"
+#include "host/FileSystem.h"
 
 namespace fakes {
+
+/// Counts itself out when it is closed.
+template <class Contract, int Entry::*kUsers>
+class OpenFile : public Contract {
+ public:
+  using Opened = Contract;
+
+  OpenFile(std::shared_ptr<Entry> file, Disk& disk, CallCounter& calls, std::string path)
+      : file_(std::move(file)), disk_(disk), calls_(calls), path_(std::move(path)) {
+    ++((*file_).*kUsers);
+  }
+  ~OpenFile() override { Leave(); }
+  OpenFile(const OpenFile&) = delete;
+  OpenFile& operator=(const OpenFile&) = delete;
+
+ protected:
+  void Leave() {
+    if (file_) --((*file_).*kUsers);
+    file_.reset();
+  }
+  bool FailsToRead(const char* contract, const char* method) {
+    return calls_.Fails(contract, method, path_) || !disk_.FindDrive(disk_.Absolute(path_))->ready;
+  }
+  base::Outcome Append(const char* contract, const std::string& bytes) {
+    const auto append = [&] { return file_ && disk_.Append(path_, *file_, bytes); };
+    return ContractCalls(calls_, contract).Do("Write", path_, append, "not all was written");
+  }
+  base::Outcome CloseWriter(const char* contract) {
+    Leave();
+    return ContractCalls(calls_, contract).Do("Close", path_, [] { return true; });
+  }
+  const std::string& Bytes() const { return file_->bytes; }
+
+ private:
+  std::shared_ptr<Entry> file_;
+  Disk& disk_;
+  CallCounter& calls_;
+  std::string path_;
+};
+
+class FakeTextReader : public OpenFile<host::TextReader, &Entry::readers> {
+ public:
+  using OpenFile::OpenFile;
+  bool ReadLine(std::string& line) override {
+    failed_ = FailsToRead("TextReader", __func__);
+    if (failed_ || at_ >= Bytes().size()) return false;
+    const std::size_t end = std::min(Bytes().find('\n', at_), Bytes().size());
+    line = FromCodePage(Bytes().substr(at_, end - at_));
+    if (line.ends_with('\r')) line.pop_back();
+    at_ = end + 1;
+    return true;
+  }
+  bool Failed() const override { return failed_; }
+
+ private:
+  std::size_t at_ = 0;
+  bool failed_ = false;
+};
+
+class FakeBinaryReader : public OpenFile<host::BinaryReader, &Entry::readers> {
+ public:
+  using OpenFile::OpenFile;
+  std::int64_t Read(std::byte* data, std::size_t count) override {
+    if (FailsToRead("BinaryReader", __func__)) return -1;
+    const std::size_t taken = Bytes().copy(reinterpret_cast<char*>(data), count, at_);
+    at_ += taken;
+    return static_cast<std::int64_t>(taken);
+  }
+
+ private:
+  std::size_t at_ = 0;
+};
+
+class FakeTextWriter : public OpenFile<host::TextWriter, &Entry::writers> {
+ public:
+  using OpenFile::OpenFile;
+  base::Outcome Write(const std::string& text) override { return Append("TextWriter", ToCodePage(text)); }
+  base::Outcome Close() override { return CloseWriter("TextWriter"); }
+};
+
+class FakeBinaryWriter : public OpenFile<host::BinaryWriter, &Entry::writers> {
+ public:
+  using OpenFile::OpenFile;
+  base::Outcome Write(const std::byte* data, std::size_t count) override {
+    return Append("BinaryWriter", {reinterpret_cast<const char*>(data), count});
+  }
+  base::Outcome Close() override { return CloseWriter("BinaryWriter"); }
+};
 
 class FakeFileSystem : public host::FileSystem {
  public:
@@ -13,77 +106,96 @@ class FakeFileSystem : public host::FileSystem {
   /// As GetTempPath gives it, with its "\"; empty when it cannot be had.
   std::string temporaryFolder = "C:\\Users\\Operator\\Temp\\";
 
-  bool FileExists(const std::string& path) override { return Goes(__func__, path) && disk_.IsFile(path); }
-  bool FolderExists(const std::string& path) override { return Goes(__func__, path) && disk_.IsFolder(path); }
+  bool FileExists(const std::string& path) override { return !Fails(__func__, path) && disk_.IsFile(path); }
+  bool FolderExists(const std::string& path) override { return !Fails(__func__, path) && disk_.IsFolder(path); }
   std::int64_t FileSize(const std::string& path) override {
-    return Goes(__func__, path) && disk_.IsFile(path) ? static_cast<std::int64_t>(disk_.Find(path)->bytes.size()) : -1;
+    const bool known = !Fails(__func__, path) && disk_.IsFile(path);
+    return known ? static_cast<std::int64_t>(disk_.Find(path)->bytes.size()) : -1;
   }
-  std::int32_t List(const std::string& folder, const std::string& pattern,
-                    std::vector<host::FolderEntry>& entries) override {
+  base::Outcome List(const std::string& folder, const std::string& pattern,
+                     std::vector<host::FolderEntry>& entries) override {
     entries.clear();
-    if (!Goes(__func__, folder) || !disk_.IsFolder(folder)) return -1;
-    for (const auto& entry : disk_.Children(folder))
-      if (FitsWildcard(entry->name, pattern)) entries.push_back({entry->name, entry->isFolder, entry->bytes.size()});
-    return 0;
+    return Do(__func__, folder, [&] {
+      if (!disk_.IsFolder(folder)) return false;
+      for (const auto& entry : disk_.Children(folder))
+        if (FitsWildcard(entry->name, pattern)) entries.push_back({entry->name, entry->isFolder, entry->bytes.size()});
+      return true;
+    });
   }
-  std::unique_ptr<host::TextReader> OpenText(const std::string& path) override {
-    return Opened<FakeTextReader>(path, Goes(__func__, path) ? Readable(path) : nullptr);
+  base::Obtained<host::TextReader> OpenText(const std::string& path) override {
+    return Open<FakeTextReader>(__func__, path, [&] { return Readable(path); });
   }
-  std::unique_ptr<host::TextWriter> AppendText(const std::string& path) override {
-    if (!Goes(__func__, path)) return nullptr;
-    const auto file = disk_.Find(path);
-    const bool refused = file && (file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file));
-    return Opened<FakeTextWriter>(path, refused ? nullptr : file ? file : disk_.Create(path));
+  base::Obtained<host::TextWriter> AppendText(const std::string& path) override {
+    return Open<FakeTextWriter>(__func__, path, [&] {
+      const auto file = disk_.Find(path);
+      const bool refused = file && (file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file));
+      return refused ? nullptr : file ? file : disk_.Create(path);
+    });
   }
-  std::unique_ptr<host::TextWriter> CreateText(const std::string& path) override {
-    return Opened<FakeTextWriter>(path, Goes(__func__, path) ? disk_.Create(path) : nullptr);
+  base::Obtained<host::TextWriter> CreateText(const std::string& path) override {
+    return Open<FakeTextWriter>(__func__, path, [&] { return disk_.Create(path); });
   }
-  std::unique_ptr<host::BinaryReader> OpenBinary(const std::string& path) override {
-    return Opened<FakeBinaryReader>(path, Goes(__func__, path) ? Readable(path) : nullptr);
+  base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override {
+    return Open<FakeBinaryReader>(__func__, path, [&] { return Readable(path); });
   }
-  std::unique_ptr<host::BinaryWriter> CreateBinary(const std::string& path) override {
-    return Opened<FakeBinaryWriter>(path, Goes(__func__, path) ? disk_.Create(path) : nullptr);
+  base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override {
+    return Open<FakeBinaryWriter>(__func__, path, [&] { return disk_.Create(path); });
   }
-  std::int32_t RemoveFile(const std::string& path) override {
-    return Goes(__func__, path) && disk_.IsFile(path) && disk_.Remove(path) ? 0 : -1;
+  base::Outcome RemoveFile(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.IsFile(path) && disk_.Remove(path); });
   }
-  std::int32_t RemoveFolder(const std::string& path) override {
-    return Goes(__func__, path) && disk_.IsFolder(path) && disk_.Remove(path) ? 0 : -1;
+  base::Outcome RemoveFolder(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.IsFolder(path) && disk_.Remove(path); });
   }
-  std::int32_t MoveTo(const std::string& source, const std::string& target) override {
-    return Goes(__func__, source) && disk_.IsFile(source) && disk_.Move(source, target) ? 0 : -1;
+  base::Outcome MoveTo(const std::string& source, const std::string& target) override {
+    return Do(__func__, source, [&] { return disk_.IsFile(source) && disk_.Move(source, target); });
   }
-  std::int32_t CopyTo(const std::string& source, const std::string& target) override {
-    const bool ontoItself = disk_.IsFile(source) && disk_.Find(source) == disk_.Find(target);
-    return Goes(__func__, source) && (ontoItself || disk_.Copy(source, target)) ? 0 : -1;
+  base::Outcome CopyTo(const std::string& source, const std::string& target) override {
+    return Do(__func__, source, [&] {
+      const bool ontoItself = disk_.IsFile(source) && disk_.Find(source) == disk_.Find(target);
+      return ontoItself || disk_.Copy(source, target);
+    });
   }
-  std::int32_t ClearAttributes(const std::string& path) override {
-    const auto entry = Goes(__func__, path) ? disk_.Find(path) : nullptr;
-    if (entry) entry->attributes = 0;
-    return entry ? 0 : -1;
+  base::Outcome ClearAttributes(const std::string& path) override {
+    return Do(__func__, path, [&] {
+      const auto entry = disk_.Find(path);
+      if (entry) entry->attributes = 0;
+      return entry != nullptr;
+    });
   }
-  std::int32_t MakeFolder(const std::string& path) override {
-    return Goes(__func__, path) && disk_.MakeFolder(path) ? 0 : -1;
+  base::Outcome MakeFolder(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.MakeFolder(path); });
   }
-  std::int32_t MakePrivateFolder(const std::string& path) override {
-    return Goes(__func__, path) && disk_.MakeFolder(path) ? 0 : -1;
+  base::Outcome MakePrivateFolder(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.MakeFolder(path); });
   }
   std::string CurrentFolder() override { return disk_.CurrentFolder(); }
-  std::int32_t SetCurrentFolder(const std::string& path) override {
-    return Goes(__func__, path) && disk_.SetCurrentFolder(path) ? 0 : -1;
+  base::Outcome SetCurrentFolder(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.SetCurrentFolder(path); });
   }
-  std::string TemporaryFolder() override { return Goes(__func__, "") ? temporaryFolder : ""; }
+  std::string TemporaryFolder() override { return Fails(__func__, "") ? "" : temporaryFolder; }
 
  private:
-  bool Goes(const char* method, const std::string& path) { return !calls_.Fails("FileSystem", method, path); }
+  bool Fails(const char* method, const std::string& path) { return calls_.Fails("FileSystem", method, path); }
+  base::Outcome Refusal(const std::string& path) {
+    const auto entry = disk_.Find(path);
+    return base::Failure(path + (!entry ? ": not found" : InUse(*entry) ? ": in use" : ": refused"));
+  }
+  template <class Work>
+  base::Outcome Do(const char* method, const std::string& path, Work work) {
+    if (Fails(method, path)) return InjectedFault(path);
+    return work() ? base::Outcome() : Refusal(path);
+  }
+  /// `find` yields the file, or null when there is none to be opened.
+  template <class File, class Find>
+  base::Obtained<typename File::Opened> Open(const char* method, const std::string& path, Find find) {
+    if (Fails(method, path)) return InjectedFault(path);
+    if (const std::shared_ptr<Entry> file = find()) return std::make_unique<File>(file, disk_, calls_, path);
+    return Refusal(path);
+  }
   std::shared_ptr<Entry> Readable(const std::string& path) {
     const auto file = disk_.Find(path);
     return file && !file->isFolder && file->writers == 0 ? file : nullptr;
-  }
-  /// Null when there is no file.
-  template <class File>
-  std::unique_ptr<File> Opened(const std::string& path, const std::shared_ptr<Entry>& file) {
-    return file ? std::make_unique<File>(file, disk_, calls_, path) : nullptr;
   }
 
   Disk& disk_;
@@ -92,33 +204,34 @@ class FakeFileSystem : public host::FileSystem {
 
 class FakeDrives : public host::Drives {
  public:
-  FakeDrives(Disk& disk, CallCounter& calls) : disk_(disk), calls_(calls) {}
+  FakeDrives(Disk& disk, CallCounter& calls) : disk_(disk), calls_(calls, "Drives") {}
 
-  bool IsReady(const std::string& drive) override { return Ready(__func__, drive) != nullptr; }
+  bool IsReady(const std::string& drive) override { return !calls_.Fails(__func__, drive) && Ready(drive) != nullptr; }
   std::int64_t FreeSpace(const std::string& drive) override {
-    return Ready(__func__, drive) == nullptr ? -1 : disk_.FreeSpace(drive);
+    return calls_.Fails(__func__, drive) || Ready(drive) == nullptr ? -1 : disk_.FreeSpace(drive);
   }
-  std::int32_t VolumeLabel(const std::string& drive, std::string& label) override {
-    const Drive* found = Ready(__func__, drive);
-    if (found != nullptr) label = found->label;
-    return found != nullptr ? 0 : -1;
+  std::optional<std::string> VolumeLabel(const std::string& drive) override {
+    const Drive* found = calls_.Fails(__func__, drive) ? nullptr : Ready(drive);
+    return found == nullptr ? std::nullopt : std::optional(found->label);
   }
-  std::int32_t SetVolumeLabel(const std::string& drive, const std::string& label) override {
-    Drive* found = Ready(__func__, drive);
-    if (found != nullptr) found->label = label;
-    return found != nullptr ? 0 : -1;
+  base::Outcome SetVolumeLabel(const std::string& drive, const std::string& label) override {
+    const auto set = [&] {
+      Drive* found = Ready(drive);
+      if (found != nullptr) found->label = label;
+      return found != nullptr;
+    };
+    return calls_.Do(__func__, drive, set, "not ready");
   }
 
  private:
-  /// The drive when it is ready and the call is not to fail; else null.
-  Drive* Ready(const char* method, const std::string& drive) {
-    const bool fails = calls_.Fails("Drives", method, drive);
+  /// Null when the drive is not there or not ready.
+  Drive* Ready(const std::string& drive) {
     Drive* found = disk_.FindDrive(drive);
-    return fails || found == nullptr || !found->ready ? nullptr : found;
+    return found == nullptr || !found->ready ? nullptr : found;
   }
 
   Disk& disk_;
-  CallCounter& calls_;
+  ContractCalls calls_;
 };
 
 }  // namespace fakes

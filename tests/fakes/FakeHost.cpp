@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "fakes/CommandLineTools.h"
 #include "fakes/Text.h"
 
 namespace fakes {

@@ -1,15 +1,14 @@
 // A whole imaginary workstation in one object.
 #pragma once
 
-#include "fakes/Cabinet.h"
 #include "fakes/CallCounter.h"
 #include "fakes/Disk.h"
 #include "fakes/FakeComponents.h"
+#include "fakes/FakeDatabases.h"
+#include "fakes/FakeDesktop.h"
 #include "fakes/FakeFileSystem.h"
 #include "fakes/FakeLibraries.h"
-#include "fakes/FakePlatform.h"
 #include "fakes/FakeProcesses.h"
-#include "fakes/FakeShell.h"
 #include "fakes/ScriptedOperator.h"
 #include "host/Host.h"
 

@@ -54,8 +54,9 @@ class FakeProcesses : public host::Processes {
         std::ranges::count_if(started, [&](const auto& each) { return each.commandLine.starts_with(head); }));
   }
 
-  std::unique_ptr<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override {
-    if (calls_.Fails("Processes", __func__, commandLine) || !Find(commandLine)) return nullptr;
+  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override {
+    if (calls_.Fails("Processes", __func__, commandLine)) return InjectedFault(commandLine);
+    if (!Find(commandLine)) return base::Failure(commandLine + ": not found");
     started.push_back({commandLine, disk_.CurrentFolder(), style});
     return std::make_unique<Program>(*this, started.size() - 1);
   }
@@ -72,7 +73,7 @@ class FakeProcesses : public host::Processes {
   struct Program : host::StartedProgram {
     Program(FakeProcesses& owner, std::size_t place) : processes(owner), number(place) {}
     std::uint32_t Id() const override { return 4000 + 4 * static_cast<std::uint32_t>(number); }
-    std::int32_t Wait(std::uint32_t& exitCode) override { return processes.Work(number, exitCode); }
+    std::optional<std::uint32_t> Wait() override { return processes.Work(number); }
 
     FakeProcesses& processes;
     std::size_t number;
@@ -90,7 +91,8 @@ class FakeProcesses : public host::Processes {
     return {};
   }
 
-  std::int32_t Work(std::size_t number, std::uint32_t& exitCode) {
+  /// The exit code, unless it is not to be had.
+  std::optional<std::uint32_t> Work(std::size_t number) {
     const StartRecord record = started[number];
     if (beforeWork) beforeWork(record.commandLine);
     const std::string callersFolder = disk_.CurrentFolder();
@@ -99,9 +101,7 @@ class FakeProcesses : public host::Processes {
     const std::uint32_t code = action ? action(disk_, SplitCommandLine(record.commandLine)) : 1;
     disk_.SetCurrentFolder(callersFolder);
     started[number].waitedFor = true;
-    if (calls_.Fails("StartedProgram", "Wait", record.commandLine)) return -1;
-    exitCode = code;
-    return 0;
+    return calls_.Fails("StartedProgram", "Wait", record.commandLine) ? std::nullopt : std::optional(code);
   }
 
   Disk& disk_;

@@ -75,7 +75,7 @@ void ScriptedOperator::AtForm(forms::Form& form) {
   if (step.work) step.work(&form);
 }
 
-std::int32_t ScriptedOperator::AtMessage(const ShownMessage& message) {
+host::Answer ScriptedOperator::AtMessage(const ShownMessage& message) {
   messages_.push_back(message);
   const std::string what = NameOf(message.id);
   if (steps_.empty() && messageHabit) {

@@ -20,6 +20,8 @@
 
 #include "forms/Form.h"
 #include "forms/Toolkit.h"
+#include "host/Components.h"
+#include "host/Desktop.h"
 
 namespace fakes {
 
@@ -37,9 +39,14 @@ void Type(forms::TextBox& box, const std::string& text);
 /// Picks an entry, or types it where the list lacks it.
 void Choose(forms::ComboBox& box, const std::string& text);
 
+/// The number of a message, in digits.
+inline std::string NumberOf(base::MessageId id) {
+  return std::to_string(static_cast<std::int32_t>(id));
+}
+
 /// A message that was shown.
 struct ShownMessage {
-  std::int32_t id;
+  base::MessageId id;
   std::string text1;
   std::string text2;
   std::string text3;
@@ -58,17 +65,17 @@ class ScriptedOperator {
   ScriptedOperator& Expect(std::function<void(F&)> step) {
     return Add({NameOf(typeid(F)), OnForm<F>(std::move(step))});
   }
-  /// Message `id` appears; the person does `before`, such as changing the disk, and answers with
-  /// the button code `answer`.
-  ScriptedOperator& ExpectMessage(std::int32_t id, std::int32_t answer = 0, std::function<void()> before = {}) {
+  /// Message `id` appears; the person does `before`, such as changing the disk, and gives the answer, if it is asked.
+  ScriptedOperator& ExpectMessage(base::MessageId id, host::Answer answer = host::Answer::NotShown,
+                                  std::function<void()> before = {}) {
     return Add({NameOf(id), [=](forms::Form*) { before ? before() : void(); }, answer});
   }
   /// The plain message box of start-up appears with this text.
   ScriptedOperator& ExpectPlainMessage(const std::string& text) { return Add({"plain message: " + text}); }
   /// The folder browser opens and yields `folder`, empty for a cancel.
-  ScriptedOperator& ExpectBrowse(const std::string& folder) { return Add({kBrowser, {}, 0, folder}); }
-  /// The format dialog opens and ends with `result`.
-  ScriptedOperator& ExpectFormat(std::int32_t result) { return Add({kFormatDialog, {}, result}); }
+  ScriptedOperator& ExpectBrowse(const std::string& folder) { return Add({kBrowser, {}, {}, {}, folder}); }
+  /// The format dialog opens and ends so.
+  ScriptedOperator& ExpectFormat(host::FormatAnswer result) { return Add({kFormatDialog, {}, {}, result}); }
 
   /// For runs whose course is not known beforehand: what the person does at a form, or
   /// answers to a message, when no step is left in the script. More than `limit` such steps
@@ -77,12 +84,12 @@ class ScriptedOperator {
   void Habit(std::function<void(F&)> step) {
     habits_[NameOf(typeid(F))] = OnForm<F>(std::move(step));
   }
-  std::function<std::int32_t(std::int32_t id)> messageHabit;
+  std::function<host::Answer(base::MessageId id)> messageHabit;
   int limit = 1000;
 
   /// Everything that was shown, in order.
   const std::vector<ShownMessage>& Messages() const { return messages_; }
-  bool WasShown(std::int32_t id) const {
+  bool WasShown(base::MessageId id) const {
     return std::ranges::find(messages_, id, &ShownMessage::id) != messages_.end();
   }
   /// How many plain message boxes were shown.
@@ -93,24 +100,27 @@ class ScriptedOperator {
 
   /// Called by the toolkit, the message dialog and the shell.
   void AtForm(forms::Form& form);
-  std::int32_t AtMessage(const ShownMessage& message);
+  host::Answer AtMessage(const ShownMessage& message);
   void AtPlainMessage(const std::string& text);
   std::string AtBrowse() { return Take(kBrowser).folder; }
-  std::int32_t AtFormat() { return steps_.empty() && messageHabit ? 0 : Take(kFormatDialog).answer; }
+  host::FormatAnswer AtFormat() {
+    return steps_.empty() && messageHabit ? host::FormatAnswer::Done : Take(kFormatDialog).format;
+  }
 
  private:
   using Work = std::function<void(forms::Form*)>;
   struct Step {
     std::string what;  ///< has to come
     Work work = {};
-    std::int32_t answer = 0;
+    host::Answer answer = host::Answer::NotShown;
+    host::FormatAnswer format = host::FormatAnswer::Done;
     std::string folder = {};
   };
   static constexpr const char* kBrowser = "the folder browser";
   static constexpr const char* kFormatDialog = "the format dialog";
 
   static std::string NameOf(const std::type_info& form) { return std::string("form ") + form.name(); }
-  static std::string NameOf(std::int32_t message) { return "message " + std::to_string(message); }
+  static std::string NameOf(base::MessageId message) { return "message " + NumberOf(message); }
   template <class F>
   static Work OnForm(std::function<void(F&)> step) {
     return [step = std::move(step)](forms::Form* form) { step(dynamic_cast<F&>(*form)); };

@@ -10,10 +10,15 @@ namespace {
 // A folder's path must leave room for a file name of the old kind, 8.3.
 constexpr std::size_t kLongestPlainPath = MAX_PATH - 13;
 
+// What stands before a path that knows no limit: one of a drive, and one of the network in place of its "\\".
+constexpr std::wstring_view kNoLimit = LR"(\\?\)";
+constexpr std::wstring_view kNoLimitOfNetwork = LR"(\\?\UNC\)";
+constexpr std::wstring_view kNetwork = LR"(\\)";
+
 std::wstring WithoutLimit(const std::wstring& fullPath) {
-  if (fullPath.starts_with(LR"(\\?\)") || fullPath.starts_with(LR"(\\.\)")) return fullPath;
-  if (fullPath.starts_with(LR"(\\)")) return LR"(\\?\UNC\)" + fullPath.substr(2);
-  return LR"(\\?\)" + fullPath;
+  if (fullPath.starts_with(kNoLimit) || fullPath.starts_with(LR"(\\.\)")) return fullPath;
+  if (fullPath.starts_with(kNetwork)) return std::wstring(kNoLimitOfNetwork) + fullPath.substr(kNetwork.size());
+  return std::wstring(kNoLimit) + fullPath;
 }
 
 }  // namespace
@@ -43,6 +48,11 @@ std::wstring UnlimitedPath(const std::string& path) {
   if (full.empty()) return full;
   while (full.ends_with(L'\\')) full.pop_back();
   return WithoutLimit(full);
+}
+
+std::string ShownPath(const std::wstring& path) {
+  if (path.starts_with(kNoLimitOfNetwork)) return Utf8(std::wstring(kNetwork) + path.substr(kNoLimitOfNetwork.size()));
+  return Utf8(path.starts_with(kNoLimit) ? path.substr(kNoLimit.size()) : path);
 }
 
 }  // namespace windows

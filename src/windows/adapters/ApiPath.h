@@ -20,4 +20,7 @@ std::wstring ApiPath(const std::string& path);
 /// for walks below it. Empty when the path makes no sense.
 std::wstring UnlimitedPath(const std::string& path);
 
+/// A path of the wide API as a person writes it: in UTF-8, without the mark of the form that knows no limit.
+std::string ShownPath(const std::wstring& path);
+
 }  // namespace windows

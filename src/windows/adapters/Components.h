@@ -6,6 +6,17 @@
 
 namespace windows {
 
+// The names under which an integrator registers the host's components; "out" arguments are passed by reference.
+inline constexpr wchar_t kMessageDialogProgId[] = L"Tarsus.MessageDialog";
+inline constexpr wchar_t kLogWriterProgId[] = L"Tarsus.LogWriter";
+inline constexpr wchar_t kOperationRecorderProgId[] = L"Tarsus.OperationRecorder";
+inline constexpr wchar_t kAuditTrailProgId[] = L"Tarsus.AuditTrail";
+inline constexpr wchar_t kUserQueryProgId[] = L"Tarsus.UserQuery";
+inline constexpr wchar_t kUserAuthenticatorProgId[] = L"Tarsus.UserAuthenticator";
+inline constexpr wchar_t kMediaComponentProgId[] = L"Tarsus.MediaComponent";
+inline constexpr wchar_t kPersonalInfoFilterProgId[] = L"Tarsus.PersonalInfoFilter";
+inline constexpr wchar_t kStudyDatabaseQueryProgId[] = L"Tarsus.StudyDatabaseQuery";
+
 /// Creates the components by their ProgIDs; one that is not registered is a null pointer.
 class ComComponentFactory : public host::ComponentFactory {
  public:

@@ -3,17 +3,20 @@
 
 #include <vector>
 
+#include "windows/adapters/Text.h"
+
 namespace windows {
 namespace {
 
-DispatchPointer Create(const wchar_t* progId) {
+HRESULT Create(const wchar_t* progId, DispatchPointer& object) {
   CLSID classId;
-  void* object = nullptr;
-  if (FAILED(CLSIDFromProgID(progId, &classId)) ||
-      FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch, &object))) {
-    return nullptr;
-  }
-  return DispatchPointer(static_cast<IDispatch*>(object));
+  const HRESULT known = CLSIDFromProgID(progId, &classId);
+  if (FAILED(known)) return known;
+  void* created = nullptr;
+  const HRESULT result =
+      CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IDispatch, &created);
+  if (SUCCEEDED(result)) object.reset(static_cast<IDispatch*>(created));
+  return result;
 }
 
 }  // namespace
@@ -57,15 +60,19 @@ void Argument::Deliver() {
   if (textTarget_ != nullptr) *textTarget_ = TextOf(text_);
 }
 
-Dispatch::Dispatch(const wchar_t* progId) : object_(Create(progId)) {}
+Dispatch::Dispatch(const wchar_t* progId) : progId_(progId), absence_(Create(progId, object_)) {}
 
-HRESULT Dispatch::Invoke(const wchar_t* name, WORD kind, std::span<Argument> arguments, Variant* result) const {
-  if (object_ == nullptr) return E_POINTER;
+std::string Dispatch::NameOf(const wchar_t* member) const {
+  return (progId_.empty() ? std::string() : Utf8(progId_) + ".") + Utf8(member);
+}
+
+base::Outcome Dispatch::Invoke(const wchar_t* name, WORD kind, std::span<Argument> arguments, Variant* result) const {
+  if (object_ == nullptr) return FailedCom(NameOf(name), absence_);
   std::wstring member = name;
   LPOLESTR memberName = member.data();
   DISPID id = DISPID_UNKNOWN;
   const HRESULT known = object_->GetIDsOfNames(IID_NULL, &memberName, 1, LOCALE_USER_DEFAULT, &id);
-  if (FAILED(known)) return known;
+  if (FAILED(known)) return FailedCom(NameOf(name), known);
 
   std::vector<VARIANT> reversed;  // the last argument comes first
   for (auto argument = arguments.rbegin(); argument != arguments.rend(); ++argument) {
@@ -77,12 +84,12 @@ HRESULT Dispatch::Invoke(const wchar_t* name, WORD kind, std::span<Argument> arg
     parameters.rgdispidNamedArgs = &putId;
     parameters.cNamedArgs = 1;
   }
+  EXCEPINFO exception{};
   const HRESULT called = object_->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, kind, &parameters,
-                                         result == nullptr ? nullptr : result->Out(), nullptr, nullptr);
-  if (SUCCEEDED(called)) {
-    for (Argument& argument : arguments) argument.Deliver();
-  }
-  return called;
+                                         result == nullptr ? nullptr : result->Out(), &exception, nullptr);
+  if (FAILED(called)) return FailedCom(NameOf(name), called, &exception);
+  for (Argument& argument : arguments) argument.Deliver();
+  return {};
 }
 
 }  // namespace windows

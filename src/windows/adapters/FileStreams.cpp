@@ -42,35 +42,37 @@ bool FileTextReader::ReadLine(std::string& line) {
   return true;
 }
 
-std::int32_t FileBinaryWriter::Write(const std::byte* data, std::size_t count) {
-  if (!file_) return app::kFailed;
+base::Outcome FileBinaryWriter::Write(const std::byte* data, std::size_t count) {
+  if (!file_) return Failed(path_, ERROR_INVALID_HANDLE);
   while (count > 0) {
     const DWORD part = static_cast<DWORD>(std::min(count, kLargestTransfer));
     DWORD written = 0;
-    if (WriteFile(file_.Get(), data, part, &written, nullptr) == FALSE || written != part) return app::kFailed;
+    if (WriteFile(file_.Get(), data, part, &written, nullptr) == FALSE) return Failed(path_, GetLastError());
+    if (written != part) return Failed(path_, ERROR_DISK_FULL);
     data += part;
     count -= part;
   }
-  return app::kDone;
+  return {};
 }
 
-std::int32_t FileBinaryWriter::Close() {
-  if (!file_) return app::kDone;
+base::Outcome FileBinaryWriter::Close() {
+  if (!file_) return {};
   // A full or faulty medium may refuse what it has only taken into its cache so far.
-  const BOOL flushed = FlushFileBuffers(file_.Get());
-  const BOOL closed = file_.Close();
-  return ResultOf(flushed != FALSE && closed != FALSE);
+  base::Outcome flushed = OutcomeOf(FlushFileBuffers(file_.Get()), path_);
+  base::Outcome closed = OutcomeOf(file_.Close(), path_);
+  return flushed.IsDone() ? closed : flushed;
 }
 
-std::int32_t FileTextWriter::Write(const std::string& text) {
+base::Outcome FileTextWriter::Write(const std::string& text) {
   const std::string bytes = ToCodePage(text);
   return file_.Write(reinterpret_cast<const std::byte*>(bytes.data()), bytes.size());
 }
 
 std::int64_t FileBinaryReader::Read(std::byte* data, std::size_t count) {
+  constexpr std::int64_t kReadFault = -1;
   DWORD read = 0;
   const DWORD part = static_cast<DWORD>(std::min(count, kLargestTransfer));
-  return ReadFile(file_.Get(), data, part, &read, nullptr) == FALSE ? app::kFailed : std::int64_t{read};
+  return ReadFile(file_.Get(), data, part, &read, nullptr) == FALSE ? kReadFault : std::int64_t{read};
 }
 
 }  // namespace windows

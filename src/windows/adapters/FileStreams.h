@@ -1,15 +1,15 @@
-// Readers and writers on Windows files.
+// Readers and writers on Windows files. Each is made from the open file and its path.
 #pragma once
 
 #include "host/FileSystem.h"
-#include "windows/adapters/Handles.h"
+#include "windows/adapters/Win32.h"
 
 namespace windows {
 
 /// Reads in blocks of 64 KB and decodes line by line.
 class FileTextReader : public host::TextReader {
  public:
-  explicit FileTextReader(Handle file) : file_(std::move(file)) {}
+  FileTextReader(Handle file, const std::string& /*path*/) : file_(std::move(file)) {}
   bool ReadLine(std::string& line) override;
   bool Failed() const override { return failed_; }
 
@@ -25,19 +25,20 @@ class FileTextReader : public host::TextReader {
 /// Each write goes to the system at once, so that its failure is the caller's to see.
 class FileBinaryWriter : public host::BinaryWriter {
  public:
-  explicit FileBinaryWriter(Handle file) : file_(std::move(file)) {}
-  std::int32_t Write(const std::byte* data, std::size_t count) override;
-  std::int32_t Close() override;
+  FileBinaryWriter(Handle file, std::string path) : file_(std::move(file)), path_(std::move(path)) {}
+  base::Outcome Write(const std::byte* data, std::size_t count) override;
+  base::Outcome Close() override;
 
  private:
   Handle file_;
+  std::string path_;  ///< for the words of a failure
 };
 
 class FileTextWriter : public host::TextWriter {
  public:
-  explicit FileTextWriter(Handle file) : file_(std::move(file)) {}
-  std::int32_t Write(const std::string& text) override;
-  std::int32_t Close() override { return file_.Close(); }
+  FileTextWriter(Handle file, std::string path) : file_(std::move(file), std::move(path)) {}
+  base::Outcome Write(const std::string& text) override;
+  base::Outcome Close() override { return file_.Close(); }
 
  private:
   FileBinaryWriter file_;
@@ -45,7 +46,7 @@ class FileTextWriter : public host::TextWriter {
 
 class FileBinaryReader : public host::BinaryReader {
  public:
-  explicit FileBinaryReader(Handle file) : file_(std::move(file)) {}
+  FileBinaryReader(Handle file, const std::string& /*path*/) : file_(std::move(file)) {}
   std::int64_t Read(std::byte* data, std::size_t count) override;
 
  private:

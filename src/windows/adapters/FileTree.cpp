@@ -1,14 +1,18 @@
 // What Win32FileSystem does in more than one step.
 #include "windows/adapters/FileTree.h"
 
+#include <sddl.h>
+
 #include <algorithm>
 #include <atomic>
+#include <mutex>
 #include <string_view>
 #include <system_error>
 #include <thread>
 #include <vector>
 
-#include "windows/adapters/Handles.h"
+#include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Results.h"
 
 namespace windows {
 namespace {
@@ -32,43 +36,56 @@ std::wstring FreeNameBeside(const std::wstring& file) {
   return name;
 }
 
-bool DeleteFolder(const std::wstring& folder) {
-  if (RemoveDirectoryW(folder.c_str()) != FALSE) return true;
-  return SetFileAttributesW(folder.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE &&
-         RemoveDirectoryW(folder.c_str()) != FALSE;
+DWORD DeleteFolder(const std::wstring& folder) {
+  if (RemoveDirectoryW(folder.c_str()) != FALSE) return ERROR_SUCCESS;
+  const DWORD error = GetLastError();
+  if (SetFileAttributesW(folder.c_str(), FILE_ATTRIBUTE_NORMAL) == FALSE) return error;
+  return RemoveDirectoryW(folder.c_str()) != FALSE ? ERROR_SUCCESS : GetLastError();
 }
 
-/// Adds what lies below `folder`, and the folder itself behind everything in it. False when a folder cannot be read to
-/// its end.
-bool ListTree(const std::wstring& folder, std::vector<std::wstring>& files, std::vector<std::wstring>& folders,
-              const std::function<void()>& afterEach) {
-  bool read = true;
+/// The first thing that went wrong with a tree; told from several threads.
+class FirstFailure {
+ public:
+  void Note(const std::wstring& path, DWORD error) {
+    if (error == ERROR_SUCCESS) return;
+    const std::lock_guard lock(mutex_);
+    if (first_.IsDone()) first_ = Failed(ShownPath(path), error);
+  }
+  const base::Outcome& Told() const { return first_; }
+
+ private:
+  std::mutex mutex_;
+  base::Outcome first_;
+};
+
+/// Adds what lies below `folder`, and the folder itself behind everything in it.
+void ListTree(const std::wstring& folder, std::vector<std::wstring>& files, std::vector<std::wstring>& folders,
+              const std::function<void()>& afterEach, FirstFailure& failure) {
   const auto add = [&](const WIN32_FIND_DATAW& entry) {
     const std::wstring path = folder + L'\\' + entry.cFileName;
     if ((entry.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
       files.push_back(path);
     } else {
-      read = ListTree(path, files, folders, afterEach) && read;
+      ListTree(path, files, folders, afterEach, failure);
     }
     afterEach();
   };
   // Of a link only the link goes; what it points to stays.
-  if (!HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) read = ForEachEntry(folder, add) && read;
+  if (!HasAttribute(folder, FILE_ATTRIBUTE_REPARSE_POINT)) failure.Note(folder, ForEachEntry(folder, add));
   folders.push_back(folder);
-  return read;
 }
 
 /// Deleting a file is mostly waiting for the system, so several threads do it side by side: once for a whole tree,
 /// because starting them costs what some ten files cost. This one calls `afterEach` behind each file of its share.
-/// False when any file stays; the others are deleted all the same.
-bool DeleteFiles(const std::vector<std::wstring>& files, const std::function<void()>& afterEach) {
+/// When a file stays, the others are deleted all the same.
+void DeleteFiles(const std::vector<std::wstring>& files, const std::function<void()>& afterEach,
+                 FirstFailure& failure) {
   constexpr std::size_t kHelpers = 3;
   constexpr std::size_t kWorthAHelper = 16;  // files
   std::atomic<std::size_t> next = 0;
-  std::atomic<bool> deleted = true;
   const auto work = [&](const std::function<void()>& after) {
     for (std::size_t i = next++; i < files.size(); i = next++) {
-      if (!DeleteForced(files[i])) deleted = false;
+      failure.Note(files[i], DeleteForced(files[i]));
       after();
     }
   };
@@ -79,8 +96,6 @@ bool DeleteFiles(const std::vector<std::wstring>& files, const std::function<voi
     // Fewer threads take longer and do the same.
   }
   work(afterEach);
-  helpers.clear();
-  return deleted;
 }
 
 DWORD CALLBACK CallOnProgress(LARGE_INTEGER /*size*/, LARGE_INTEGER /*copied*/, LARGE_INTEGER /*streamSize*/,
@@ -90,65 +105,108 @@ DWORD CALLBACK CallOnProgress(LARGE_INTEGER /*size*/, LARGE_INTEGER /*copied*/, 
   return PROGRESS_CONTINUE;
 }
 
+/// The user of this process as text, such as "S-1-5-21-...-1001"; empty, and an `error`, when it cannot be had.
+std::wstring UserSid(DWORD& error) {
+  HANDLE raw = nullptr;
+  wchar_t* text = nullptr;
+  const bool opened = OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &raw) != FALSE;
+  error = GetLastError();
+  if (!opened) return {};
+  const Handle token(raw);
+  DWORD size = 0;
+  GetTokenInformation(token.Get(), TokenUser, nullptr, 0, &size);
+  std::vector<std::byte> buffer(size);
+  const bool found = size != 0 && GetTokenInformation(token.Get(), TokenUser, buffer.data(), size, &size) != FALSE &&
+                     ConvertSidToStringSidW(reinterpret_cast<const TOKEN_USER*>(buffer.data())->User.Sid, &text);
+  error = GetLastError();
+  return found ? std::wstring(LocalMemory<wchar_t>(text).get()) : std::wstring();
+}
+
 }  // namespace
 
-bool ForEachEntry(const std::wstring& folder, const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
+DWORD ForEachEntry(const std::wstring& folder, const std::function<void(const WIN32_FIND_DATAW&)>& visit) {
+  const std::wstring pattern = folder + L"\\*";
   WIN32_FIND_DATAW entry;
-  const HANDLE first = FindFirstFileW((folder + L"\\*").c_str(), &entry);
-  // An empty root has not even "." in it.
-  if (first == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;
+  const HANDLE first = FindFirstFileW(pattern.c_str(), &entry);
+  if (first == INVALID_HANDLE_VALUE) {
+    const DWORD error = GetLastError();
+    // An empty root has not even "." in it.
+    return error == ERROR_FILE_NOT_FOUND ? DWORD{ERROR_SUCCESS} : error;
+  }
   const FindHandle search(first);
   do {
     const std::wstring_view name = entry.cFileName;
     if (name != L"." && name != L"..") visit(entry);
   } while (FindNextFileW(search.get(), &entry) != FALSE);
-  return GetLastError() == ERROR_NO_MORE_FILES;
+  const DWORD error = GetLastError();
+  return error == ERROR_NO_MORE_FILES ? DWORD{ERROR_SUCCESS} : error;
 }
 
-bool DeleteForced(const std::wstring& file) {
-  if (DeleteFileW(file.c_str()) != FALSE) return true;
-  return HasAttribute(file, FILE_ATTRIBUTE_READONLY) &&
-         SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) != FALSE && DeleteFileW(file.c_str()) != FALSE;
+DWORD DeleteForced(const std::wstring& file) {
+  if (DeleteFileW(file.c_str()) != FALSE) return ERROR_SUCCESS;
+  const DWORD error = GetLastError();
+  if (!HasAttribute(file, FILE_ATTRIBUTE_READONLY) || SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) == FALSE)
+    return error;
+  return DeleteFileW(file.c_str()) != FALSE ? ERROR_SUCCESS : GetLastError();
 }
 
-bool DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach) {
+base::Outcome DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach) {
   std::vector<std::wstring> files;
   std::vector<std::wstring> folders;
-  bool deleted = ListTree(folder, files, folders, afterEach);
-  deleted = DeleteFiles(files, afterEach) && deleted;
+  FirstFailure failure;
+  ListTree(folder, files, folders, afterEach, failure);
+  DeleteFiles(files, afterEach, failure);
   for (const std::wstring& each : folders) {
-    deleted = DeleteFolder(each) && deleted;
+    failure.Note(each, DeleteFolder(each));
     afterEach();
   }
-  return deleted;
+  return failure.Told();
 }
 
 long long SizeOf(const std::wstring& file) {
+  constexpr long long kNotKnown = -1;
   const Handle handle(CreateFileW(file.c_str(), FILE_READ_ATTRIBUTES,
                                   FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, OPEN_EXISTING, 0,
                                   nullptr));
   LARGE_INTEGER size{};
-  return handle && GetFileSizeEx(handle.Get(), &size) != FALSE ? size.QuadPart : -1;
+  return handle && GetFileSizeEx(handle.Get(), &size) != FALSE ? size.QuadPart : kNotKnown;
 }
 
-bool CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
-  if (Exists(target)) return false;
+DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
+  if (Exists(target)) return ERROR_FILE_EXISTS;
   std::function<void()> call = meanwhile;
   const bool copied =
       CopyFileExW(source.c_str(), target.c_str(), CallOnProgress, &call, nullptr, COPY_FILE_FAIL_IF_EXISTS) != FALSE;
+  const DWORD error = GetLastError();
   // A source that could not be read to its end has been seen to count as copied.
   const long long size = SizeOf(source);
-  if (copied && size >= 0 && size == SizeOf(target)) return true;
+  if (copied && size >= 0 && size == SizeOf(target)) return ERROR_SUCCESS;
   DeleteForced(target);
-  return false;
+  return copied ? ERROR_READ_FAULT : error;
 }
 
-bool CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
+DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
   const std::wstring copy = FreeNameBeside(target);
-  if (!CopyToNewFile(source, copy, meanwhile)) return false;
-  if (MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return true;
+  DWORD error = CopyToNewFile(source, copy, meanwhile);
+  if (error != ERROR_SUCCESS) return error;
+  if (MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return ERROR_SUCCESS;
+  error = GetLastError();
   DeleteForced(copy);
-  return false;
+  return error;
+}
+
+DWORD CreatePrivateFolder(const std::wstring& path) {
+  DWORD error = ERROR_SUCCESS;
+  const std::wstring user = UserSid(error);
+  if (user.empty()) return error;
+  const std::wstring list = L"D:P(A;OICI;FA;;;SY)(A;OICI;FA;;;BA)(A;OICI;FA;;;" + user + L")";
+  void* descriptor = nullptr;
+  if (ConvertStringSecurityDescriptorToSecurityDescriptorW(list.c_str(), SDDL_REVISION_1, &descriptor, nullptr) ==
+      FALSE)
+    return GetLastError();
+  const LocalMemory<void> owner(descriptor);
+  SECURITY_ATTRIBUTES attributes{sizeof(SECURITY_ATTRIBUTES), descriptor, FALSE};
+  return CreateDirectoryW(path.c_str(), &attributes) != FALSE ? ERROR_SUCCESS : GetLastError();
 }
 
 }  // namespace windows

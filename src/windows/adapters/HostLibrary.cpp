@@ -1,8 +1,6 @@
 // Loading of the host's DLLs.
 #include "windows/adapters/HostLibrary.h"
 
-#include <string>
-
 #include "windows/adapters/ApiPath.h"
 
 namespace windows {
@@ -14,13 +12,17 @@ std::wstring SystemFolder() {
   return path + L'\\';
 }
 
-HMODULE Load(const wchar_t* fileName) {
+/// `error` is that of the first try, unless that one knew nothing of its flags.
+HMODULE Load(const wchar_t* fileName, DWORD& error) {
   constexpr DWORD kTrustedFolders = LOAD_LIBRARY_SEARCH_APPLICATION_DIR | LOAD_LIBRARY_SEARCH_SYSTEM32;
   const HMODULE library = LoadLibraryExW(fileName, nullptr, kTrustedFolders);
-  if (library != nullptr || GetLastError() != ERROR_INVALID_PARAMETER) return library;
+  error = GetLastError();
+  if (library != nullptr || error != ERROR_INVALID_PARAMETER) return library;
   // A Windows 7 without its later updates does not know these flags.
   for (const std::wstring& folder : {ProgramFolder(), SystemFolder()}) {
-    const HMODULE found = LoadLibraryExW((folder + fileName).c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    const std::wstring path = folder + fileName;
+    const HMODULE found = LoadLibraryExW(path.c_str(), nullptr, LOAD_WITH_ALTERED_SEARCH_PATH);
+    error = GetLastError();
     if (found != nullptr) return found;
   }
   return nullptr;
@@ -28,10 +30,11 @@ HMODULE Load(const wchar_t* fileName) {
 
 }  // namespace
 
-HostLibrary::HostLibrary(const wchar_t* fileName) : library_(Load(fileName)) {}
+HostLibrary::HostLibrary(const wchar_t* fileName) : fileName_(Utf8(fileName)), library_(Load(fileName, loadError_)) {}
 
-FARPROC HostLibrary::Address(const char* exportName) {
+FARPROC HostLibrary::Address(const char* exportName, DWORD& absence) {
   const FARPROC address = library_ == nullptr ? nullptr : GetProcAddress(library_.get(), exportName);
+  absence = library_ == nullptr ? loadError_ : GetLastError();
   exports_.push_back({exportName, address != nullptr});
   return address;
 }

@@ -1,11 +1,12 @@
-// Files and folders through the wide API.
+// Files, folders and drives through the wide API.
 #include "windows/adapters/Win32FileSystem.h"
 
-#include "app/TextFormat.h"
+#include <limits>
+
+#include "base/Wildcard.h"
 #include "windows/adapters/ApiPath.h"
 #include "windows/adapters/FileStreams.h"
 #include "windows/adapters/FileTree.h"
-#include "windows/adapters/PrivateFolder.h"
 #include "windows/adapters/Results.h"
 #include "windows/adapters/Text.h"
 
@@ -24,24 +25,50 @@ bool IsDriveRoot(std::wstring_view unlimitedPath) {
   return unlimitedPath.ends_with(L':');
 }
 
+/// How a file is opened. Its fields are those of the system's call.
+struct Opening {
+  DWORD access;
+  DWORD sharing;
+  DWORD disposition;
+  DWORD flags;
+};
+
 /// A reader leaves others their access: logs and databases are in use while they are read.
-Handle OpenForReading(const std::string& path) {
-  return Handle(CreateFileW(ApiPath(path).c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
-                            OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN, nullptr));
+constexpr Opening kForReading = {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
+                                 FILE_FLAG_SEQUENTIAL_SCAN};
+constexpr Opening kForWriting = {GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL};
+constexpr Opening kForAppending = {FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL};
+
+template <typename Contract, typename Stream>
+base::Obtained<Contract> Open(const std::string& path, const Opening& how) {
+  const std::wstring name = ApiPath(path);
+  Handle file(CreateFileW(name.c_str(), how.access, how.sharing, nullptr, how.disposition, how.flags, nullptr));
+  if (!file) return Failed(path, GetLastError());
+  return std::make_unique<Stream>(std::move(file), path);
 }
 
-Handle OpenForWriting(const std::string& path, DWORD access, DWORD disposition) {
-  return Handle(CreateFileW(ApiPath(path).c_str(), access, FILE_SHARE_READ, nullptr, disposition, FILE_ATTRIBUTE_NORMAL,
-                            nullptr));
-}
-
-template <typename Stream>
-std::unique_ptr<Stream> StreamOn(Handle file) {
-  return file ? std::make_unique<Stream>(std::move(file)) : nullptr;
+/// What a failure of two paths is about.
+std::string FromTo(const std::string& source, const std::string& target) {
+  return source + " to " + target;
 }
 
 std::uint64_t SizeIn(const WIN32_FIND_DATAW& entry) {
   return (std::uint64_t{entry.nFileSizeHigh} << 32) | entry.nFileSizeLow;
+}
+
+/// "A:" as "A:\", the only form that the volume calls take. What names no drive becomes a name that
+/// no volume has: the calls would take an empty one for the current drive.
+std::wstring RootOf(const std::string& drive) {
+  const bool namesDrive = drive.size() == 2 && drive[1] == ':';
+  return (namesDrive ? Utf16(drive) : L"?:") + L'\\';
+}
+
+BOOL ReadLabel(const std::string& drive, std::wstring& label) {
+  wchar_t name[MAX_PATH + 1] = {};
+  const BOOL read =
+      GetVolumeInformationW(RootOf(drive).c_str(), name, MAX_PATH + 1, nullptr, nullptr, nullptr, nullptr, 0);
+  label = name;
+  return read;
 }
 
 }  // namespace
@@ -60,90 +87,98 @@ std::int64_t Win32FileSystem::FileSize(const std::string& path) {
   return SizeOf(ApiPath(path));
 }
 
-std::int32_t Win32FileSystem::List(const std::string& folder, const std::string& pattern,
-                                   std::vector<host::FolderEntry>& entries) {
+base::Outcome Win32FileSystem::List(const std::string& folder, const std::string& pattern,
+                                    std::vector<host::FolderEntry>& entries) {
   entries.clear();
+  const std::wstring path = UnlimitedPath(folder);
+  if (path.empty()) return Failed(folder, ERROR_BAD_PATHNAME);
   // The pattern is matched here: the system would also match the short 8.3 names that it
   // keeps beside the long ones, and so take "a.cabinet" for "*.cab".
-  const std::wstring path = UnlimitedPath(folder);
-  const bool read = !path.empty() && ForEachEntry(path, [&](const WIN32_FIND_DATAW& entry) {
+  const DWORD error = ForEachEntry(path, [&](const WIN32_FIND_DATAW& entry) {
     StayAlive();
     const std::string name = Utf8(entry.cFileName);
-    if (!app::MatchesFileName(name, pattern)) return;
+    if (!base::MatchesFileName(name, pattern)) return;
     const bool isFolder = IsFolder(entry.dwFileAttributes);
     entries.push_back({name, isFolder, isFolder ? 0 : SizeIn(entry)});
   });
-  if (!read) entries.clear();
-  return ResultOf(read);
+  if (error != ERROR_SUCCESS) entries.clear();
+  return OutcomeOfError(error, folder);
 }
 
-std::unique_ptr<host::TextReader> Win32FileSystem::OpenText(const std::string& path) {
-  return StreamOn<FileTextReader>(OpenForReading(path));
+base::Obtained<host::TextReader> Win32FileSystem::OpenText(const std::string& path) {
+  return Open<host::TextReader, FileTextReader>(path, kForReading);
 }
 
-std::unique_ptr<host::TextWriter> Win32FileSystem::AppendText(const std::string& path) {
-  return StreamOn<FileTextWriter>(OpenForWriting(path, FILE_APPEND_DATA, OPEN_ALWAYS));
+base::Obtained<host::TextWriter> Win32FileSystem::AppendText(const std::string& path) {
+  return Open<host::TextWriter, FileTextWriter>(path, kForAppending);
 }
 
-std::unique_ptr<host::TextWriter> Win32FileSystem::CreateText(const std::string& path) {
-  return StreamOn<FileTextWriter>(OpenForWriting(path, GENERIC_WRITE, CREATE_ALWAYS));
+base::Obtained<host::TextWriter> Win32FileSystem::CreateText(const std::string& path) {
+  return Open<host::TextWriter, FileTextWriter>(path, kForWriting);
 }
 
-std::unique_ptr<host::BinaryReader> Win32FileSystem::OpenBinary(const std::string& path) {
-  return StreamOn<FileBinaryReader>(OpenForReading(path));
+base::Obtained<host::BinaryReader> Win32FileSystem::OpenBinary(const std::string& path) {
+  return Open<host::BinaryReader, FileBinaryReader>(path, kForReading);
 }
 
-std::unique_ptr<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
-  return StreamOn<FileBinaryWriter>(OpenForWriting(path, GENERIC_WRITE, CREATE_ALWAYS));
+base::Obtained<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
+  return Open<host::BinaryWriter, FileBinaryWriter>(path, kForWriting);
 }
 
-std::int32_t Win32FileSystem::RemoveFile(const std::string& path) {
-  return ResultOf(DeleteForced(ApiPath(path)));
+base::Outcome Win32FileSystem::RemoveFile(const std::string& path) {
+  return OutcomeOfError(DeleteForced(ApiPath(path)), path);
 }
 
-std::int32_t Win32FileSystem::RemoveFolder(const std::string& path) {
+base::Outcome Win32FileSystem::RemoveFolder(const std::string& path) {
   const std::wstring folder = UnlimitedPath(path);
+  if (folder.empty()) return Failed(path, ERROR_BAD_PATHNAME);
   // A drive has no folder of its own to delete; emptying it instead would be a disaster.
-  if (folder.empty() || IsDriveRoot(folder) || !FolderExists(path)) return app::kFailed;
+  if (IsDriveRoot(folder)) return Failed(path, ERROR_CURRENT_DIRECTORY);
+  if (!FolderExists(path)) return Failed(path, ERROR_PATH_NOT_FOUND);
   // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
   constexpr int kTries = 20;
   constexpr DWORD kPause = 25;  // milliseconds
-  for (int tries = 1; !DeleteTree(folder, [this] { StayAlive(); }); ++tries) {
-    if (tries == kTries) return app::kFailed;
+  for (int tries = 1;; ++tries) {
+    base::Outcome deleted = DeleteTree(folder, [this] { StayAlive(); });
+    if (deleted.IsDone() || tries == kTries) return deleted;
     Sleep(kPause);
     StayAlive();
   }
-  return app::kDone;
 }
 
-std::int32_t Win32FileSystem::MoveTo(const std::string& source, const std::string& target) {
-  if (!FileExists(source)) return app::kFailed;
+base::Outcome Win32FileSystem::MoveTo(const std::string& source, const std::string& target) {
+  if (!FileExists(source)) return Failed(source, ERROR_FILE_NOT_FOUND);
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
-  if (MoveFileExW(from.c_str(), to.c_str(), 0) != FALSE) return app::kDone;
-  if (GetLastError() != ERROR_NOT_SAME_DEVICE) return app::kFailed;
-  // The system's own move to another volume deletes the source without a look at the copy.
-  return ResultOf(CopyToNewFile(from, to, [this] { StayAlive(); }) && DeleteForced(from));
+  if (MoveFileExW(from.c_str(), to.c_str(), 0) != FALSE) return {};
+  DWORD error = GetLastError();
+  if (error == ERROR_NOT_SAME_DEVICE) {
+    // The system's own move to another volume deletes the source without a look at the copy.
+    error = CopyToNewFile(from, to, [this] { StayAlive(); });
+    if (error == ERROR_SUCCESS) error = DeleteForced(from);
+  }
+  return OutcomeOfError(error, FromTo(source, target));
 }
 
-std::int32_t Win32FileSystem::CopyTo(const std::string& source, const std::string& target) {
+base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::string& target) {
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
   const bool isNew = AttributesOf(target) == INVALID_FILE_ATTRIBUTES;
   const auto meanwhile = [this] { StayAlive(); };
-  return ResultOf(isNew ? CopyToNewFile(from, to, meanwhile) : CopyOver(from, to, meanwhile));
+  const DWORD error = isNew ? CopyToNewFile(from, to, meanwhile) : CopyOver(from, to, meanwhile);
+  return OutcomeOfError(error, FromTo(source, target));
 }
 
-std::int32_t Win32FileSystem::ClearAttributes(const std::string& path) {
-  return ResultOf(SetFileAttributesW(ApiPath(path).c_str(), FILE_ATTRIBUTE_NORMAL));
+base::Outcome Win32FileSystem::ClearAttributes(const std::string& path) {
+  return OutcomeOf(SetFileAttributesW(ApiPath(path).c_str(), FILE_ATTRIBUTE_NORMAL), path);
 }
 
-std::int32_t Win32FileSystem::MakeFolder(const std::string& path) {
-  return ResultOf(CreateDirectoryW(ApiPath(path).c_str(), nullptr));
+base::Outcome Win32FileSystem::MakeFolder(const std::string& path) {
+  return OutcomeOf(CreateDirectoryW(ApiPath(path).c_str(), nullptr), path);
 }
 
-std::int32_t Win32FileSystem::MakePrivateFolder(const std::string& path) {
-  return ResultOf(CreatePrivateFolder(ApiPath(path)));
+base::Outcome Win32FileSystem::MakePrivateFolder(const std::string& path) {
+  return OutcomeOfError(CreatePrivateFolder(ApiPath(path)), path);
 }
 
 std::string Win32FileSystem::CurrentFolder() {
@@ -152,8 +187,8 @@ std::string Win32FileSystem::CurrentFolder() {
   return Utf8(folder);
 }
 
-std::int32_t Win32FileSystem::SetCurrentFolder(const std::string& path) {
-  return ResultOf(SetCurrentDirectoryW(Utf16(path).c_str()));
+base::Outcome Win32FileSystem::SetCurrentFolder(const std::string& path) {
+  return OutcomeOf(SetCurrentDirectoryW(Utf16(path).c_str()), path);
 }
 
 std::string Win32FileSystem::TemporaryFolder() {
@@ -161,6 +196,28 @@ std::string Win32FileSystem::TemporaryFolder() {
   const DWORD length = GetTempPathW(static_cast<DWORD>(folder.size()), folder.data());
   folder.resize(length <= MAX_PATH ? length : 0);
   return Utf8(folder);
+}
+
+bool Win32Drives::IsReady(const std::string& drive) {
+  std::wstring label;
+  return ReadLabel(drive, label) != FALSE;
+}
+
+std::int64_t Win32Drives::FreeSpace(const std::string& drive) {
+  constexpr std::int64_t kNotReady = -1;
+  constexpr ULONGLONG kMost = std::numeric_limits<std::int64_t>::max();
+  ULARGE_INTEGER available{};
+  if (GetDiskFreeSpaceExW(RootOf(drive).c_str(), &available, nullptr, nullptr) == FALSE) return kNotReady;
+  return static_cast<std::int64_t>(available.QuadPart < kMost ? available.QuadPart : kMost);
+}
+
+std::optional<std::string> Win32Drives::VolumeLabel(const std::string& drive) {
+  std::wstring label;
+  return ReadLabel(drive, label) != FALSE ? std::optional(Utf8(label)) : std::nullopt;
+}
+
+base::Outcome Win32Drives::SetVolumeLabel(const std::string& drive, const std::string& label) {
+  return OutcomeOf(SetVolumeLabelW(RootOf(drive).c_str(), Utf16(label).c_str()), drive);
 }
 
 }  // namespace windows

@@ -1,4 +1,4 @@
-// Files and folders through the wide API.
+// Files, folders and drives through the wide API.
 #pragma once
 
 #include "host/FileSystem.h"
@@ -14,22 +14,22 @@ class Win32FileSystem : public host::FileSystem {
   bool FileExists(const std::string& path) override;
   bool FolderExists(const std::string& path) override;
   std::int64_t FileSize(const std::string& path) override;
-  std::int32_t List(const std::string& folder, const std::string& pattern,
-                    std::vector<host::FolderEntry>& entries) override;
-  std::unique_ptr<host::TextReader> OpenText(const std::string& path) override;
-  std::unique_ptr<host::TextWriter> AppendText(const std::string& path) override;
-  std::unique_ptr<host::TextWriter> CreateText(const std::string& path) override;
-  std::unique_ptr<host::BinaryReader> OpenBinary(const std::string& path) override;
-  std::unique_ptr<host::BinaryWriter> CreateBinary(const std::string& path) override;
-  std::int32_t RemoveFile(const std::string& path) override;
-  std::int32_t RemoveFolder(const std::string& path) override;
-  std::int32_t MoveTo(const std::string& source, const std::string& target) override;
-  std::int32_t CopyTo(const std::string& source, const std::string& target) override;
-  std::int32_t ClearAttributes(const std::string& path) override;
-  std::int32_t MakeFolder(const std::string& path) override;
-  std::int32_t MakePrivateFolder(const std::string& path) override;
+  base::Outcome List(const std::string& folder, const std::string& pattern,
+                     std::vector<host::FolderEntry>& entries) override;
+  base::Obtained<host::TextReader> OpenText(const std::string& path) override;
+  base::Obtained<host::TextWriter> AppendText(const std::string& path) override;
+  base::Obtained<host::TextWriter> CreateText(const std::string& path) override;
+  base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override;
+  base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override;
+  base::Outcome RemoveFile(const std::string& path) override;
+  base::Outcome RemoveFolder(const std::string& path) override;
+  base::Outcome MoveTo(const std::string& source, const std::string& target) override;
+  base::Outcome CopyTo(const std::string& source, const std::string& target) override;
+  base::Outcome ClearAttributes(const std::string& path) override;
+  base::Outcome MakeFolder(const std::string& path) override;
+  base::Outcome MakePrivateFolder(const std::string& path) override;
   std::string CurrentFolder() override;
-  std::int32_t SetCurrentFolder(const std::string& path) override;
+  base::Outcome SetCurrentFolder(const std::string& path) override;
   std::string TemporaryFolder() override;
 
  private:
@@ -38,6 +38,14 @@ class Win32FileSystem : public host::FileSystem {
   }
 
   Win32MessageLoop* loop_;
+};
+
+class Win32Drives : public host::Drives {
+ public:
+  bool IsReady(const std::string& drive) override;
+  std::int64_t FreeSpace(const std::string& drive) override;
+  std::optional<std::string> VolumeLabel(const std::string& drive) override;
+  base::Outcome SetVolumeLabel(const std::string& drive, const std::string& label) override;
 };
 
 }  // namespace windows

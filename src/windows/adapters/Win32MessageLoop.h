@@ -3,7 +3,7 @@
 
 #include <optional>
 
-#include "host/MessageLoop.h"
+#include "host/Desktop.h"
 #include "windows/adapters/Win32.h"
 
 namespace windows {

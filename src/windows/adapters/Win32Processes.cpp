@@ -1,7 +1,6 @@
 // Programs: starting them, waiting for them, seeing which ones run.
 #include "windows/adapters/Win32Processes.h"
 
-#include <cstddef>
 #include <vector>
 
 #include "windows/adapters/Results.h"
@@ -23,12 +22,11 @@ class Program : public host::StartedProgram {
 
   std::uint32_t Id() const override { return id_; }
 
-  std::int32_t Wait(std::uint32_t& exitCode) override {
+  std::optional<std::uint32_t> Wait() override {
     const bool ended = WaitForEnd();
     DWORD code = 0;
-    if (!ended || GetExitCodeProcess(process_.Get(), &code) == FALSE) return app::kFailed;
-    exitCode = code;
-    return app::kDone;
+    if (!ended || GetExitCodeProcess(process_.Get(), &code) == FALSE) return std::nullopt;
+    return code;
   }
 
  private:
@@ -54,49 +52,6 @@ class Program : public host::StartedProgram {
   HiddenConsole* console_;
 };
 
-/// Lets a hidden program read and write nothing. Its output is seen by nobody, and drawing a line
-/// per copied file on a console without a window costs a copy program a tenth of its time; a
-/// program that asks a question goes on instead of waiting for an answer for ever.
-class NoStreams {
- public:
-  NoStreams() {
-    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    nothing_ = Handle(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE,
-                                  &inheritable, OPEN_EXISTING, 0, nullptr));
-    SIZE_T size = 0;
-    InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
-    memory_.resize(size);
-    auto* list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory_.data());
-    if (nothing_ && InitializeProcThreadAttributeList(list, 1, 0, &size) != FALSE) list_ = list;
-  }
-  ~NoStreams() {
-    if (list_) DeleteProcThreadAttributeList(list_);
-  }
-  NoStreams(const NoStreams&) = delete;
-  NoStreams& operator=(const NoStreams&) = delete;
-
-  /// Prepares `startup` so that the program gets these streams and inherits no other handle. False
-  /// when that is not to be had; the program then starts with streams of its own.
-  bool GiveTo(STARTUPINFOEXW& startup) {
-    stream_ = nothing_.Get();
-    if (!list_ || UpdateProcThreadAttribute(list_, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, &stream_, sizeof stream_,
-                                            nullptr, nullptr) == FALSE)
-      return false;
-    startup.lpAttributeList = list_;
-    startup.StartupInfo.dwFlags |= STARTF_USESTDHANDLES;
-    startup.StartupInfo.hStdInput = stream_;
-    startup.StartupInfo.hStdOutput = stream_;
-    startup.StartupInfo.hStdError = stream_;
-    return true;
-  }
-
- private:
-  Handle nothing_;
-  HANDLE stream_ = nullptr;  // the list refers to it until the program has started
-  std::vector<std::byte> memory_;
-  LPPROC_THREAD_ATTRIBUTE_LIST list_ = nullptr;
-};
-
 }  // namespace
 
 Win32Processes::Win32Processes(Win32MessageLoop& loop)
@@ -106,7 +61,7 @@ Win32Processes::Win32Processes(Win32MessageLoop& loop)
   hasPreviousInstance_ = error == ERROR_ALREADY_EXISTS || (!instanceMark_ && error == ERROR_ACCESS_DENIED);
 }
 
-std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& commandLine, host::WindowStyle style) {
+base::Obtained<host::StartedProgram> Win32Processes::Start(const std::string& commandLine, host::WindowStyle style) {
   const bool hidden = style == host::WindowStyle::Hidden;
   STARTUPINFOEXW startup{};
   startup.StartupInfo.cb = sizeof startup;
@@ -121,7 +76,7 @@ std::unique_ptr<host::StartedProgram> Win32Processes::Start(const std::string& c
   PROCESS_INFORMATION started{};
   if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, silent, flags, nullptr, nullptr, &startup.StartupInfo,
                      &started) == FALSE) {
-    return nullptr;
+    return Failed(commandLine, GetLastError());
   }
   const Handle thread(started.hThread);
   return std::make_unique<Program>(Handle(started.hProcess), started.dwProcessId, loop_, hidden ? &console_ : nullptr);

@@ -2,8 +2,7 @@
 #pragma once
 
 #include "host/Processes.h"
-#include "windows/adapters/Handles.h"
-#include "windows/adapters/HiddenConsole.h"
+#include "windows/adapters/HiddenPrograms.h"
 #include "windows/adapters/Win32MessageLoop.h"
 
 namespace windows {
@@ -13,7 +12,7 @@ class Win32Processes : public host::Processes {
   /// Marks this process as an instance that runs, until it ends. `loop` serves the messages during waits.
   explicit Win32Processes(Win32MessageLoop& loop);
 
-  std::unique_ptr<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override;
+  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override;
   std::vector<std::string> RunningExecutables() override;
   bool HasPreviousInstance() override { return hasPreviousInstance_; }
   [[noreturn]] void EndThisProcess() override;

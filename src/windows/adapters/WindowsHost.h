@@ -2,19 +2,14 @@
 #pragma once
 
 #include "host/Host.h"
-#include "windows/adapters/AdoCatalogueTable.h"
 #include "windows/adapters/Com.h"
 #include "windows/adapters/Components.h"
-#include "windows/adapters/DaoDatabaseCompactor.h"
-#include "windows/adapters/Qx32Library.h"
-#include "windows/adapters/Qx32libLibrary.h"
-#include "windows/adapters/QxNetDBLibrary.h"
-#include "windows/adapters/Win32Clock.h"
-#include "windows/adapters/Win32Drives.h"
+#include "windows/adapters/Databases.h"
+#include "windows/adapters/Libraries.h"
+#include "windows/adapters/Win32Desktop.h"
 #include "windows/adapters/Win32FileSystem.h"
 #include "windows/adapters/Win32MessageLoop.h"
 #include "windows/adapters/Win32Processes.h"
-#include "windows/adapters/Win32Shell.h"
 
 namespace windows {
 
@@ -22,10 +17,16 @@ namespace windows {
 /// its components must be gone before it.
 class WindowsHost {
  public:
-  WindowsHost();
+  WindowsHost() : components_(&messageLoop_), files_(&messageLoop_), processes_(messageLoop_) {
+    // A drive without a disk is an answer to us, not a reason for the system to show a box of its own.
+    SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  }
 
   /// The contracts, valid as long as this object.
-  host::Host Contracts();
+  host::Host Contracts() {
+    return {qx32_,  qx32lib_, qxNetDB_,   components_, catalogue_, compactor_,
+            files_, drives_,  processes_, shell_,      clock_,     messageLoop_};
+  }
   /// The loop itself, for the toolkit's filter and modal loops.
   Win32MessageLoop& Loop() { return messageLoop_; }
 

@@ -4,8 +4,7 @@
 #include <uxtheme.h>
 
 #include "windows/adapters/Text.h"
-#include "windows/toolkit/Scaling.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows {
 
@@ -21,6 +20,12 @@ bool IsInput(ControlKind kind) {
 bool IsToggle(ControlKind kind) {
   return kind == ControlKind::CheckBox || kind == ControlKind::OptionButton;
 }
+
+/// The labels in which a form says what went wrong are named for that.
+bool TellsOfAnError(const forms::Control& control) {
+  return control.Name().starts_with("lblError");
+}
+constexpr forms::Colour kErrorColour = 0x0000C0;  // dark red
 
 /// A group box does not clear what it drew before, nor does a transparent text: the dialog behind must.
 void RedrawWithBackground(HWND window) {
@@ -96,7 +101,7 @@ forms::Appearance TemplateLook(HWND window, bool isInput) {
   return look;
 }
 
-void TakeFromTemplate(const BoundControl& bound, const ControlId& entry) {
+void TakeFromTemplate(const BoundControl& bound) {
   forms::Control& control = *bound.control;
   const ControlKind kind = control.Kind();
   if (control.Caption().empty() && !IsInput(kind)) control.SetCaption(TextOf(bound.window));
@@ -105,7 +110,7 @@ void TakeFromTemplate(const BoundControl& bound, const ControlId& entry) {
   if ((style & WS_VISIBLE) == 0) control.SetVisible(false);
   if (control.Look().fontSize == 0) {
     forms::Appearance look = TemplateLook(bound.window, IsInput(kind));
-    look.foreground = entry.foreground.value_or(look.foreground);
+    if (TellsOfAnError(control)) look.foreground = kErrorColour;
     control.SetLook(look);
   }
   // Visual styles draw these in colours of their own, whatever the dialog answers.

@@ -3,8 +3,7 @@
 
 #include "forms/Form.h"
 #include "windows/adapters/Win32.h"
-#include "windows/toolkit/ControlIds.h"
-#include "windows/toolkit/GdiCache.h"
+#include "windows/toolkit/Drawing.h"
 
 namespace windows {
 
@@ -15,7 +14,7 @@ struct BoundControl {
 
 /// Gives the member what its template says and its form does not: caption, font, colours,
 /// and being disabled or hidden.
-void TakeFromTemplate(const BoundControl& bound, const ControlId& entry);
+void TakeFromTemplate(const BoundControl& bound);
 
 /// Shows one aspect of the member in its window.
 void WriteAspect(const BoundControl& bound, forms::Aspect aspect, GdiCache& gdi);

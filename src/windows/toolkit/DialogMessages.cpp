@@ -4,9 +4,7 @@
 #include <commctrl.h>
 #include <dbt.h>
 
-#include "windows/toolkit/ButtonPainter.h"
 #include "windows/toolkit/DialogView.h"
-#include "windows/toolkit/DialogWriting.h"
 
 namespace windows {
 

@@ -1,12 +1,19 @@
-// Dialog templates out of the resources, laid out by a font that is known only at run time.
+// Dialog templates: the table of their controls, and the layout of their bytes.
 #include "windows/toolkit/DialogTemplate.h"
 
+#include <algorithm>
 #include <cwchar>
-#include <span>
+
+#include "resource.h"
 
 namespace windows {
 
 namespace {
+
+// In the order of the templates: the controls of a form stand together.
+constexpr ControlId kControls[] = {
+#include "ControlTable.inc"
+};
 
 // Of the extended template: up to the position and size of the dialog, and what stands between
 // the size of its font and the font's name (weight, slant and character set).
@@ -37,6 +44,19 @@ void Append(std::vector<std::byte>& target, const void* bytes, std::size_t size)
 }
 
 }  // namespace
+
+std::span<const ControlId> ControlIdsOf(std::string_view formName) {
+  const auto* first = std::ranges::find(kControls, formName, &ControlId::form);
+  const auto* last =
+      std::find_if(first, std::end(kControls), [&](const ControlId& each) { return each.form != formName; });
+  return {first, last};
+}
+
+const ControlId* FindControlId(std::string_view formName, std::string_view controlName) {
+  const auto controls = ControlIdsOf(formName);
+  const auto found = std::ranges::find(controls, controlName, &ControlId::control);
+  return found == controls.end() ? nullptr : &*found;
+}
 
 std::vector<std::byte> TemplateWith(const std::wstring& name, const LayoutFont& font) {
   const auto own = FindTemplate(name);

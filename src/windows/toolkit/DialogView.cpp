@@ -6,9 +6,7 @@
 #include <algorithm>
 
 #include "windows/adapters/Text.h"
-#include "windows/toolkit/DialogWriting.h"
-#include "windows/toolkit/Scaling.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows {
 
@@ -46,7 +44,7 @@ void DialogView::BindControls() {
     HWND window = entry == nullptr ? nullptr : GetDlgItem(window_, entry->id);
     if (window == nullptr) continue;
     const BoundControl bound{control, window};
-    TakeFromTemplate(bound, *entry);
+    TakeFromTemplate(bound);
     WriteAll(bound, gdi_);
     Subclass(bound);
     controls_.push_back(bound);

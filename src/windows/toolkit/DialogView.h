@@ -11,7 +11,6 @@
 #include "windows/toolkit/BoundControl.h"
 #include "windows/toolkit/DialogTemplate.h"
 #include "windows/toolkit/FocusKeeper.h"
-#include "windows/toolkit/GdiCache.h"
 
 namespace windows {
 
@@ -44,7 +43,17 @@ class DialogView : public forms::View {
   bool Owns(HWND window) const;
 
  private:
-  class Writing;
+  /// While one lives, the window's notices are echoes of the view's own writing.
+  class Writing {
+   public:
+    explicit Writing(DialogView& view) : view_(view) { ++view_.writing_; }
+    ~Writing() { --view_.writing_; }
+    Writing(const Writing&) = delete;
+    Writing& operator=(const Writing&) = delete;
+
+   private:
+    DialogView& view_;
+  };
 
   static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
   /// In front of a text box: `control` is its member.

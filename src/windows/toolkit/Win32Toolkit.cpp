@@ -3,9 +3,9 @@
 
 #include <algorithm>
 
+#include "resource.h"
 #include "windows/adapters/Text.h"
-#include "windows/resources/resource.h"
-#include "windows/toolkit/Scaling.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows {
 

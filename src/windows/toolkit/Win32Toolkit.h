@@ -8,7 +8,6 @@
 #include "forms/Toolkit.h"
 #include "windows/adapters/Win32MessageLoop.h"
 #include "windows/toolkit/DialogView.h"
-#include "windows/toolkit/GdiCache.h"
 
 namespace windows {
 

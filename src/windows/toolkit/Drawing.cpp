@@ -1,13 +1,26 @@
-// Drawing of a command button, in every state.
-#include "windows/toolkit/ButtonPainter.h"
+// Making of fonts and brushes, and drawing of a command button in every state.
+#include "windows/toolkit/Drawing.h"
 
-#include <string>
+#include <algorithm>
 
-#include "windows/toolkit/WindowText.h"
+#include "windows/adapters/Text.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows {
 
 namespace {
+
+HFONT MakeFont(const std::string& name, std::uint32_t points, int dpi) {
+  constexpr int kPointsPerInch = 72;
+  LOGFONTW font = {};
+  font.lfHeight = -MulDiv(static_cast<int>(points), dpi, kPointsPerInch);
+  font.lfWeight = FW_NORMAL;
+  font.lfCharSet = DEFAULT_CHARSET;
+  font.lfQuality = CLEARTYPE_QUALITY;
+  const std::wstring face = Utf16(name);
+  std::copy_n(face.begin(), std::min<std::size_t>(face.size(), LF_FACESIZE - 1), font.lfFaceName);
+  return CreateFontIndirectW(&font);
+}
 
 /// `colour` moved towards `target` by `percent`.
 COLORREF Mix(COLORREF colour, COLORREF target, int percent) {
@@ -77,6 +90,18 @@ void DrawDisabledCaption(HDC context, const RECT& area, const std::wstring& capt
 }
 
 }  // namespace
+
+HFONT GdiCache::Font(const std::string& name, std::uint32_t points, int dpi) {
+  auto& font = fonts_[{name, points, dpi}];
+  if (!font) font.reset(MakeFont(name, points, dpi));
+  return font.get();
+}
+
+HBRUSH GdiCache::Brush(COLORREF colour) {
+  auto& brush = brushes_[colour];
+  if (!brush) brush.reset(CreateSolidBrush(colour));
+  return brush.get();
+}
 
 bool IsHighContrast() {
   HIGHCONTRASTW contrast = {};

@@ -1,5 +1,5 @@
-// The console that hidden programs share.
-#include "windows/adapters/HiddenConsole.h"
+// The shared console and the empty streams of hidden programs.
+#include "windows/adapters/HiddenPrograms.h"
 
 #include <system_error>
 
@@ -40,6 +40,34 @@ void HiddenConsole::KeepUntilEnd(HANDLE process, DWORD id) {
   inputCodePage_ = GetConsoleCP();
   outputCodePage_ = GetConsoleOutputCP();
   SetConsoleCtrlHandler(SurviveInterrupts, TRUE);
+}
+
+NoStreams::NoStreams() {
+  SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+  nothing_ = Handle(CreateFileW(L"NUL", GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable,
+                                OPEN_EXISTING, 0, nullptr));
+  SIZE_T size = 0;
+  InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+  memory_.resize(size);
+  auto* list = reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(memory_.data());
+  if (nothing_ && InitializeProcThreadAttributeList(list, 1, 0, &size) != FALSE) list_ = list;
+}
+
+NoStreams::~NoStreams() {
+  if (list_) DeleteProcThreadAttributeList(list_);
+}
+
+bool NoStreams::GiveTo(STARTUPINFOEXW& startup) {
+  stream_ = nothing_.Get();
+  if (!list_ || UpdateProcThreadAttribute(list_, 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, &stream_, sizeof stream_,
+                                          nullptr, nullptr) == FALSE)
+    return false;
+  startup.lpAttributeList = list_;
+  startup.StartupInfo.dwFlags |= STARTF_USESTDHANDLES;
+  startup.StartupInfo.hStdInput = stream_;
+  startup.StartupInfo.hStdOutput = stream_;
+  startup.StartupInfo.hStdError = stream_;
+  return true;
 }
 
 }  // namespace windows

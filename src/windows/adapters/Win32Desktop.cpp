@@ -1,11 +1,11 @@
-// The Windows shell.
-#include "windows/adapters/Win32Shell.h"
+// The shell's dialogs and copies, and the local time.
+#include "windows/adapters/Win32Desktop.h"
 
 #include <memory>
 
 #include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Results.h"
 #include "windows/adapters/Text.h"
-#include "windows/adapters/Win32.h"
 // After Win32.h, on which they rest.
 #include <objbase.h>
 #include <shellapi.h>
@@ -46,6 +46,19 @@ std::wstring PathList(const std::string& path) {
   return FullPath(path) + L'\0';
 }
 
+constexpr int kLongestFormat = 256;
+
+SYSTEMTIME SystemTimeOf(const base::LocalTime& time) {
+  SYSTEMTIME result{};
+  result.wYear = static_cast<WORD>(time.year);
+  result.wMonth = static_cast<WORD>(time.month);
+  result.wDay = static_cast<WORD>(time.day);
+  result.wHour = static_cast<WORD>(time.hour);
+  result.wMinute = static_cast<WORD>(time.minute);
+  result.wSecond = static_cast<WORD>(time.second);
+  return result;
+}
+
 }  // namespace
 
 std::string Win32Shell::BrowseForFolder(const std::string& title, const std::string& initialFolder) {
@@ -70,8 +83,8 @@ std::string Win32Shell::DesktopFolder() {
   return found == S_OK ? Utf8(path) : std::string();
 }
 
-std::int32_t Win32Shell::CopyWithProgress(const std::string& source, const std::string& targetFolder,
-                                          const std::string& title) {
+base::Outcome Win32Shell::CopyWithProgress(const std::string& source, const std::string& targetFolder,
+                                           const std::string& title) {
   const std::wstring from = PathList(source);
   const std::wstring to = PathList(targetFolder);
   const std::wstring caption = Utf16(title);
@@ -82,8 +95,11 @@ std::int32_t Win32Shell::CopyWithProgress(const std::string& source, const std::
   copy.pTo = to.c_str();
   copy.lpszProgressTitle = caption.c_str();
   const int result = SHFileOperationW(&copy);
-  // A copy that the operator stopped may well answer 0.
-  return result == 0 && copy.fAnyOperationsAborted != FALSE ? std::int32_t{ERROR_CANCELLED} : result;
+  const std::string subject = source + " to " + targetFolder;
+  // Its numbers are in part the shell's own, for which the system has other words. A copy that the operator stopped may
+  // well answer 0.
+  if (result != 0) return Refused(subject, result);
+  return copy.fAnyOperationsAborted != FALSE ? Failed(subject, ERROR_CANCELLED) : base::Outcome();
 }
 
 bool Win32Shell::OpenDocument(const std::string& fileName) {
@@ -98,11 +114,32 @@ bool Win32Shell::OpenDocument(const std::string& fileName) {
   return ShellExecuteExW(&open) != FALSE;
 }
 
-std::int32_t Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) {
-  // The shell's answers for error, cancelled and cannot format are -1, -2 and -3 as unsigned numbers.
-  static_assert(static_cast<std::int32_t>(SHFMT_ERROR) == -1 && static_cast<std::int32_t>(SHFMT_CANCEL) == -2 &&
-                static_cast<std::int32_t>(SHFMT_NOFORMAT) == -3);
-  return static_cast<std::int32_t>(SHFormatDrive(Owner(), drive, formatId, options));
+host::FormatAnswer Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) {
+  using host::FormatAnswer;
+  static_assert(FormatAnswer{static_cast<std::int32_t>(SHFMT_ERROR)} == FormatAnswer::Failed &&
+                FormatAnswer{static_cast<std::int32_t>(SHFMT_CANCEL)} == FormatAnswer::Cancelled &&
+                FormatAnswer{static_cast<std::int32_t>(SHFMT_NOFORMAT)} == FormatAnswer::NotPossible);
+  return FormatAnswer{static_cast<std::int32_t>(SHFormatDrive(Owner(), drive, formatId, options))};
+}
+
+base::LocalTime Win32Clock::Now() {
+  SYSTEMTIME now;
+  GetLocalTime(&now);
+  return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond};
+}
+
+std::string Win32Clock::ShortDate(const base::LocalTime& time) {
+  const SYSTEMTIME date = SystemTimeOf(time);
+  wchar_t text[kLongestFormat] = {};
+  GetDateFormatEx(LOCALE_NAME_USER_DEFAULT, DATE_SHORTDATE, &date, nullptr, text, kLongestFormat, nullptr);
+  return Utf8(text);
+}
+
+std::string Win32Clock::LongTime(const base::LocalTime& time) {
+  const SYSTEMTIME moment = SystemTimeOf(time);
+  wchar_t text[kLongestFormat] = {};
+  GetTimeFormatEx(LOCALE_NAME_USER_DEFAULT, 0, &moment, nullptr, text, kLongestFormat);
+  return Utf8(text);
 }
 
 }  // namespace windows

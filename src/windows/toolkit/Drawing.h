@@ -1,4 +1,4 @@
-// Fonts and brushes of all dialogs: made once, freed with the toolkit.
+// What dialogs are drawn with: fonts and brushes, made once, and the look of a command button.
 #pragma once
 
 #include <cstdint>
@@ -12,6 +12,7 @@
 
 namespace windows {
 
+/// Fonts and brushes of all dialogs, freed with the toolkit.
 class GdiCache {
  public:
   /// Owned by the cache. `name` is UTF-8; `points` is the size at `dpi` dots per inch.
@@ -42,5 +43,20 @@ class SelectScope {
   HDC context_;
   HGDIOBJ before_;
 };
+
+/// Whether the user has asked Windows for a high-contrast scheme, which goes before configured colours.
+bool IsHighContrast();
+
+struct ButtonColours {
+  COLORREF face;
+  COLORREF text;
+  /// An edge in the text's colour in place of a raised one, whose light and shadow cannot be told from the face
+  /// where that is black.
+  bool plain = false;
+};
+
+/// Draws the button that `item` describes, in the state it names. `isDefault`: it stands behind Enter
+/// and gets a frame.
+void PaintButton(const DRAWITEMSTRUCT& item, const ButtonColours& colours, bool isDefault, GdiCache& gdi);
 
 }  // namespace windows

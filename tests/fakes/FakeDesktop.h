@@ -1,0 +1,83 @@
+// The Windows shell, whose dialogs the scripted operator answers, the clock and the message loop.
+#pragma once
+
+#include <array>
+#include <cstdio>
+#include <functional>
+
+#include "fakes/CallCounter.h"
+#include "fakes/Disk.h"
+#include "fakes/ScriptedOperator.h"
+#include "host/Desktop.h"
+
+namespace fakes {
+
+class FakeShell : public host::Shell {
+ public:
+  FakeShell(Disk& disk, CallCounter& calls, ScriptedOperator& person)
+      : disk_(disk), calls_(calls, "Shell"), person_(person) {}
+  std::string desktop = "C:\\Users\\Operator\\Desktop";
+  std::string lastTitle;  ///< of the browser or the progress window
+  std::string openedDocument;
+
+  std::string BrowseForFolder(const std::string& title, const std::string& initialFolder) override {
+    lastTitle = title;
+    return calls_.Fails(__func__, initialFolder) ? "" : person_.AtBrowse();
+  }
+  std::string DesktopFolder() override { return calls_.Fails(__func__) ? "" : desktop; }
+  base::Outcome CopyWithProgress(const std::string& source, const std::string& targetFolder,
+                                 const std::string& title) override {
+    lastTitle = title;
+    const std::string target = targetFolder + "\\" + source.substr(source.rfind('\\') + 1);
+    return calls_.Do(__func__, source, [&] { return disk_.IsFolder(targetFolder) && disk_.Copy(source, target); });
+  }
+  bool OpenDocument(const std::string& fileName) override {
+    if (calls_.Fails(__func__, fileName)) return false;
+    openedDocument = fileName;
+    return true;
+  }
+  /// Empties the medium when the operator lets it.
+  host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t /*formatId*/, std::uint32_t /*options*/) override {
+    const std::string name = {static_cast<char>('A' + drive), ':'};
+    if (calls_.Fails(__func__, name)) return host::FormatAnswer::Failed;
+    const host::FormatAnswer answer = person_.AtFormat();
+    return answer == host::FormatAnswer::Done && !disk_.Format(name) ? host::FormatAnswer::Failed : answer;
+  }
+
+ private:
+  Disk& disk_;
+  ContractCalls calls_;
+  ScriptedOperator& person_;
+};
+
+class FakeClock : public host::Clock {
+ public:
+  base::LocalTime now{2012, 3, 15, 9, 30, 12};
+
+  base::LocalTime Now() override { return now; }
+  std::string ShortDate(const base::LocalTime& t) override { return Joined("%04d/%02d/%02d", t.year, t.month, t.day); }
+  std::string LongTime(const base::LocalTime& t) override {
+    return Joined("%02d:%02d:%02d", t.hour, t.minute, t.second);
+  }
+
+ private:
+  static std::string Joined(const char* format, int first, int second, int third) {
+    std::array<char, 40> text{};
+    std::snprintf(text.data(), text.size(), format, first, second, third);
+    return text.data();
+  }
+};
+
+class FakeMessageLoop : public host::MessageLoop {
+ public:
+  int yields = 0;
+  /// What happens on the screen meanwhile, such as a device that comes or goes.
+  std::function<void()> onYield;
+
+  void Yield() override {
+    ++yields;
+    if (onYield) onYield();
+  }
+};
+
+}  // namespace fakes
