@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <set>
 
-#include "cases/EndToEndTest.h"
+#include "EndToEndTest.h"
 // After windows.h, on which it rests.
 #include <objbase.h>
 

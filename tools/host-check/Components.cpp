@@ -1,7 +1,7 @@
 // The host's components and the data access that the program asks for by name.
 #include <vector>
 
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 #include "windows/adapters/Dispatch.h"
 #include "windows/adapters/ProgIds.h"
 #include "windows/adapters/Text.h"

@@ -1,7 +1,7 @@
 // What start-up does when something of the host is missing: the message that
 // belongs to it, "Halt Backup Utility" in the log, and nothing else started.
 
-#include "cases/EndToEndTest.h"
+#include "EndToEndTest.h"
 
 namespace endtoend {
 namespace {

@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "app/External.h"
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 #include "media/MediaDrive.h"
 
 namespace hostcheck {

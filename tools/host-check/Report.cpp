@@ -1,5 +1,5 @@
 // What the check prints.
-#include "check/Report.h"
+#include "host-check/Report.h"
 
 #include <cstdio>
 

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "app/Application.h"
-#include "check/Report.h"
+#include "host-check/Report.h"
 
 namespace hostcheck {
 

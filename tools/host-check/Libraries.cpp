@@ -1,5 +1,5 @@
 // The host's DLLs, through the adapters that the program loads them with.
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 #include "windows/adapters/Qx32Library.h"
 #include "windows/adapters/Qx32libLibrary.h"
 #include "windows/adapters/QxNetDBLibrary.h"

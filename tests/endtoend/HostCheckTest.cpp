@@ -2,7 +2,7 @@
 
 #include <functional>
 
-#include "cases/EndToEndTest.h"
+#include "EndToEndTest.h"
 #include "common/Database.h"
 
 namespace endtoend {

@@ -1,6 +1,6 @@
 // Sign-in, rights and both ends of the program.
 
-#include "cases/EndToEndTest.h"
+#include "EndToEndTest.h"
 
 namespace endtoend {
 namespace {

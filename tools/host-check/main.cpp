@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 #include "windows/adapters/WindowsHost.h"
 #include "windows/toolkit/Win32Toolkit.h"
 

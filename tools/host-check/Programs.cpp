@@ -2,7 +2,7 @@
 #include "app/External.h"
 #include "app/TextFormat.h"
 #include "app/WindowsPath.h"
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 #include "windows/adapters/ApiPath.h"
 #include "windows/adapters/Text.h"
 #include "windows/adapters/Win32.h"

@@ -6,8 +6,8 @@
 #include "app/Messages.h"
 #include "app/StartUp.h"
 #include "app/TextFormat.h"
-#include "check/CatalogueText.h"
-#include "check/Checks.h"
+#include "host-check/CatalogueText.h"
+#include "host-check/Checks.h"
 
 namespace hostcheck {
 namespace {

@@ -5,12 +5,12 @@
 
 #include <string>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace endtoend {
 
-using reference::Utf16;
-using reference::Utf8;
+using windows::Utf16;
+using windows::Utf8;
 
 /// Texts are UTF-8. Every call that needs a control throws std::runtime_error when
 /// there is none with that ID.

@@ -1,6 +1,6 @@
 #include "operator/Keyboard.h"
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace endtoend {
 namespace {
@@ -26,7 +26,7 @@ void PressKey(WORD key) {
 }
 
 void TypeText(const std::string& text) {
-  for (wchar_t character : reference::Utf16(text)) Stroke(character, KEYEVENTF_UNICODE);
+  for (wchar_t character : windows::Utf16(text)) Stroke(character, KEYEVENTF_UNICODE);
 }
 
 }  // namespace endtoend

@@ -1,7 +1,7 @@
 // Backups, restores and maintenance logs that are refused or go wrong, through the real dialogs and on real media.
 // The demonstration of ./run does the ones that go well, with every category, and compares every byte.
 
-#include "cases/EndToEndTest.h"
+#include "EndToEndTest.h"
 
 namespace endtoend {
 namespace {

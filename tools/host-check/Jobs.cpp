@@ -6,7 +6,7 @@
 #include "app/WindowsPath.h"
 #include "backup/Descriptor.h"
 #include "backup/JobDefinitions.h"
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 
 namespace hostcheck {
 namespace {

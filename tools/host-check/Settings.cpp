@@ -4,7 +4,7 @@
 #include "app/External.h"
 #include "app/StartUp.h"
 #include "app/WindowsPath.h"
-#include "check/Checks.h"
+#include "host-check/Checks.h"
 
 namespace hostcheck {
 namespace {
