@@ -4,7 +4,7 @@
 #include <string>
 
 #include "host/Databases.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace operator_access {
 

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace backupset {
 

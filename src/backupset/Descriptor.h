@@ -8,7 +8,7 @@
 
 #include "app/Application.h"
 #include "backupset/BackupSet.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 #include "work/WorkFolder.h"
 
 namespace backupset {

@@ -1,5 +1,5 @@
 // Writes the archives and their descriptor to one medium or folder.
-#include "backupset/DestinationCopy.h"
+#include "backupset/SetWriter.h"
 
 #include <algorithm>
 #include <array>

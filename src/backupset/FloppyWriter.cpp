@@ -1,5 +1,5 @@
 // Writes a backup set to floppies.
-#include "backupset/FloppyWriter.h"
+#include "backupset/SetWriter.h"
 
 #include <array>
 #include <limits>

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-#include "work/Tools.h"
+#include "work/Programs.h"
 #include "work/WorkFolder.h"
 
 namespace backupset {

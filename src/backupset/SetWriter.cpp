@@ -1,8 +1,6 @@
 // Writes a packed set to its destination.
 #include "backupset/SetWriter.h"
 
-#include "backupset/DestinationCopy.h"
-#include "backupset/FloppyWriter.h"
 #include "backupset/Pieces.h"
 #include "work/FileOperations.h"
 

@@ -35,6 +35,17 @@ struct Writing {
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages);
 
+/// The one way: checks and, where it must be, formats and labels the medium of the destination, checks its space,
+/// asks before it uses a foreign volume, makes a folder or overwrites, then writes the descriptor into
+/// the work folder and copies it with every archive. A file that does not arrive in its full size
+/// is a failed copy. Outcomes as above.
+base::Outcome CopyToDestination(app::Application& application, media::MediaDrives& drives, const Writing& writing);
+
+/// The other way: joins the archives of the work folder, cuts the result, and writes disk by disk: asks for the
+/// disk, formats and labels it, and puts its descriptor and its piece on it. Nothing but the joined
+/// archive and its pieces is left in the archive folder. Outcomes as above.
+base::Outcome WriteToFloppies(app::Application& application, media::MediaDrives& drives, const Writing& writing);
+
 /// Shows that the operator has stopped, sets the pointer back, and returns Stopped.
 base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages);
 

@@ -6,7 +6,6 @@
 #include "backupset/Archiver.h"
 #include "base/Path.h"
 #include "base/Text.h"
-#include "jobs/Retention.h"
 #include "work/FileOperations.h"
 
 namespace jobs {

@@ -12,7 +12,7 @@
 #include "app/PathTable.h"
 #include "host/Components.h"
 #include "jobs/JobDefinitions.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 #include "work/WorkFolder.h"
 
 namespace jobs {

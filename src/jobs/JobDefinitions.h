@@ -12,7 +12,7 @@
 #include <string_view>
 #include <vector>
 
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace jobs {
 

@@ -5,7 +5,7 @@
 
 #include "app/PathTable.h"
 #include "jobs/JobDefinitions.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace jobs {
 

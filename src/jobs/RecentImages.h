@@ -6,7 +6,7 @@
 
 #include "app/PathTable.h"
 #include "host/Components.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace jobs {
 

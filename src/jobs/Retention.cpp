@@ -1,5 +1,5 @@
 // How many unpacked maintenance folders are kept per client.
-#include "jobs/Retention.h"
+#include "jobs/ClientLogs.h"
 
 #include <algorithm>
 #include <optional>

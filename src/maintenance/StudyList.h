@@ -5,7 +5,7 @@
 
 #include "app/PathTable.h"
 #include "host/Desktop.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 #include "work/WorkFolder.h"
 
 namespace maintenance {

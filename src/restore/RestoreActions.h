@@ -7,7 +7,7 @@
 
 #include "app/PathTable.h"
 #include "jobs/JobDefinitions.h"
-#include "work/Tools.h"
+#include "work/Programs.h"
 #include "work/WorkFolder.h"
 
 namespace restore {

@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <string>
 
-#include "work/Tools.h"
+#include "work/Programs.h"
 
 namespace work {
 

@@ -1,4 +1,4 @@
-// External programs, run hidden, with a line in the operation log where they go wrong.
+// What every job works with, and external programs: run hidden, with a line in the operation log where they go wrong.
 #pragma once
 
 #include <cstddef>
@@ -6,9 +6,23 @@
 #include <optional>
 #include <string>
 
-#include "work/Tools.h"
+#include "app/Application.h"
 
 namespace work {
+
+/// The disk, other programs, the screen that must stay alive meanwhile, and the log.
+/// References only: whoever hands them out keeps the objects alive.
+struct Tools {
+  host::FileSystem& files;
+  host::Processes& processes;
+  host::MessageLoop& messageLoop;
+  app::OperationLog& log;
+};
+
+inline Tools ToolsOf(app::Application& application) {
+  const host::Host& host = application.host;
+  return {host.files, host.processes, host.messageLoop, application.log};
+}
 
 /// Windows refuses a command line of more characters (UTF-16 units) than this.
 inline constexpr std::size_t kLongestCommandLine = 32'766;
