@@ -2,8 +2,9 @@
 #include <vector>
 
 #include "host-check/Checks.h"
+#include "windows/adapters/Components.h"
+#include "windows/adapters/Databases.h"
 #include "windows/adapters/Dispatch.h"
-#include "windows/adapters/ProgIds.h"
 #include "windows/adapters/Text.h"
 
 namespace hostcheck {

@@ -1,19 +1,16 @@
 // The databases behind the host's components and its network configuration library.
-#include <memory>
-
-#include "app/External.h"
 #include "host-check/Checks.h"
-#include "media/MediaDrive.h"
+#include "media/MediaDrives.h"
 
 namespace hostcheck {
 namespace {
 
 void CheckUsers(Report& report, host::ComponentFactory& components) {
-  std::int32_t status = app::kFailed;
   const auto query = components.CreateUserQuery();
-  if (query) query->Execute("SELECT DISP_NAME, USER_ID FROM V_MUSER ORDER BY USER_ORDER_NO", status);
-  report.Require(status == 0, "view V_MUSER (DISP_NAME, USER_ID, USER_ORDER_NO)", "list of users at sign-in");
-  if (status == 0) report.Expect(query->RowCount() > 0, "rows of V_MUSER", "somebody who can sign in");
+  const bool answers =
+      query && query->Execute("SELECT DISP_NAME, USER_ID FROM V_MUSER ORDER BY USER_ORDER_NO").IsDone();
+  report.Require(answers, "view V_MUSER (DISP_NAME, USER_ID, USER_ORDER_NO)", "list of users at sign-in");
+  if (answers) report.Expect(query->RowCount() > 0, "rows of V_MUSER", "somebody who can sign in");
 }
 
 void CheckStudies(Report& report, host::ComponentFactory& components) {
@@ -29,22 +26,22 @@ void CheckStudies(Report& report, host::ComponentFactory& components) {
        "recent images of a maintenance log"},
   };
   for (const auto& [statement, purpose] : queries) {
-    std::int32_t error = app::kFailed;
     const auto query = components.CreateStudyDatabaseQuery();
-    if (query) query->OpenQuery(statement, error);
-    if (error == 0) query->RecordCount(error);
-    report.Require(error == 0, "study databases: " + std::string(statement), purpose);
+    std::int32_t count = 0;
+    const bool answers = query && query->OpenQuery(statement).IsDone() && query->RecordCount(count).IsDone();
+    report.Require(answers, "study databases: " + std::string(statement), purpose);
   }
 }
 
 void CheckDrives(Report& report, app::Application& application) {
   std::string location;
-  app::GetPathEntry(application, "NetConfigDB", location);
+  static_cast<void>(application.paths.GetPathEntry("NetConfigDB", location));  // the path table has a check of its own
   host::QXNetDB& database = application.host.qxNetDB;
-  const bool open = database.Connect(location) == 0;
+  const bool open = database.Connect(location).IsDone();
   database.Close();
   report.Require(open, "network configuration database", "media drives");
-  const std::string drive = open ? media::GetDefaultMediaDrive(application) : std::string();
+  media::MediaDrives drives(application.host, application.paths, application.messages, application.failures);
+  const std::string drive = open ? drives.GetDefaultMediaDrive() : std::string();
   report.Expect(!drive.empty(), "media drive " + drive, "the first one with the attribute WRITABLE is proposed");
 }
 

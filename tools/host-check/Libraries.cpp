@@ -1,8 +1,6 @@
 // The host's DLLs, through the adapters that the program loads them with.
+#include "windows/adapters/Libraries.h"
 #include "host-check/Checks.h"
-#include "windows/adapters/Qx32Library.h"
-#include "windows/adapters/Qx32libLibrary.h"
-#include "windows/adapters/QxNetDBLibrary.h"
 
 namespace hostcheck {
 namespace {
