@@ -19,11 +19,12 @@ extern "C" {
 
 long __stdcall QXGetString(const char* name, char* value) {
   if (std::strcmp(name, "Missing") == 0) return -1;
+  if (std::strcmp(name, "Strange") == 0) return Overfill(value, name) + 5;
   if (std::strcmp(name, "Cut") == 0) return std::snprintf(value, 100, "C:\\Tarsus%cleft over", 0) * 0;
   return Overfill(value, name);
 }
 long __stdcall QXRegGetKeySZ(const char* name, char* value) {
-  return Overfill(value, name);
+  return Overfill(value, name) + 7;
 }
 long __stdcall QXRegGetKeyDWORD(const char*, unsigned long* value) {
   *value = 0xFFFFFFFE;

@@ -1,7 +1,7 @@
 // The binder: the same state in form and window, whoever changes it, and every change told once.
 #include "TestForms.h"
 #include "WindowTest.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows_tests {
 
@@ -85,8 +85,8 @@ TEST_F(BinderTest, WhatTheWindowCutsIsNotReadBack) {
 }
 
 TEST_F(BinderTest, CheckBoxFollowsItsMemberNotTheMouse) {
-  forms::Form form(toolkit_, "frmBackup");
-  forms::CheckBox member(form, "chkLogData");
+  forms::Form form(toolkit_, "frmBackup", forms::kNoCaption);
+  forms::CheckBox member(form, "chkLogData", forms::kNoCaption);
   int clicks = 0;
   member.SetValue(true);
   member.Clicked = [&] { ++clicks; };

@@ -4,7 +4,7 @@
 #include <set>
 #include <vector>
 
-#include "windows/toolkit/ButtonPainter.h"
+#include "windows/toolkit/Drawing.h"
 
 namespace windows_tests {
 

@@ -8,7 +8,7 @@
 
 #include "TestForms.h"
 #include "WindowTest.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows_tests {
 

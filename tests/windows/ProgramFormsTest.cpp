@@ -19,8 +19,8 @@
 #include "media/frmSelectFolder.h"
 #include "restore/frmRestore.h"
 #include "windows/adapters/Text.h"
-#include "windows/toolkit/ControlIds.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/DialogTemplate.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows_tests {
 
