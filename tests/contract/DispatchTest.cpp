@@ -76,29 +76,22 @@ TEST_F(DispatchTest, AFailedCallLeavesTheTargetsAloneAndSaysWhy) {
 
 TEST_F(DispatchTest, AnswersAndStatusesTellFailures) {
   using windows::FailsAt;
-  std::int32_t answer = 0;
-  callee_.onCall = [&](WORD, DISPPARAMS& parameters, VARIANT* result) {
-    if (parameters.cArgs > 0) {
-      *parameters.rgvarg[0].plVal = answer;
-    } else {
-      result->vt = VT_I4;
-      result->lVal = answer;
-    }
-    return S_OK;
-  };
   windows::Variant result;
-  EXPECT_EQ(object_.CallWithStatus(L"Member"), Done);
-  EXPECT_EQ(object_.GetWithStatus(L"Member", result), Done);
-  EXPECT_EQ(object_.CallChecked(FailsAt::AnyButZero, L"Member"), Done);
-  answer = 5;
-  EXPECT_EQ(object_.CallWithStatus(L"Member").cause, "Member: answered 5");
-  EXPECT_EQ(object_.GetWithStatus(L"Member", result), Failed);
-  EXPECT_EQ(object_.CallChecked(FailsAt::AnyButZero, L"Member"), Failed);
-  EXPECT_EQ(object_.CallChecked(FailsAt::MinusOne, L"Member"), Done);
-  answer = kFault;
-  EXPECT_EQ(object_.CallChecked(FailsAt::MinusOne, L"Member"), Failed);
+  for (const std::int32_t answer : {0, 5, kFault}) {
+    SCOPED_TRACE(answer);
+    callee_.onCall = [&](WORD, DISPPARAMS& parameters, VARIANT* answered) {
+      if (parameters.cArgs > 0) *parameters.rgvarg[0].plVal = answer;
+      if (answered != nullptr) answered->vt = VT_I4, answered->lVal = answer;
+      return S_OK;
+    };
+    const base::Result strict = answer == 0 ? Done : Failed;
+    EXPECT_EQ(object_.CallWithStatus(L"Member"), strict);
+    EXPECT_EQ(object_.GetWithStatus(L"Member", result), strict);
+    EXPECT_EQ(object_.CallChecked(FailsAt::AnyButZero, L"Member"), strict);
+    EXPECT_EQ(object_.CallChecked(FailsAt::MinusOne, L"Member"), answer == kFault ? Failed : Done);
+  }
   callee_.onCall = [](WORD, DISPPARAMS&, VARIANT*) { return S_OK; };
-  EXPECT_EQ(object_.CallWithStatus(L"Member"), Failed) << "a status that nobody sets";
+  EXPECT_EQ(object_.CallWithStatus(L"Member").cause, "Member: answered -1") << "a status that nobody sets";
 }
 
 TEST_F(DispatchTest, AnyKindOfNumberIsAResult) {

@@ -1,4 +1,4 @@
-// Drives, the clock, the shell.
+// Drives, the clock, the shell. Copying with a progress window is shown by the demonstration, from floppies.
 #include <gtest/gtest.h>
 
 #include "fakes/Printing.h"
@@ -35,24 +35,11 @@ TEST(Win32Clock, FormatsTheGivenTime) {
   EXPECT_GT(clock.Now().year, 2011);
 }
 
-TEST(Win32Shell, CopiesIntoAFolder) {
+// A batch file stands for a document here: it leaves a trace of having been opened.
+TEST(Win32Shell, KnowsTheDesktopAndOpensWhatStandsBesideTheProgram) {
   windows::Win32FileSystem files;
   windows::Win32Shell shell;
   EXPECT_TRUE(files.FolderExists(shell.DesktopFolder()));
-
-  const std::string folder = files.TemporaryFolder() + "shell-test";
-  ASSERT_EQ(files.MakeFolder(folder), Done);
-  ASSERT_EQ(files.MakeFolder(folder + "\\to"), Done);
-  EXPECT_EQ(files.CreateText(folder + "\\FDDivide001")->Write("piece"), Done);
-  EXPECT_EQ(shell.CopyWithProgress(folder + "\\\\FDDivide001", folder + "\\to\\", "Copying"), Done);
-  EXPECT_EQ(files.FileSize(folder + "\\to\\FDDivide001"), 5);
-  EXPECT_EQ(files.RemoveFolder(folder), Done);
-}
-
-// A batch file stands for a document here: it leaves a trace of having been opened.
-TEST(Win32Shell, OpensWhatStandsBesideTheProgram) {
-  windows::Win32FileSystem files;
-  windows::Win32Shell shell;
   EXPECT_FALSE(shell.OpenDocument("missing.html"));
 
   const std::string document = windows::Utf8(windows::ProgramFolder()) + "shell-test.bat";
