@@ -2,7 +2,7 @@
 
 #include "application/TarsusIds.h"
 #include "common/HostPaths.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace application {
 namespace {
@@ -35,7 +35,7 @@ HFONT CreateTitleFont(HWND window) {
 // The path table's, or else in the folder beside the host's system folder.
 std::wstring UtilityPath() {
   const auto entry = reference::ReadPathEntry("BackupUtility");
-  if (entry) return reference::Utf16(*entry);
+  if (entry) return windows::Utf16(*entry);
   wchar_t path[MAX_PATH] = {};
   GetModuleFileNameW(nullptr, path, MAX_PATH);
   const std::wstring own = path;
@@ -86,7 +86,7 @@ void HostWindow::Fill() {
   titleFont_ = CreateTitleFont(window_);
   SendDlgItemMessageW(window_, TARSUS_NAME, WM_SETFONT, reinterpret_cast<WPARAM>(titleFont_), TRUE);
   const std::string version = reference::ReadRegistryText("SoftwareVersion").value_or("unknown");
-  SetDlgItemTextW(window_, TARSUS_VERSION, (L"Software version " + reference::Utf16(version)).c_str());
+  SetDlgItemTextW(window_, TARSUS_VERSION, (L"Software version " + windows::Utf16(version)).c_str());
   SetDlgItemTextW(window_, TARSUS_STATE, state_.c_str());
 }
 

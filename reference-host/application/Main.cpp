@@ -11,12 +11,12 @@
 
 #include "application/HostWindow.h"
 #include "common/HostPaths.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
 void LogStart(const wchar_t* commandLine) {
-  std::wstring folder = reference::Utf16(reference::ReadPathEntry("Log").value_or(""));
+  std::wstring folder = windows::Utf16(reference::ReadPathEntry("Log").value_or(""));
   if (folder.empty()) return;
   if (!folder.ends_with(L'\\')) folder += L'\\';
   SYSTEMTIME now = {};
@@ -25,7 +25,7 @@ void LogStart(const wchar_t* commandLine) {
   std::snprintf(stamp, sizeof stamp, "[%04u/%02u/%02u %02u:%02u:%02u]", now.wYear, now.wMonth, now.wDay, now.wHour,
                 now.wMinute, now.wSecond);
   std::ofstream log((folder + L"Tarsus.log").c_str(), std::ios::binary | std::ios::app);
-  log << stamp << " Start " << reference::ToAnsi(reference::Utf8(commandLine)) << "\r\n";
+  log << stamp << " Start " << windows::ToCodePageStrictly(windows::Utf8(commandLine)) << "\r\n";
 }
 
 bool IsAutomatic(const wchar_t* arguments) {

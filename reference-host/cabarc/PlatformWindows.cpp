@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "cabarc/Platform.h"
+#include "windows/adapters/Text.h"
 
 namespace cabinet::platform {
 
@@ -14,27 +15,11 @@ const char kSeparator = '\\';
 
 namespace {
 
-std::wstring ToWide(std::string_view text, UINT codePage = CP_UTF8) {
-  const int size = static_cast<int>(text.size());
-  const int length = MultiByteToWideChar(codePage, 0, text.data(), size, nullptr, 0);
-  std::wstring wide(static_cast<std::size_t>(length), L'\0');
-  MultiByteToWideChar(codePage, 0, text.data(), size, wide.data(), length);
-  return wide;
-}
-
-std::string ToUtf8(std::wstring_view wide) {
-  const int size = static_cast<int>(wide.size());
-  const int length = WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, nullptr, 0, nullptr, nullptr);
-  std::string text(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_UTF8, 0, wide.data(), size, text.data(), length, nullptr, nullptr);
-  return text;
-}
-
 // A path as the wide functions take it; long ones get the prefix that lifts the limit of 260 characters. A folder
 // must leave room for a short name below it, hence the lower limit here.
 std::wstring ToSystemPath(std::string_view path) {
   constexpr DWORD kLongFrom = 240;
-  std::wstring wide = ToWide(path);
+  std::wstring wide = windows::Utf16(path);
   const DWORD length = GetFullPathNameW(wide.c_str(), 0, nullptr, nullptr);
   if (length < kLongFrom || wide.starts_with(L"\\\\?\\")) return wide;
   std::wstring full(length, L'\0');
@@ -199,7 +184,7 @@ std::vector<std::string> Arguments(int, char**) {
   std::vector<std::string> arguments;
   int count = 0;
   wchar_t** const values = CommandLineToArgvW(GetCommandLineW(), &count);
-  for (int i = 1; values && i < count; ++i) arguments.push_back(ToUtf8(values[i]));
+  for (int i = 1; values && i < count; ++i) arguments.push_back(windows::Utf8(values[i]));
   LocalFree(values);
   return arguments;
 }
@@ -209,7 +194,7 @@ void Print(std::string_view text, bool asError) {
   DWORD mode = 0;
   DWORD count = 0;
   if (GetConsoleMode(output, &mode)) {
-    const std::wstring wide = ToWide(text);
+    const std::wstring wide = windows::Utf16(text);
     WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr);
   } else {
     WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
@@ -223,13 +208,13 @@ std::string ToNative(std::string_view path) {
 }
 
 std::string FromCodePage(std::string_view bytes) {
-  return ToUtf8(ToWide(bytes, CP_ACP));
+  return windows::FromCodePage(bytes);
 }
 
 std::string FoldName(std::string_view name) {
-  std::wstring wide = ToWide(name);
+  std::wstring wide = windows::Utf16(name);
   CharUpperBuffW(wide.data(), static_cast<DWORD>(wide.size()));
-  return ToUtf8(wide);
+  return windows::Utf8(wide);
 }
 
 FileInfo InfoOf(const std::string& path) {
@@ -255,7 +240,7 @@ bool ListFolder(const std::string& path, std::vector<FolderEntry>& entries) {
                                          nullptr, FIND_FIRST_EX_LARGE_FETCH);
   if (search == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_FILE_NOT_FOUND;
   do {
-    FolderEntry entry{ToUtf8(found.cFileName), ToInfo(found)};
+    FolderEntry entry{windows::Utf8(found.cFileName), ToInfo(found)};
     if (entry.name == "." || entry.name == "..") continue;
     if (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) {
       if (entry.info.kind == Kind::File) entry.info = InfoOf(path + kSeparator + entry.name);
@@ -293,7 +278,7 @@ std::string LastError() {
   DWORD length = FormatMessageW(FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS, nullptr, error, 0, text,
                                 static_cast<DWORD>(std::size(text)), nullptr);
   while (length > 0 && (text[length - 1] <= L' ' || text[length - 1] == L'.')) --length;
-  return length > 0 ? ToUtf8({text, length}) : "error " + std::to_string(error);
+  return length > 0 ? windows::Utf8({text, length}) : "error " + std::to_string(error);
 }
 
 unsigned ProcessNumber() {

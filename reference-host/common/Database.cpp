@@ -10,7 +10,7 @@
 
 #include "common/ConnectionText.h"
 #include "common/DriverPath.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace reference {
 
@@ -24,7 +24,7 @@ SQLWCHAR* Characters(std::wstring& text) {
 }
 
 bool FileExists(const std::string& path) {
-  const DWORD attributes = GetFileAttributesW(Utf16(path).c_str());
+  const DWORD attributes = GetFileAttributesW(windows::Utf16(path).c_str());
   return attributes != INVALID_FILE_ATTRIBUTES && !(attributes & FILE_ATTRIBUTE_DIRECTORY);
 }
 
@@ -39,14 +39,14 @@ class Statement {
   Statement& operator=(const Statement&) = delete;
 
   bool Execute(const std::string& statement, const std::vector<std::string>& parameters) {
-    std::wstring text = Utf16(statement);
+    std::wstring text = windows::Utf16(statement);
     if (!handle_ || !SQL_SUCCEEDED(SQLPrepareW(handle_, Characters(text), static_cast<SQLINTEGER>(text.size())))) {
       return false;
     }
     std::vector<std::wstring> values;
     std::vector<SQLLEN> sizes;
     for (const std::string& parameter : parameters) {
-      values.push_back(Utf16(parameter));
+      values.push_back(windows::Utf16(parameter));
       sizes.push_back(static_cast<SQLLEN>(values.back().size() * sizeof(wchar_t)));
     }
     for (std::size_t i = 0; i < values.size(); ++i) {
@@ -84,7 +84,7 @@ class Statement {
     SQLINTEGER native = 0;
     SQLSMALLINT length = 0;
     SQLGetDiagRecW(SQL_HANDLE_STMT, handle_, 1, state, &native, text, SQL_MAX_MESSAGE_LENGTH, &length);
-    return Utf8(text);
+    return windows::Utf8(text);
   }
 
  private:
@@ -93,7 +93,7 @@ class Statement {
     SQLSMALLINT length = 0, type = 0, digits = 0, nullable = 0;
     SQLULEN size = 0;
     SQLDescribeColW(handle_, static_cast<SQLUSMALLINT>(column), name, 256, &length, &type, &size, &digits, &nullable);
-    rows.columns.push_back(Utf8(name));
+    rows.columns.push_back(windows::Utf8(name));
     rows.numeric.push_back(type == SQL_INTEGER || type == SQL_SMALLINT || type == SQL_TINYINT || type == SQL_BIGINT ||
                            type == SQL_DOUBLE || type == SQL_FLOAT || type == SQL_REAL || type == SQL_NUMERIC);
   }
@@ -110,7 +110,7 @@ class Statement {
       value += piece;
       if (result == SQL_SUCCESS) break;
     }
-    cell = Utf8(value);
+    cell = windows::Utf8(value);
     return true;
   }
 
@@ -147,7 +147,7 @@ struct Database::Handles {
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment))) return false;
     SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, environment, &connection))) return false;
-    std::wstring wide = Utf16(text);
+    std::wstring wide = windows::Utf16(text);
     SQLWCHAR completed[1024] = {};
     SQLSMALLINT length = 0;
     connected =

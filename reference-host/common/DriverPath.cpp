@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace reference {
 
@@ -20,7 +20,7 @@ GetUnixFileName FindConverter() {
 
 std::string DriverPath(const std::string& path) {
   const GetUnixFileName convert = FindConverter();
-  char* const converted = convert ? convert(Utf16(path).c_str()) : nullptr;
+  char* const converted = convert ? convert(windows::Utf16(path).c_str()) : nullptr;
   if (!converted) return path;
   std::string result = converted;
   HeapFree(GetProcessHeap(), 0, converted);

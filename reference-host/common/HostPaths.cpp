@@ -5,7 +5,7 @@
 
 #include <vector>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace reference {
 
@@ -18,7 +18,7 @@ struct ValueLocation {
 };
 
 ValueLocation LocateValue(const std::string& name) {
-  std::wstring path = Utf16(name);
+  std::wstring path = windows::Utf16(name);
   path.erase(0, path.find_first_not_of(L'\\'));
   const std::size_t separator = path.rfind(L'\\');
   if (separator == std::wstring::npos) return {kHostKey, path};
@@ -47,7 +47,7 @@ std::optional<std::string> ReadRegistryText(const std::string& name) {
   status = RegGetValueW(HKEY_LOCAL_MACHINE, location.key.c_str(), location.name.c_str(), RRF_RT_REG_SZ, nullptr,
                         value.data(), &bytes);
   if (status != ERROR_SUCCESS) return std::nullopt;
-  return Utf8(value.c_str());
+  return windows::Utf8(value.c_str());
 }
 
 std::optional<unsigned long> ReadRegistryNumber(const std::string& name) {
@@ -62,7 +62,7 @@ std::optional<unsigned long> ReadRegistryNumber(const std::string& name) {
 }
 
 bool WriteRegistryText(const std::string& name, const std::string& value) {
-  const std::wstring wide = Utf16(value);
+  const std::wstring wide = windows::Utf16(value);
   return WriteValue(name, REG_SZ, wide.c_str(), (wide.size() + 1) * sizeof(wchar_t));
 }
 
@@ -74,16 +74,16 @@ std::optional<std::string> ReadPathEntry(const std::string& name) {
   std::optional<std::string> folder = ReadRegistryText("PathAppl");
   if (!folder || name.empty()) return std::nullopt;
   if (!folder->ends_with('\\')) *folder += '\\';
-  const std::wstring file = Utf16(*folder + "System\\Directory.ini");
+  const std::wstring file = windows::Utf16(*folder + "System\\Directory.ini");
   std::vector<wchar_t> value(512);
   for (;;) {
-    const DWORD length = GetPrivateProfileStringW(L"Directory", Utf16(name).c_str(), kMissing, value.data(),
+    const DWORD length = GetPrivateProfileStringW(L"Directory", windows::Utf16(name).c_str(), kMissing, value.data(),
                                                   static_cast<DWORD>(value.size()), file.c_str());
     if (length + 1 < value.size()) break;
     value.resize(value.size() * 2);
   }
   if (value[0] == kMissing[0]) return std::nullopt;
-  return Utf8(value.data());
+  return windows::Utf8(value.data());
 }
 
 }  // namespace reference

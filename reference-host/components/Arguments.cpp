@@ -2,7 +2,7 @@
 
 #include <oleauto.h>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -26,7 +26,7 @@ class Converted {
 };
 
 BSTR NewText(const std::string& text) {
-  const std::wstring wide = reference::Utf16(text);
+  const std::wstring wide = windows::Utf16(text);
   return SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }
 
@@ -44,7 +44,7 @@ HRESULT ReadText(VARIANTARG& argument, std::string& text) {
   const HRESULT result = converted.From(argument, VT_BSTR);
   if (SUCCEEDED(result)) {
     const BSTR value = (*converted).bstrVal;
-    text = reference::Utf8(std::wstring_view(value ? value : L"", SysStringLen(value)));
+    text = windows::Utf8(std::wstring_view(value ? value : L"", SysStringLen(value)));
   }
   return result;
 }

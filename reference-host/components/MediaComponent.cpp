@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-#include "common/Text.h"
 #include "components/FileHandle.h"
 #include "components/Files.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -70,7 +70,7 @@ MediaComponent::MediaComponent() {
 
 std::int32_t MediaComponent::GetDriveStatus(const std::string& drive) {
   const NoSystemBoxes quiet;
-  const std::wstring path = reference::Utf16(drive), root = RootOf(path);
+  const std::wstring path = windows::Utf16(drive), root = RootOf(path);
   if (root.empty()) return kError;
   const UINT type = GetDriveTypeW(root.c_str());
   if (type == DRIVE_NO_ROOT_DIR) return kNoDrive;
@@ -87,7 +87,7 @@ std::int32_t MediaComponent::GetDriveStatus(const std::string& drive) {
 
 std::int32_t MediaComponent::PrepareDrive(const std::string& drive, const std::string&, std::int32_t, std::int32_t) {
   const NoSystemBoxes quiet;
-  const std::wstring root = RootOf(reference::Utf16(drive));
+  const std::wstring root = RootOf(windows::Utf16(drive));
   if (root.empty() || GetDriveTypeW(root.c_str()) != DRIVE_REMOVABLE) return -1;
   if (GetDriveStatus(drive) != kReady || !DeleteEverything(root)) return -1;
   return SetVolumeLabelW(root.c_str(), kVolumeLabel) ? 0 : -1;

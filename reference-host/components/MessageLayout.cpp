@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "common/Text.h"
 #include "components/MessageDialogIds.h"
 #include "components/MessageWindow.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -44,7 +44,7 @@ SIZE MessageWindow::Measure(const std::wstring& text, int width, UINT format) co
 
 // The usual width, and more only for a text that would not fit on the screen in it.
 SIZE MessageWindow::MeasureText(int widest) const {
-  const std::wstring text = reference::Utf16(content_.message.text);
+  const std::wstring text = windows::Utf16(content_.message.text);
   const RECT work = WorkArea();
   const int tallest = (work.bottom - work.top) * 2 / 3;
   int width = std::min(Scale(kUsualText), widest);
@@ -62,7 +62,7 @@ MessageWindow::ButtonRow MessageWindow::MeasureButtons() const {
   ButtonRow row;
   row.width = Scale(kButton);
   for (const std::string* caption : {&content_.words.ok, &content_.words.consent, &content_.words.refuse}) {
-    const SIZE size = Measure(reference::Utf16(*caption), 0, DT_SINGLELINE);
+    const SIZE size = Measure(windows::Utf16(*caption), 0, DT_SINGLELINE);
     row.width = std::max(row.width, static_cast<int>(size.cx) + Scale(kButtonPaddingX));
     row.height = std::max(row.height, static_cast<int>(size.cy) + Scale(kButtonPaddingY));
   }

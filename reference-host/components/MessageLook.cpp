@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "common/HostPaths.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -43,7 +43,7 @@ MessageLook MessageLook::Read() {
   const bool system = IsHighContrast();
   MessageLook look;
   look.isHighContrast = system;
-  look.fontName = reference::Utf16(reference::ReadRegistryText("Font").value_or("Segoe UI"));
+  look.fontName = windows::Utf16(reference::ReadRegistryText("Font").value_or("Segoe UI"));
   const unsigned long points = reference::ReadRegistryNumber("BackupUtility\\BUFontSizeSS").value_or(9);
   look.fontPoints = static_cast<int>(std::clamp(points, 6UL, 36UL));
   look.back = Colour("BackupUtility\\ColorBack", COLOR_BTNFACE, system);

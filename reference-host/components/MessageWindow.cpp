@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "common/Text.h"
 #include "components/MessageDialogIds.h"
+#include "windows/adapters/Text.h"
 
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
@@ -111,10 +111,10 @@ void MessageWindow::Start() {
 
 void MessageWindow::Fill() {
   const auto set = [&](int control, const std::string& text) {
-    SetDlgItemTextW(window_, control, reference::Utf16(text).c_str());
+    SetDlgItemTextW(window_, control, windows::Utf16(text).c_str());
   };
   const Message& message = content_.message;
-  SetWindowTextW(window_, reference::Utf16(content_.words.title).c_str());
+  SetWindowTextW(window_, windows::Utf16(content_.words.title).c_str());
   set(TARSUS_MESSAGE_TEXT, message.text);
   set(TARSUS_MESSAGE_CONSENT, message.isQuestion ? content_.words.consent : content_.words.ok);
   set(TARSUS_MESSAGE_REFUSE, content_.words.refuse);

@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <exception>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -32,7 +32,7 @@ HRESULT Describe(EXCEPINFO* exception, const char* what) {
   if (exception) {
     *exception = {};
     exception->bstrSource = SysAllocString(L"TarsusComponents");
-    exception->bstrDescription = SysAllocString(reference::Utf16(what).c_str());
+    exception->bstrDescription = SysAllocString(windows::Utf16(what).c_str());
     exception->scode = E_FAIL;
   }
   return DISP_E_EXCEPTION;

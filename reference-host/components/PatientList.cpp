@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "common/Database.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -47,7 +47,7 @@ std::optional<PatientList> PatientList::Read(const std::string& database) {
 }
 
 void PatientList::AddTo(std::vector<std::wstring>& list, const std::optional<std::string>& entry) const {
-  if (entry && !entry->empty()) list.push_back(LowerCase(reference::Utf16(*entry)));
+  if (entry && !entry->empty()) list.push_back(LowerCase(windows::Utf16(*entry)));
 }
 
 bool PatientList::IsNamedIn(std::wstring_view text) const {

@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <vector>
 
-#include "common/Text.h"
 #include "components/Files.h"
 #include "components/TextLines.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -49,12 +49,12 @@ PersonalInfoFilter::PersonalInfoFilter() {
 }
 
 void PersonalInfoFilter::SetSource(const std::string& path) {
-  source_ = reference::Utf16(path);
+  source_ = windows::Utf16(path);
   while (source_.ends_with(L'\\')) source_.pop_back();
 }
 
 void PersonalInfoFilter::SetDestination(const std::string& folder) {
-  destination_ = reference::Utf16(folder);
+  destination_ = windows::Utf16(folder);
   if (!destination_.ends_with(L'\\')) destination_ += L'\\';
 }
 

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -48,7 +48,7 @@ std::optional<std::string> WithoutLines(std::string_view bytes,
   std::string kept;
   while (!bytes.empty()) {
     const std::string_view line = TakeLine(bytes, '\n');
-    if (!isUnwanted(reference::Utf16(utf8 ? std::string(line) : reference::FromAnsi(line)))) kept += line;
+    if (!isUnwanted(windows::Utf16(utf8 ? std::string(line) : windows::FromCodePage(line)))) kept += line;
   }
   return kept;
 }

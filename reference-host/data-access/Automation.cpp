@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <new>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace dataaccess {
 
@@ -59,7 +59,7 @@ bool Arguments::Text(std::size_t index, std::string& text) const {
   VARIANT converted;
   if (!Convert(At(index), VT_BSTR, converted)) return false;
   const BSTR value = converted.bstrVal;
-  text = reference::Utf8(std::wstring_view(value ? value : L"", SysStringLen(value)));
+  text = windows::Utf8(std::wstring_view(value ? value : L"", SysStringLen(value)));
   VariantClear(&converted);
   return true;
 }
@@ -144,7 +144,7 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS*
 }
 
 void SetText(VARIANT& result, const std::string& utf8) {
-  const std::wstring wide = reference::Utf16(utf8);
+  const std::wstring wide = windows::Utf16(utf8);
   result.vt = VT_BSTR;
   result.bstrVal = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
 }

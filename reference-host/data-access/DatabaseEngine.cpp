@@ -7,8 +7,8 @@
 
 #include "common/Database.h"
 #include "common/DriverPath.h"
-#include "common/Text.h"
 #include "data-access/Errors.h"
+#include "windows/adapters/Text.h"
 
 namespace dataaccess {
 
@@ -46,7 +46,7 @@ bool Lock(reference::Database& database) {
 }
 
 Outcome Compact(const std::string& source, const std::string& target) {
-  const std::wstring sourceFile = reference::Utf16(source), targetFile = reference::Utf16(target);
+  const std::wstring sourceFile = windows::Utf16(source), targetFile = windows::Utf16(target);
   if (!Exists(sourceFile)) return kFileMissing;
   if (Exists(targetFile)) return kFileExists;
   const ExclusiveFile file(sourceFile);

@@ -5,12 +5,12 @@
 
 #include <cstring>
 
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace reference {
 
 void FillBuffer(char* buffer, std::size_t size, const std::string& text) {
-  const std::string ansi = ToAnsi(text);
+  const std::string ansi = windows::ToCodePageStrictly(text);
   std::size_t fitting = 0;
   while (fitting < ansi.size()) {
     const std::size_t step = IsDBCSLeadByte(static_cast<BYTE>(ansi[fitting])) ? 2 : 1;

@@ -4,8 +4,8 @@
 #include <string_view>
 
 #include "common/HostPaths.h"
-#include "common/Text.h"
 #include "libraries/Buffers.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
@@ -29,7 +29,7 @@ extern "C" {
 
 long __stdcall QXGetString(const char* name, char* buffer) noexcept {
   if (!name || !buffer) return kFailed;
-  const auto value = ReadPathEntry(FromAnsi(name));
+  const auto value = ReadPathEntry(windows::FromCodePage(name));
   if (!value) return kFailed;
   FillBuffer(buffer, EntrySize(name), *value);
   return kDone;
@@ -37,7 +37,7 @@ long __stdcall QXGetString(const char* name, char* buffer) noexcept {
 
 long __stdcall QXRegGetKeySZ(const char* name, char* buffer) noexcept {
   if (!name || !buffer) return kFailed;
-  const auto value = ReadRegistryText(FromAnsi(name));
+  const auto value = ReadRegistryText(windows::FromCodePage(name));
   if (!value) return kFailed;
   FillBuffer(buffer, kRegistryTextSize, *value);
   return kDone;
@@ -45,7 +45,7 @@ long __stdcall QXRegGetKeySZ(const char* name, char* buffer) noexcept {
 
 long __stdcall QXRegGetKeyDWORD(const char* name, unsigned long* number) noexcept {
   if (!name || !number) return kFailed;
-  const auto value = ReadRegistryNumber(FromAnsi(name));
+  const auto value = ReadRegistryNumber(windows::FromCodePage(name));
   if (!value) return kFailed;
   *number = *value;
   return kDone;
@@ -53,19 +53,19 @@ long __stdcall QXRegGetKeyDWORD(const char* name, unsigned long* number) noexcep
 
 long __stdcall QXRegSetKeySZ(const char* name, const char* value) noexcept {
   if (!name || !value) return kFailed;
-  return WriteRegistryText(FromAnsi(name), FromAnsi(value)) ? kDone : kFailed;
+  return WriteRegistryText(windows::FromCodePage(name), windows::FromCodePage(value)) ? kDone : kFailed;
 }
 
 long __stdcall QXRegSetKeyDWORD(const char* name, unsigned long value) noexcept {
   if (!name) return kFailed;
-  return WriteRegistryNumber(FromAnsi(name), value) ? kDone : kFailed;
+  return WriteRegistryNumber(windows::FromCodePage(name), value) ? kDone : kFailed;
 }
 
 long __stdcall QXGetHostname(char* buffer) noexcept {
   wchar_t name[MAX_COMPUTERNAME_LENGTH + 1] = {};
   DWORD size = MAX_COMPUTERNAME_LENGTH + 1;
   if (!buffer || !GetComputerNameW(name, &size)) return kFailed;
-  FillBuffer(buffer, kHostNameSize, Utf8(name));
+  FillBuffer(buffer, kHostNameSize, windows::Utf8(name));
   return kDone;
 }
 

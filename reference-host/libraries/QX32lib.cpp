@@ -2,8 +2,8 @@
 #include <memory>
 
 #include "common/Database.h"
-#include "common/Text.h"
 #include "libraries/Buffers.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
@@ -23,14 +23,14 @@ extern "C" {
 
 long __stdcall QXSysDBConnect(const char* connection) noexcept {
   if (!connection) return kFailed;
-  Connection() = Database::Open(FromAnsi(connection));
+  Connection() = Database::Open(windows::FromCodePage(connection));
   return Connection() ? kDone : kFailed;
 }
 
 long __stdcall QXSysDBReadszValue(const char* group, const char* name, char* buffer) noexcept {
   if (!Connection() || !group || !name || !buffer) return kFailed;
   const auto rows = Connection()->Run("SELECT VALUE FROM T_CONFIG WHERE GROUP_NAME = ? AND NAME = ?",
-                                      {FromAnsi(group), FromAnsi(name)});
+                                      {windows::FromCodePage(group), windows::FromCodePage(name)});
   if (!rows || rows->cells.empty() || !rows->cells[0][0]) return kFailed;
   FillBuffer(buffer, kValueSize, *rows->cells[0][0]);
   return kDone;

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "common/Database.h"
-#include "common/Text.h"
 #include "libraries/Buffers.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
@@ -30,7 +30,7 @@ extern "C" {
 
 long __stdcall QXNetDBConnect(const char* location) noexcept {
   if (!location) return kFailed;
-  Connection() = Database::Open(FromAnsi(location));
+  Connection() = Database::Open(windows::FromCodePage(location));
   return Connection() ? kDone : kFailed;
 }
 
@@ -38,7 +38,7 @@ long __stdcall QXNetDBGetEquip(const char* kind, long* numbers) noexcept {
   if (!Connection() || !kind || !numbers) return kFailed;
   const auto rows =
       Connection()->Run("SELECT EQUIPMENT_NO FROM T_EQUIPMENT WHERE EQUIPMENT_KIND = ? ORDER BY ORDER_NO, EQUIPMENT_NO",
-                        {FromAnsi(kind)});
+                        {windows::FromCodePage(kind)});
   if (!rows) return kFailed;
   const std::size_t count = std::min(rows->cells.size(), kMostEquipment);
   for (std::size_t i = 0; i < count; ++i) numbers[i] = Number(rows->cells[i][0]);

@@ -10,8 +10,8 @@
 #include <string>
 
 #include "common/HostPaths.h"
-#include "common/Text.h"
 #include "programs/OwnFolder.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
@@ -44,14 +44,14 @@ std::string SystemDescription() {
   MEMORYSTATUSEX memory = {};
   memory.dwLength = sizeof memory;
   GlobalMemoryStatusEx(&memory);
-  return "Computer: " + reference::Utf8(name) + "\r\nWindows: " + std::to_string(version.dwMajorVersion) + "." +
+  return "Computer: " + windows::Utf8(name) + "\r\nWindows: " + std::to_string(version.dwMajorVersion) + "." +
          std::to_string(version.dwMinorVersion) + "." + std::to_string(version.dwBuildNumber) +
          "\r\nUp for: " + std::to_string(GetTickCount64() / 1000) +
          " s\r\nMemory: " + std::to_string(memory.ullTotalPhys >> 20) + " MB\r\n";
 }
 
 std::string HostLogs() {
-  const std::wstring folder = reference::Utf16(reference::ReadPathEntry("Log").value_or("")) + L"\\";
+  const std::wstring folder = windows::Utf16(reference::ReadPathEntry("Log").value_or("")) + L"\\";
   std::ostringstream text;
   WIN32_FIND_DATAW entry = {};
   const HANDLE search = FindFirstFileW((folder + L"*.log").c_str(), &entry);
@@ -59,7 +59,7 @@ std::string HostLogs() {
   do {
     const std::wstring name = entry.cFileName;
     const std::ifstream file((folder + name).c_str(), std::ios::binary);
-    text << "== " << reference::Utf8(name) << "\r\n" << file.rdbuf();
+    text << "== " << windows::Utf8(name) << "\r\n" << file.rdbuf();
     text.clear();  // an empty file is no failure
   } while (FindNextFileW(search, &entry));
   FindClose(search);

@@ -18,7 +18,7 @@
 
 #include "common/Database.h"
 #include "common/HostPaths.h"
-#include "common/Text.h"
+#include "windows/adapters/Text.h"
 
 namespace {
 
@@ -72,13 +72,13 @@ int wmain(int count, wchar_t** arguments) {
     return 2;
   }
   std::vector<std::string> withheld;
-  for (int index = 4; index < count; ++index) withheld.push_back(reference::Utf8(arguments[index]));
-  const auto connection = reference::ReadPathEntry(reference::Utf8(arguments[1]));
+  for (int index = 4; index < count; ++index) withheld.push_back(windows::Utf8(arguments[index]));
+  const auto connection = reference::ReadPathEntry(windows::Utf8(arguments[1]));
   const auto database = connection ? reference::Database::Open(*connection) : nullptr;
   if (!database) return Fail("the database cannot be opened");
   std::string error;
   const auto rows =
-      database->Run(reference::RewriteHostDialect("SELECT * FROM " + reference::Utf8(arguments[2])), &error);
+      database->Run(reference::RewriteHostDialect("SELECT * FROM " + windows::Utf8(arguments[2])), &error);
   if (!rows) return Fail(error);
   if (!HasAll(*rows, withheld)) return Fail("the table has no such column to withhold");
   std::ofstream file(arguments[3], std::ios::binary);

@@ -1,10 +1,8 @@
-// The two dialogs that start-up shows, and what lives from sign-in to exit.
+// The two dialogs that start-up shows.
 #include "access/Dialogs.h"
 
 #include "access/frmMainMenu.h"
 #include "access/frmUserAuthentication.h"
-#include "backup/JobDefinitions.h"
-#include "maintenance/Collectors.h"
 
 namespace operator_access {
 
@@ -13,9 +11,9 @@ void Dialogs::ShowSignIn(app::Application& application) {
 }
 
 void Dialogs::ShowMainMenu(app::Application& application) {
-  backup::JobDefinitions definitions;
-  maintenance::Collectors collectors(application, definitions);
-  frmMainMenu({application, definitions, collectors}).ShowModal();
+  jobs::JobDefinitions definitions;
+  media::MediaDrives drives(application.host, application.paths, application.messages, application.failures);
+  frmMainMenu(application, definitions, drives).ShowModal();
 }
 
 }  // namespace operator_access

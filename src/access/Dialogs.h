@@ -9,7 +9,7 @@ class Dialogs : public app::StartUpDialogs {
  public:
   void ShowSignIn(app::Application& application) override;
 
-  /// The job definitions that are loaded meanwhile live as long as the menu.
+  /// The job definitions that are loaded meanwhile, and what was found of the media drives, live as long as the menu.
   void ShowMainMenu(app::Application& application) override;
 };
 

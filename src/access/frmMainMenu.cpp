@@ -3,21 +3,16 @@
 
 #include <optional>
 
-#include "app/Appearance.h"
-#include "app/Captions.h"
-#include "app/Messages.h"
-#include "app/Records.h"
-#include "app/StartUp.h"
+#include "app/Finish.h"
 #include "backup/frmBackup.h"
 #include "maintenance/mdlBUMaintenance.h"
 #include "media/frmSelectFolder.h"
-#include "restore/RestoreOperation.h"
+#include "restore/mdlBURestore.h"
 
 namespace operator_access {
 namespace {
 
 constexpr char kScreen[] = "MainMenu";
-constexpr std::int32_t kNoRight = 63361;
 
 using Jobs = std::array<bool, 3>;
 
@@ -39,8 +34,11 @@ std::optional<Jobs> AllowedJobs(app::Right right) {
 
 }  // namespace
 
-frmMainMenu::frmMainMenu(const backup::JobContext& job)
-    : forms::Form(job.application.toolkit, "frmMainMenu"), job_(job), application_(job.application) {
+frmMainMenu::frmMainMenu(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives)
+    : forms::Form(application.toolkit, "frmMainMenu", app::MessageId::MainMenuTitle),
+      application_(application),
+      definitions_(definitions),
+      drives_(drives) {
   cmdMenu[0].Clicked = [this](forms::ShiftState) { Choose(&frmMainMenu::RunBackup); };
   cmdMenu[1].Clicked = [this](forms::ShiftState) { Choose(&frmMainMenu::RunRestore); };
   cmdMenu[2].Clicked = [this](forms::ShiftState) { Choose(&frmMainMenu::RunMaintenanceLogBackup); };
@@ -49,24 +47,21 @@ frmMainMenu::frmMainMenu(const backup::JobContext& job)
 }
 
 void frmMainMenu::OnLoad() {
-  app::RestoreDialogPosition(application_, kScreen, *this);
-  app::SetDialogCaptions(application_, app::DialogNumber::MainMenu, *this);
-  app::ApplyControlAppearance(application_, *this);
+  app::PrepareDialog(application_, *this);
   EnableByRight();
   application_.toolkit.SetPointer(forms::Pointer::Default);
   application_.state.CurrentOperation = app::Operation::MainMenu;
 }
 
 void frmMainMenu::OnUnload() {
-  app::SaveDialogPosition(application_, kScreen, *this);
+  app::SaveDialogPosition(application_.host.qx32, *this);
 }
 
 void frmMainMenu::EnableByRight() {
   const std::optional<Jobs> allowed = AllowedJobs(application_.state.UserRight);
   if (!allowed) {
-    app::ShowMessage(application_, kNoRight);
-    app::FinishApplication(application_, app::kHalt);
-    return;
+    application_.failures.Show({base::Result::Failed, app::MessageId::NoRight});
+    return app::FinishApplication(application_, app::ExitMode::Halt);
   }
   for (std::size_t i = 0; i < cmdMenu.size(); ++i) cmdMenu[i].SetEnabled((*allowed)[i]);
 }
@@ -88,30 +83,30 @@ void frmMainMenu::Choose(void (frmMainMenu::*job)()) {
 }
 
 void frmMainMenu::Begin(const char* action, app::Operation operation) {
-  app::RecordOperation(application_, kScreen, action);
+  application_.records.RecordOperation(kScreen, action);
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   application_.state.CurrentOperation = operation;
 }
 
 void frmMainMenu::RunBackup() {
   Begin("Backup", app::Operation::Backup);
-  backup::frmBackup(job_).ShowModal();
+  backup::frmBackup(application_, definitions_, drives_).ShowModal();
 }
 
 void frmMainMenu::RunRestore() {
   Begin("Restore", app::Operation::Restore);
-  restore::RestoreOperation operation(application_, job_.definitions);
-  media::frmSelectFolder(application_, operation).ShowModal();
+  restore::RestoreOperation operation(application_, definitions_, drives_);
+  media::frmSelectFolder(application_, drives_, operation).ShowModal();
 }
 
 void frmMainMenu::RunMaintenanceLogBackup() {
-  app::RecordOperation(application_, kScreen, "MainteLogBackup");
-  maintenance::StartMaintenanceLogBackup(job_);
+  application_.records.RecordOperation(kScreen, "MainteLogBackup");
+  maintenance::StartMaintenanceLogBackup(application_, definitions_, drives_);
 }
 
 void frmMainMenu::End(forms::ShiftState shift) {
-  app::RecordOperation(application_, kScreen, "END");
-  application_.state.ExitMode = shift.IsShiftAlone() ? app::kEndQuietly : app::kEndAndRestartHost;
+  application_.records.RecordOperation(kScreen, "END");
+  application_.state.ExitMode = shift.IsShiftAlone() ? app::ExitMode::EndQuietly : app::ExitMode::EndAndRestartHost;
   Close();
 }
 

@@ -5,8 +5,9 @@
 #include <cstddef>
 
 #include "app/Application.h"
-#include "backup/JobContext.h"
 #include "forms/Form.h"
+#include "jobs/JobDefinitions.h"
+#include "media/MediaDrives.h"
 
 namespace operator_access {
 
@@ -14,13 +15,15 @@ namespace operator_access {
 /// the program. A right that allows nothing shows message 63361 and halts the program.
 class frmMainMenu : public forms::Form {
  public:
-  explicit frmMainMenu(const backup::JobContext& job);
+  /// Definitions and drives outlive the form.
+  frmMainMenu(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives);
 
   /// Backup, restore, maintenance log backup.
-  std::array<forms::CommandButton, 3> cmdMenu{forms::CommandButton{*this, "cmdMenu0"},
-                                              forms::CommandButton{*this, "cmdMenu1"},
-                                              forms::CommandButton{*this, "cmdMenu2"}};
-  forms::CommandButton cmdEnd{*this, "cmdEnd"};
+  std::array<forms::CommandButton, 3> cmdMenu{
+      forms::CommandButton{*this, "cmdMenu0", app::MessageId::BackupMenuCaption},
+      forms::CommandButton{*this, "cmdMenu1", app::MessageId::RestoreMenuCaption},
+      forms::CommandButton{*this, "cmdMenu2", app::MessageId::MaintenanceMenuCaption}};
+  forms::CommandButton cmdEnd{*this, "cmdEnd", app::MessageId::EndCaption};
 
  protected:
   void OnLoad() override;
@@ -37,8 +40,9 @@ class frmMainMenu : public forms::Form {
   /// Records the choice and makes it the operation under way.
   void Begin(const char* action, app::Operation operation);
 
-  backup::JobContext job_;
   app::Application& application_;
+  jobs::JobDefinitions& definitions_;
+  media::MediaDrives& drives_;
 };
 
 }  // namespace operator_access

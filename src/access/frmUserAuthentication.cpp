@@ -1,42 +1,26 @@
 // The sign-in dialog.
 #include "access/frmUserAuthentication.h"
 
-#include <memory>
-
 #include "access/CompactDatabases.h"
-#include "app/Appearance.h"
-#include "app/Captions.h"
-#include "app/External.h"
-#include "app/Messages.h"
-#include "app/Records.h"
 
 namespace operator_access {
 namespace {
-
-constexpr std::int32_t kPasswordRefused = 63360;
-constexpr std::int32_t kAuthenticationFailed = 60308;
-constexpr std::int32_t kNoRight = 63361;
-constexpr std::int32_t kSignInNotRecorded = 60500;
 
 constexpr std::int32_t kPrivilegedUser = 6;
 constexpr std::int32_t kBackupFunction = 2601;
 constexpr std::int32_t kRestoreFunction = 2801;
 
-constexpr auto kPlaceKey = "UserAuthentication";
-
 /// Empty when the view has no such name. The name goes into the statement as it was typed:
 /// a quote in it makes the statement fail, and the name is then tried as the ID itself.
 std::string FindUserId(host::UserQuery& query, const std::string& displayName) {
-  std::int32_t status = 0;
-  query.Execute("SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'" + displayName + "'", status);
-  if (status != 0 || query.RowCount() < 1) return {};
-  const std::string userId = query.Value(0, 0, status);
-  return status == 0 ? userId : std::string();
+  const base::Outcome asked = query.Execute("SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'" + displayName + "'");
+  if (!asked.IsDone() || query.RowCount() < 1) return {};
+  return query.Value(0, 0).value_or(std::string());
 }
 
 bool IsGranted(host::UserAuthenticator& authenticator, const std::string& userId, std::int32_t functionCode) {
-  std::int32_t granted = -1;
-  return authenticator.CheckFunction(userId, functionCode, granted) != app::kFailed && granted == 0;
+  bool granted = false;
+  return authenticator.CheckFunction(userId, functionCode, granted).IsDone() && granted;
 }
 
 app::Right RightOf(host::UserAuthenticator& authenticator, const std::string& userId, std::int32_t userKind) {
@@ -51,7 +35,7 @@ app::Right RightOf(host::UserAuthenticator& authenticator, const std::string& us
 }  // namespace
 
 frmUserAuthentication::frmUserAuthentication(app::Application& application)
-    : Form(application.toolkit, "frmUserAuthentication"), application_(application) {
+    : Form(application.toolkit, "frmUserAuthentication", app::MessageId::SignInTitle), application_(application) {
   SetDefaultButton(cmdOK);
   SetCancelButton(cmdCancel);
   cmbUserName.Edited = [this] { cmdOK.SetEnabled(!cmbUserName.Text().empty()); };
@@ -60,9 +44,7 @@ frmUserAuthentication::frmUserAuthentication(app::Application& application)
 }
 
 void frmUserAuthentication::OnLoad() {
-  app::RestoreDialogPosition(application_, kPlaceKey, *this);
-  app::SetDialogCaptions(application_, app::DialogNumber::UserAuthentication, *this);
-  app::ApplyControlAppearance(application_, *this);
+  app::PrepareDialog(application_, *this);
   FillUserNames();
   cmbUserName.SetText({});
   txtPassword.SetText({});
@@ -71,19 +53,16 @@ void frmUserAuthentication::OnLoad() {
 
 void frmUserAuthentication::OnUnload() {
   ForgetPassword();
-  app::SaveDialogPosition(application_, kPlaceKey, *this);
+  app::SaveDialogPosition(application_.host.qx32, *this);
 }
 
 void frmUserAuthentication::FillUserNames() {
-  const std::unique_ptr<host::UserQuery> query = application_.host.components.CreateUserQuery();
+  const auto query = application_.host.components.CreateUserQuery();
   if (!query) return;
-  std::int32_t status = 0;
-  query->Execute("SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO", status);
-  if (status != 0) return;
+  if (!query->Execute("SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO").IsDone()) return;
   const std::int32_t rows = query->RowCount();
   for (std::int32_t row = 0; row < rows; ++row) {
-    const std::string name = query->Value(row, 0, status);
-    if (status == 0) cmbUserName.AddItem(name);
+    if (const auto name = query->Value(row, 0)) cmbUserName.AddItem(*name);
     application_.host.messageLoop.Yield();
   }
 }
@@ -92,18 +71,18 @@ void frmUserAuthentication::FillUserNames() {
 // middle of a sign-in must not come through.
 void frmUserAuthentication::Accept() {
   SetEnabled(false);
-  const std::int32_t messageId = SignIn();
+  const base::Outcome signedIn = SignIn();
   GetToolkit().SetPointer(forms::Pointer::Default);
   SetEnabled(true);
-  if (messageId == 0) {
+  if (signedIn.IsDone()) {
     Close();
   } else {
-    app::ShowMessage(application_, messageId);
+    application_.failures.Show(signedIn);
   }
 }
 
 void frmUserAuthentication::Cancel(forms::ShiftState shift) {
-  application_.state.ExitMode = shift.IsShiftAlone() ? 1 : 0;
+  application_.state.ExitMode = shift.IsShiftAlone() ? app::ExitMode::EndQuietly : app::ExitMode::EndAndRestartHost;
   application_.state.SignedIn = false;
   Close();
 }
@@ -114,42 +93,45 @@ void frmUserAuthentication::ForgetPassword() {
   txtPassword.SetText({});
 }
 
-std::int32_t frmUserAuthentication::SignIn() {
+base::Outcome frmUserAuthentication::SignIn() {
   app::State& state = application_.state;
   state.UserRight = app::Right::None;
   std::string userId;
-  if (const std::int32_t id = Authenticate(userId); id != 0) return id;
+  if (base::Outcome authenticated = Authenticate(userId); !authenticated.IsDone()) return authenticated;
   state.UserId = userId;
   state.SignedIn = true;
   GetToolkit().SetPointer(forms::Pointer::Hourglass);
-  app::RecordOperation(application_, "UserAuthentication", "OK");
-  if (const std::int32_t id = CompactHostDatabases(); id != 0) return id;
-  const std::int32_t recorded = app::RecordSignInOut(application_, state.UserId, app::SignInOut::SignIn);
-  return recorded == 0 ? 0 : kSignInNotRecorded;
+  application_.records.RecordOperation("UserAuthentication", "OK");
+  if (base::Outcome compacted = CompactHostDatabases(); !compacted.IsDone()) return compacted;
+  return application_.records.RecordSignInOut(app::SignInOut::SignIn).OrSay(app::MessageId::SignInNotRecorded);
 }
 
-std::int32_t frmUserAuthentication::Authenticate(std::string& userId) {
-  const std::unique_ptr<host::UserQuery> query = application_.host.components.CreateUserQuery();
-  const std::unique_ptr<host::UserAuthenticator> authenticator = application_.host.components.CreateUserAuthenticator();
-  if (!query || !authenticator) return kAuthenticationFailed;
+base::Outcome frmUserAuthentication::Authenticate(std::string& userId) {
+  const auto query = application_.host.components.CreateUserQuery();
+  const auto authenticator = application_.host.components.CreateUserAuthenticator();
+  if (!query || !authenticator) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
   const std::string displayName = cmbUserName.Text();
   userId = FindUserId(*query, displayName);
   if (userId.empty()) userId = displayName;
   std::int32_t userKind = 0;
   const std::int32_t verified = authenticator->Verify(userId, txtPassword.Text(), userKind);
-  if (verified >= 1 && verified <= 3) return kPasswordRefused;
-  if (verified != 0) return kAuthenticationFailed;
+  if (verified >= 1 && verified <= 3) return {base::Result::Failed, app::MessageId::PasswordRefused};
+  if (verified != 0) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
   application_.state.UserRight = RightOf(*authenticator, userId, userKind);
-  return application_.state.UserRight == app::Right::None ? kNoRight : 0;
+  if (application_.state.UserRight == app::Right::None) return {base::Result::Failed, app::MessageId::NoRight};
+  return base::Result::Done;
 }
 
-std::int32_t frmUserAuthentication::CompactHostDatabases() {
+base::Outcome frmUserAuthentication::CompactHostDatabases() {
+  const work::Tools tools = work::ToolsOf(application_);
   for (const char* name : {"Config", "Param"}) {
     std::string folder;
-    if (app::GetPathEntry(application_, name, folder) != app::kDone) return app::kPathEntryUnreadable;
-    CompactDatabases(application_, folder);
+    base::Outcome read = application_.paths.GetPathEntry(name, folder);
+    if (!read.IsDone()) return std::move(read).OrSay(app::MessageId::PathEntryUnreadable);
+    CompactDatabases(tools, application_.host.compactor, application_.host.clock, folder,
+                     application_.state.StartupDirectory);
   }
-  return 0;
+  return base::Result::Done;
 }
 
 }  // namespace operator_access

@@ -1,7 +1,6 @@
 // The sign-in dialog.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
 #include "app/Application.h"
@@ -16,12 +15,12 @@ class frmUserAuthentication : public forms::Form {
  public:
   explicit frmUserAuthentication(app::Application& application);
 
-  forms::Label lblLabel1{*this, "lblLabel1"};
+  forms::Label lblLabel1{*this, "lblLabel1", app::MessageId::UserCaption};
   forms::ComboBox cmbUserName{*this, "cmbUserName"};
-  forms::Label lblLabel2{*this, "lblLabel2"};
+  forms::Label lblLabel2{*this, "lblLabel2", app::MessageId::PasswordCaption};
   forms::TextBox txtPassword{*this, "txtPassword"};
-  forms::CommandButton cmdOK{*this, "cmdOK"};
-  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+  forms::CommandButton cmdOK{*this, "cmdOK", app::MessageId::OkCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
 
  protected:
   void OnLoad() override;
@@ -33,10 +32,10 @@ class frmUserAuthentication : public forms::Form {
   void Cancel(forms::ShiftState shift);
   void ForgetPassword();
 
-  // The steps of a sign-in return 0 or the ID of the message that says why there is none.
-  std::int32_t SignIn();
-  std::int32_t Authenticate(std::string& userId);
-  std::int32_t CompactHostDatabases();
+  // A step of the sign-in that fails carries the message that says why there is none.
+  base::Outcome SignIn();
+  base::Outcome Authenticate(std::string& userId);
+  base::Outcome CompactHostDatabases();
 
   app::Application& application_;
 };

@@ -1,31 +1,34 @@
-// The font and colours of all dialogs, and where each dialog stands.
+// How every dialog comes to look.
 #include "app/Appearance.h"
 
 #include <algorithm>
 #include <string_view>
 
 #include "app/Application.h"
-#include "app/External.h"
-#include "app/WindowsPath.h"
+#include "base/Path.h"
+#include "base/Text.h"
 
 namespace app {
 namespace {
 
 constexpr std::string_view kExecutable = ".exe";
 
-bool ReadText(host::QX32& registry, const std::string& name, std::string& value) {
-  if (registry.RegGetKeySZ(name, value) == kFailed) return false;
-  value = CutAtNul(value);
-  return true;
+base::Outcome ReadTexts(host::QX32& registry, AppearanceSettings& settings) {
+  const struct {
+    const char* name;
+    std::string& value;
+  } texts[] = {{"ApplicationName", settings.ApplicationName},
+               {"Application", settings.Application},
+               {"PathAppl", settings.PathAppl},
+               {"Font", settings.Font}};
+  for (const auto& text : texts) {
+    if (base::Outcome read = registry.RegGetKeySZ(text.name, text.value); !read.IsDone()) return read;
+    text.value = base::CutAtNul(text.value);
+  }
+  return base::Result::Done;
 }
 
-bool ReadTexts(host::QX32& registry, AppearanceSettings& settings) {
-  return ReadText(registry, "ApplicationName", settings.ApplicationName) &&
-         ReadText(registry, "Application", settings.Application) && ReadText(registry, "PathAppl", settings.PathAppl) &&
-         ReadText(registry, "Font", settings.Font);
-}
-
-bool ReadNumbers(host::QX32& registry, AppearanceSettings& settings) {
+base::Outcome ReadNumbers(host::QX32& registry, AppearanceSettings& settings) {
   const struct {
     const char* name;
     std::uint32_t& value;
@@ -36,14 +39,16 @@ bool ReadNumbers(host::QX32& registry, AppearanceSettings& settings) {
       {"ColorText", settings.ColorText},     {"ColorCtrlR", settings.ColorCtrlR},   {"ColorTextR", settings.ColorTextR},
   };
   for (const auto& number : numbers) {
-    if (registry.RegGetKeyDWORD(std::string("BackupUtility\\") + number.name, number.value) == kFailed) return false;
+    base::Outcome read = registry.RegGetKeyDWORD(std::string("BackupUtility\\") + number.name, number.value);
+    if (!read.IsDone()) return read;
   }
-  return true;
+  return base::Result::Done;
 }
 
 /// Windows does not care for the case of an extension, so ".EXE" will do.
 bool NamesExecutable(const std::string& name) {
-  return name.size() >= kExecutable.size() && SameName(name.substr(name.size() - kExecutable.size()), kExecutable);
+  return name.size() >= kExecutable.size() &&
+         base::SameName(name.substr(name.size() - kExecutable.size()), kExecutable);
 }
 
 forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Control& control) {
@@ -70,8 +75,10 @@ forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Contro
   return look;
 }
 
-std::string PlaceName(const std::string& dialogKey, const char* edge) {
-  return "BackupUtility\\dlg" + dialogKey + edge;
+/// Dialogs are known in the registry by their names without "frm".
+std::string PlaceName(const forms::Form& form, const char* edge) {
+  constexpr std::size_t kPrefixLength = 3;
+  return "BackupUtility\\dlg" + form.Name().substr(kPrefixLength) + edge;
 }
 
 /// One edge of a dialog: what it is called in the registry, and the lengths it depends on.
@@ -84,7 +91,7 @@ struct Edge {
 
 /// The registry keeps places to the left of and above the screen as large numbers.
 void WritePlace(host::QX32& registry, const std::string& name, std::int32_t place) {
-  registry.RegSetKeyDWORD(name, static_cast<std::uint32_t>(place));
+  static_cast<void>(registry.RegSetKeyDWORD(name, static_cast<std::uint32_t>(place)));
 }
 
 void Centre(host::QX32& registry, Edge& edge) {
@@ -94,10 +101,10 @@ void Centre(host::QX32& registry, Edge& edge) {
 
 void ReadPlace(host::QX32& registry, Edge& edge) {
   std::uint32_t saved = 0;
-  if (registry.RegGetKeyDWORD(edge.name, saved) == kFailed) {
-    Centre(registry, edge);
-  } else {
+  if (registry.RegGetKeyDWORD(edge.name, saved).IsDone()) {
     edge.place = static_cast<std::int32_t>(saved);
+  } else {
+    Centre(registry, edge);
   }
 }
 
@@ -108,25 +115,29 @@ bool IsOffScreen(const Edge& edge) {
 
 }  // namespace
 
-ResultCode ReadAppearanceSettings(Application& application) {
-  AppearanceSettings& settings = application.appearance;
-  if (!ReadTexts(application.host.qx32, settings)) return kFailed;
+base::Outcome ReadAppearanceSettings(host::QX32& registry, forms::Toolkit& toolkit, AppearanceSettings& settings) {
+  if (base::Outcome read = ReadTexts(registry, settings); !read.IsDone()) return read;
   if (!NamesExecutable(settings.ApplicationName)) settings.ApplicationName += kExecutable;
-  if (!ReadNumbers(application.host.qx32, settings)) return kFailed;
-  application.toolkit.SetFont(settings.Font, std::max(settings.FontSizeSS, settings.FontSizeS));
-  return kDone;
+  if (base::Outcome read = ReadNumbers(registry, settings); !read.IsDone()) return read;
+  toolkit.SetFont(settings.Font, std::max(settings.FontSizeSS, settings.FontSizeS));
+  return base::Result::Done;
 }
 
-void ApplyControlAppearance(Application& application, forms::Form& form) {
-  const AppearanceSettings& settings = application.appearance;
+void SetDialogCaptions(Messages& messages, forms::Form& form) {
+  form.SetTitle(messages.GetMessageText(form.TitleId()));
+  for (forms::Control* control : form.Controls()) {
+    if (control->CaptionId() != forms::kNoCaption) control->SetCaption(messages.GetMessageText(control->CaptionId()));
+  }
+}
+
+void ApplyControlAppearance(const AppearanceSettings& settings, forms::Form& form) {
   form.SetLook({settings.Font, settings.FontSizeSS, settings.ColorBack, settings.ColorStr});
   for (forms::Control* control : form.Controls()) control->SetLook(LookOf(settings, *control));
 }
 
-void RestoreDialogPosition(Application& application, const std::string& dialogKey, forms::Form& form) {
-  host::QX32& registry = application.host.qx32;
-  Edge left{PlaceName(dialogKey, "Left"), application.toolkit.ScreenWidth(), form.Width()};
-  Edge top{PlaceName(dialogKey, "Top"), application.toolkit.ScreenHeight(), form.Height()};
+void RestoreDialogPosition(host::QX32& registry, forms::Toolkit& toolkit, forms::Form& form) {
+  Edge left{PlaceName(form, "Left"), toolkit.ScreenWidth(), form.Width()};
+  Edge top{PlaceName(form, "Top"), toolkit.ScreenHeight(), form.Height()};
   ReadPlace(registry, left);
   ReadPlace(registry, top);
   if (IsOffScreen(left) || IsOffScreen(top)) {
@@ -136,10 +147,15 @@ void RestoreDialogPosition(Application& application, const std::string& dialogKe
   form.MoveTo(left.place, top.place);
 }
 
-void SaveDialogPosition(Application& application, const std::string& dialogKey, const forms::Form& form) {
-  host::QX32& registry = application.host.qx32;
-  WritePlace(registry, PlaceName(dialogKey, "Left"), form.Left());
-  WritePlace(registry, PlaceName(dialogKey, "Top"), form.Top());
+void SaveDialogPosition(host::QX32& registry, const forms::Form& form) {
+  WritePlace(registry, PlaceName(form, "Left"), form.Left());
+  WritePlace(registry, PlaceName(form, "Top"), form.Top());
+}
+
+void PrepareDialog(Application& application, forms::Form& form) {
+  RestoreDialogPosition(application.host.qx32, application.toolkit, form);
+  SetDialogCaptions(application.messages, form);
+  ApplyControlAppearance(application.appearance, form);
 }
 
 }  // namespace app

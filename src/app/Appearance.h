@@ -1,11 +1,12 @@
-// The font and colours of all dialogs, and where each dialog stands.
+// How every dialog comes to look: its place, its captions, the font and the colours.
 #pragma once
 
 #include <cstdint>
 #include <string>
 
-#include "app/ResultCodes.h"
+#include "app/Messages.h"
 #include "forms/Form.h"
+#include "host/Libraries.h"
 
 namespace app {
 
@@ -32,19 +33,26 @@ struct AppearanceSettings {
   forms::Colour ColorTextR = 0;
 };
 
-/// Reads every value in a fixed order; the first that cannot be read ends the reading. Dialogs are
-/// laid out by the font from then on. Returns 0 or -1.
-ResultCode ReadAppearanceSettings(Application& application);
+/// Reads every value in a fixed order; the first that cannot be read ends the reading. Dialogs are laid out by the font
+/// from then on.
+base::Outcome ReadAppearanceSettings(host::QX32& registry, forms::Toolkit& toolkit, AppearanceSettings& settings);
+
+/// Sets the form's title and the captions of its controls to the catalogue's texts behind the numbers that their
+/// declarations give.
+void SetDialogCaptions(Messages& messages, forms::Form& form);
 
 /// Gives the form and each of its controls the configured font and colours. A label
 /// whose name begins with "lblError" keeps the foreground of its template.
-void ApplyControlAppearance(Application& application, forms::Form& form);
+void ApplyControlAppearance(const AppearanceSettings& settings, forms::Form& form);
 
-/// Moves the form to the place saved under `dialogKey`; centres it, and saves that,
+/// Moves the form to the place saved under its name without "frm"; centres it, and saves that,
 /// when there is none or when the form would be wholly off the screen.
-void RestoreDialogPosition(Application& application, const std::string& dialogKey, forms::Form& form);
+void RestoreDialogPosition(host::QX32& registry, forms::Toolkit& toolkit, forms::Form& form);
 
-/// Saves the form's place under `dialogKey`. Write failures are ignored.
-void SaveDialogPosition(Application& application, const std::string& dialogKey, const forms::Form& form);
+/// Saves the form's place. Write failures are ignored.
+void SaveDialogPosition(host::QX32& registry, const forms::Form& form);
+
+/// The three steps of a dialog that is loaded, in their order: place, captions, looks.
+void PrepareDialog(Application& application, forms::Form& form);
 
 }  // namespace app

@@ -1,21 +1,13 @@
 // The single way out of the program.
-#include "app/Application.h"
-#include "app/Log.h"
-#include "app/Messages.h"
-#include "app/Records.h"
-#include "app/StartUp.h"
+#include "app/Finish.h"
 
 namespace app {
 namespace {
 
-constexpr std::int32_t kHostNotStarted = 60260;
-constexpr std::int32_t kSignOutNotRecorded = 60501;
-
 void SignOut(Application& application) {
   if (!application.state.SignedIn) return;
-  if (RecordSignInOut(application, application.state.UserId, SignInOut::SignOut) != 0) {
-    ShowMessage(application, kSignOutNotRecorded);
-  }
+  const base::Outcome recorded = application.records.RecordSignInOut(SignInOut::SignOut);
+  if (!recorded.IsDone()) application.failures.Show(recorded, MessageId::SignOutNotRecorded);
 }
 
 /// Starts the host application and leaves it to itself. The folder ends in "\" already; the
@@ -23,36 +15,35 @@ void SignOut(Application& application) {
 void RestartHost(Application& application) {
   const std::string command = application.state.SystemFolder + "\\" + application.appearance.ApplicationName + " /a";
   const std::string folder = application.host.files.CurrentFolder();
-  WriteLog(application, 1, LogLevel::Information, "Current Directory : " + folder);
-  if (!application.host.processes.Start(command, host::WindowStyle::Normal)) {
-    ShowMessage(application, kHostNotStarted);
-  }
-  WriteLog(application, 1, LogLevel::Information, "Finish Backup Utility and Start Tarsus");
+  application.log.WriteLog(LogLevel::Information, "Current Directory : " + folder);
+  const auto started = application.host.processes.Start(command, host::WindowStyle::Normal);
+  if (!started) application.failures.Show(started.Why(), MessageId::HostNotStarted);
+  application.log.WriteLog(LogLevel::Information, "Finish Backup Utility and Start Tarsus");
 }
 
 /// Does not return.
 void Halt(Application& application) {
   application.host.catalogue.Abandon();
-  WriteLog(application, 1, LogLevel::Error, "Halt Backup Utility");
+  application.log.WriteLog(LogLevel::Error, "Halt Backup Utility");
   SignOut(application);
   application.host.processes.EndThisProcess();
 }
 
 }  // namespace
 
-void FinishApplication(Application& application, std::int16_t mode) {
-  if (mode == kHalt) return Halt(application);
+void FinishApplication(Application& application, ExitMode mode) {
+  if (mode == ExitMode::Halt) return Halt(application);
   application.host.catalogue.Close();
-  application.host.files.SetCurrentFolder(application.state.StartupDirectory);
+  static_cast<void>(application.host.files.SetCurrentFolder(application.state.StartupDirectory));
   SignOut(application);
-  if (mode != kEndAndRestartHost) {
-    WriteLog(application, 1, LogLevel::Information, "Finish Backup Utility");
-  } else {
+  if (mode == ExitMode::EndAndRestartHost) {
     RestartHost(application);
+  } else {
+    application.log.WriteLog(LogLevel::Information, "Finish Backup Utility");
   }
   application.toolkit.SetPointer(forms::Pointer::Default);
-  application.messageDialog.reset();
-  application.operationRecorder.reset();
+  application.messages.ReleaseMessageDialog();
+  application.records.ReleaseOperationRecorder();
 }
 
 }  // namespace app

@@ -1,13 +1,13 @@
 // The operation log BackupUtility.log.
 #include "app/Log.h"
 
-#include "app/Application.h"
-#include "app/External.h"
-#include "app/Messages.h"
-#include "app/TextFormat.h"
+#include "app/PathTable.h"
 
 namespace app {
 namespace {
+
+/// The writer's own mode; no other was ever asked for.
+constexpr std::int32_t kWriterMode = 1;
 
 /// All of one length, so that the texts line up. The misspelling is part of the format:
 /// tools that read the log look for it.
@@ -29,20 +29,23 @@ std::string LevelTag(LogLevel level) {
 
 }  // namespace
 
-std::string FormatLogLine(const host::LocalTime& time, LogLevel level, const std::string& text) {
-  return "[" + FormatLogTime(time) + "]" + LevelTag(level) + text;
+std::string FormatLogLine(const base::LocalTime& time, LogLevel level, const std::string& text) {
+  return "[" + base::FormatLogTime(time) + "]" + LevelTag(level) + text;
 }
 
-void WriteLog(Application& application, std::int32_t mode, LogLevel level, const std::string& text) {
-  const std::unique_ptr<host::LogWriter> writer = application.host.components.CreateLogWriter();
-  std::string& folder = application.state.LogFolder;
-  if (folder.empty() && GetPathEntry(application, "Log", folder) != kDone) {
-    ShowMessage(application, kPathEntryUnreadable);
+void OperationLog::WriteLog(LogLevel level, const std::string& text) {
+  const auto writer = components_.CreateLogWriter();
+  if (folder_.empty() && !GetPathEntry(pathTable_, "Log", folder_).IsDone()) {
+    messages_.ShowMessage(MessageId::PathEntryUnreadable);
   }
   if (!writer) return;
-  writer->SetFilePath(folder + "\\BackupUtility.log");
-  writer->SetMode(mode);
-  writer->WriteLine(FormatLogLine(application.host.clock.Now(), level, text));
+  writer->SetFilePath(folder_ + "\\BackupUtility.log");
+  writer->SetMode(kWriterMode);
+  static_cast<void>(writer->WriteLine(FormatLogLine(clock_.Now(), level, text)));  // there is no other place to say so
+}
+
+void OperationLog::WarnOfLoss(const std::string& what, const std::string& category) {
+  WriteLog(LogLevel::Warning, category.empty() ? what : what + " (" + category + ")");
 }
 
 }  // namespace app

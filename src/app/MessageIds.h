@@ -165,7 +165,6 @@ enum class MessageId : std::int32_t {
   NotInSetNote = 66080,
   OtherVersionNote = 66081,
   FirstCategoryName = 66090,  ///< the first of nine, in the order of CategoryNames
-  LastCategoryName = 66098,
   MaintenanceTitle = 66100,
   MaintenanceIntroduction = 66101,
   PrivacyFrameCaption = 66102,

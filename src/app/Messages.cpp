@@ -1,7 +1,7 @@
 // The message catalogue and the display of messages by number.
 #include "app/Messages.h"
 
-#include "app/Application.h"
+#include <cstdint>
 
 namespace app {
 namespace {
@@ -16,39 +16,34 @@ std::string FilteredText(host::CatalogueTable& catalogue) {
 
 }  // namespace
 
-ResultCode OpenMessageCatalogue(Application& application, const std::string& connection) {
-  return application.host.catalogue.Open(connection, application.state.MsgTableName);
+base::Outcome Messages::OpenMessageCatalogue(const std::string& connection, const std::string& tableName) {
+  return catalogue_.Open(connection, tableName);
 }
 
-std::string GetMessageText(Application& application, std::int32_t id) {
-  host::CatalogueTable& catalogue = application.host.catalogue;
-  const bool filtered = catalogue.SetFilter("ID = " + std::to_string(id)) == kDone;
-  const std::string text = filtered ? FilteredText(catalogue) : kNotDefined;
+std::string Messages::GetMessageText(MessageId id) {
+  const bool filtered = catalogue_.SetFilter("ID = " + std::to_string(static_cast<std::int32_t>(id))).IsDone();
+  const std::string text = filtered ? FilteredText(catalogue_) : kNotDefined;
   // A table that cannot be shown whole again is not to be trusted with the text either.
-  return catalogue.SetFilter({}) == kDone ? text : kNotDefined;
+  return catalogue_.SetFilter({}).IsDone() ? text : kNotDefined;
 }
 
-void CreateMessageDialog(Application& application) {
-  application.messageDialog = application.host.components.CreateMessageDialog();
-  if (application.messageDialog) application.messageDialog->SetDisplayOptions(1, 1);
+void Messages::CreateMessageDialog() {
+  dialog_ = components_.CreateMessageDialog();
+  if (dialog_) dialog_->SetDisplayOptions(1, 1);
 }
 
-std::int16_t ShowMessage(Application& application, std::int32_t id, const std::string& text) {
-  return ShowMessage(application, id, {}, {}, text);
+host::Answer Messages::ShowMessage(MessageId id, const std::string& text) {
+  return ShowMessage(id, {}, {}, text);
 }
 
-std::int16_t ShowMessage(Application& application, std::int32_t id, const std::string& text1, const std::string& text2,
-                         const std::string& text3) {
-  if (!application.messageDialog) CreateMessageDialog(application);
-  std::int32_t button = 0;
-  if (application.messageDialog) button = application.messageDialog->Show(id, text1, text2, text3);
-  application.state.PendingMessageId = 0;
-  return static_cast<std::int16_t>(button);
+host::Answer Messages::ShowMessage(MessageId id, const std::string& text1, const std::string& text2,
+                                   const std::string& text3) {
+  if (!dialog_) CreateMessageDialog();
+  return dialog_ ? dialog_->Show(id, text1, text2, text3) : host::Answer::NotShown;
 }
 
-void ShowPendingMessage(Application& application, std::int32_t defaultId) {
-  const std::int32_t pending = application.state.PendingMessageId;
-  ShowMessage(application, pending != 0 ? pending : defaultId);
+void Failures::Show(const base::Outcome& failure, MessageId whenNone) {
+  messages_.ShowMessage(failure.PendingMessageId != MessageId::None ? failure.PendingMessageId : whenNone);
 }
 
 }  // namespace app

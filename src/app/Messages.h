@@ -1,34 +1,57 @@
-// The message catalogue and the display of messages by number.
+// The message catalogue, the display of messages by number, and the one place where a failure is shown.
 #pragma once
 
-#include <cstdint>
+#include <memory>
 #include <string>
 
-#include "app/ResultCodes.h"
+#include "app/MessageIds.h"
+#include "host/Components.h"
+#include "host/Databases.h"
 
 namespace app {
 
-class Application;
+class Messages {
+ public:
+  Messages(host::CatalogueTable& catalogue, host::ComponentFactory& components)
+      : catalogue_(catalogue), components_(components) {}
 
-/// Opens the catalogue's table `MsgTableName` and keeps it open. Returns 0, non-zero on failure.
-ResultCode OpenMessageCatalogue(Application& application, const std::string& connection);
+  /// Opens the catalogue's table and keeps it open.
+  base::Outcome OpenMessageCatalogue(const std::string& connection, const std::string& tableName);
 
-/// Creates the host's message dialog, which every later message is shown with. Where that fails,
-/// ShowMessage tries again.
-void CreateMessageDialog(Application& application);
+  /// Creates the host's message dialog, which every later message is shown with. Where that fails, ShowMessage tries
+  /// again.
+  void CreateMessageDialog();
+  /// Lets the host's message dialog go; a later message creates another one.
+  void ReleaseMessageDialog() { dialog_.reset(); }
 
-/// The catalogue's text behind `id`; "Not Defined!" where there is none.
-std::string GetMessageText(Application& application, std::int32_t id);
+  /// The catalogue's text behind `id`; "Not Defined!" where there is none.
+  std::string GetMessageText(MessageId id);
 
-/// Shows message `id` with `text` as its third insertion, clears `PendingMessageId`, and
-/// returns the button's code: in a two-choice prompt kRefused or kConsented.
-std::int16_t ShowMessage(Application& application, std::int32_t id, const std::string& text = {});
+  /// Shows message `id` with `text` as its third insertion, and returns the code of the button.
+  host::Answer ShowMessage(MessageId id, const std::string& text = {});
+  /// The same with insertions of the caller's choice: message 60521 wants its figure in the second.
+  host::Answer ShowMessage(MessageId id, const std::string& text1, const std::string& text2, const std::string& text3);
 
-/// The same with insertions of the caller's choice: message 60521 wants its figure in the second.
-std::int16_t ShowMessage(Application& application, std::int32_t id, const std::string& text1, const std::string& text2,
-                         const std::string& text3);
+  /// Shows the two-choice prompt `id` and tells whether the operator consents. A prompt that could not be shown counts
+  /// as refused: formatting, overwriting and deleting stand behind some of them.
+  bool Consents(MessageId id) { return ShowMessage(id) == host::Answer::Consented; }
 
-/// Shows `PendingMessageId` where a step has left one, else `defaultId`.
-void ShowPendingMessage(Application& application, std::int32_t defaultId);
+ private:
+  host::CatalogueTable& catalogue_;
+  host::ComponentFactory& components_;
+  std::unique_ptr<host::MessageDialog> dialog_;
+};
+
+/// Where failures end: here they are told to the operator.
+class Failures {
+ public:
+  explicit Failures(Messages& messages) : messages_(messages) {}
+
+  /// Shows the message that the failed step has left, else `whenNone`.
+  void Show(const base::Outcome& failure, MessageId whenNone = MessageId::None);
+
+ private:
+  Messages& messages_;
+};
 
 }  // namespace app

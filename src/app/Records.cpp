@@ -1,35 +1,36 @@
-// What the host keeps of the operator's doings: operation records and the audit trail.
+// What the host keeps of the operator's doings.
 #include "app/Records.h"
 
 #include "app/Application.h"
-#include "app/ResultCodes.h"
 
 namespace app {
+namespace {
 
-void RecordOperation(Application& application, const std::string& screen, const std::string& action) {
-  if (!application.operationRecorder) {
-    application.operationRecorder = application.host.components.CreateOperationRecorder();
-  }
-  if (!application.operationRecorder) return;
-  application.operationRecorder->Record(application.state.HostName, application.state.UserId, "BackupUtility", screen,
-                                        action);
+base::Outcome NoAuditTrail() {
+  return base::Failure("the audit trail component cannot be created");
 }
 
-std::int32_t RecordSignInOut(Application& application, const std::string& userId, SignInOut which) {
-  const std::unique_ptr<host::AuditTrail> trail = application.host.components.CreateAuditTrail();
-  if (!trail) return kFailed;
-  const std::string& word = application.state.SignInOutWords[static_cast<std::size_t>(which)];
-  return trail->RecordSignInOut(userId, word, application.state.ProgramTitle);
+}  // namespace
+
+void Records::RecordOperation(const std::string& screen, const std::string& action) {
+  if (!recorder_) CreateOperationRecorder();
+  if (!recorder_) return;
+  static_cast<void>(recorder_->Record(state_.HostName, state_.UserId, "BackupUtility", screen, action));
 }
 
-std::int32_t RecordCategoryPhase(Application& application, const std::string& userId, Phase phase,
-                                 std::size_t category) {
-  const State& state = application.state;
-  if (category >= state.CategoryNames.size()) return kFailed;
-  const std::unique_ptr<host::AuditTrail> trail = application.host.components.CreateAuditTrail();
-  if (!trail) return kFailed;
-  return trail->RecordCategoryPhase(userId, state.PhaseWords[static_cast<std::size_t>(phase)],
-                                    state.CategoryNames[category]);
+base::Outcome Records::RecordSignInOut(SignInOut which) {
+  const auto trail = components_.CreateAuditTrail();
+  if (!trail) return NoAuditTrail();
+  const std::string& word = state_.SignInOutWords[static_cast<std::size_t>(which)];
+  return trail->RecordSignInOut(state_.UserId, word, state_.ProgramTitle);
+}
+
+base::Outcome Records::RecordCategoryPhase(Phase phase, std::size_t target) {
+  if (target >= state_.CategoryNames.size()) return base::Failure("no category has this number");
+  const auto trail = components_.CreateAuditTrail();
+  if (!trail) return NoAuditTrail();
+  return trail->RecordCategoryPhase(state_.UserId, state_.PhaseWords[static_cast<std::size_t>(phase)],
+                                    state_.CategoryNames[target]);
 }
 
 }  // namespace app

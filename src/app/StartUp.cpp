@@ -3,57 +3,55 @@
 
 #include <string_view>
 
-#include "app/Application.h"
-#include "app/External.h"
-#include "app/Log.h"
-#include "app/Manual.h"
-#include "app/Messages.h"
-#include "app/Unicode.h"
-#include "app/WindowsPath.h"
+#include "app/Finish.h"
+#include "base/Path.h"
+#include "base/Text.h"
 
 namespace app {
 namespace {
 
-constexpr std::int32_t kCatalogueNotOpened = 60320;
-constexpr std::int32_t kSystemDatabaseFailed = 60321;
-constexpr std::int32_t kAppearanceIncomplete = 60322;
-constexpr std::int32_t kTableNameUnreadable = 60325;
-
 /// The connection string has a field of fixed length.
 constexpr std::size_t kConnectionLength = 256;
 
-/// Cut, or padded with blanks, to exactly `width` characters.
-std::string FixedWidth(std::string_view text, std::size_t width) {
-  std::string_view rest = text;
-  std::size_t count = 0;
-  for (; count < width && !rest.empty(); ++count) TakeCharacter(rest);
-  return std::string(text.substr(0, text.size() - rest.size())).append(width - count, ' ');
+struct SiblingTool {
+  const char* executable;
+  MessageId message;
+};
+
+constexpr SiblingTool kSiblingTools[] = {
+    {"QXUserUtility.exe", MessageId::UserUtilityRuns},
+    {"QXServiceUtility.exe", MessageId::ServiceUtilityRuns},
+    {"ScheduledBackupTool.exe", MessageId::ScheduledBackupRuns},
+};
+
+// Versions of a tool that differ behind these characters must keep each other out too. The
+// tools' names are ASCII, so bytes are characters wherever a comparison can succeed.
+std::string_view SignificantPart(std::string_view executable) {
+  return executable.substr(0, 15);
 }
 
 void CreateComponents(Application& application) {
-  CreateMessageDialog(application);
+  application.messages.CreateMessageDialog();
   application.state.StartupDirectory = application.host.files.CurrentFolder();
   application.state.SignedIn = false;
-  application.operationRecorder = application.host.components.CreateOperationRecorder();
+  application.records.CreateOperationRecorder();
 }
 
-// The preparing steps return 0 or the ID of the message that says what failed.
-
-std::int32_t OpenCatalogue(Application& application) {
+base::Outcome OpenCatalogue(Application& application) {
   std::string connection;
-  if (GetPathEntry(application, "LangStrDB", connection) != kDone) return kPathEntryUnreadable;
-  const ResultCode opened = OpenMessageCatalogue(application, FixedWidth(connection, kConnectionLength));
-  return opened == kDone ? 0 : kCatalogueNotOpened;
+  base::Outcome read = application.paths.GetPathEntry("LangStrDB", connection);
+  if (!read.IsDone()) return std::move(read).OrSay(MessageId::PathEntryUnreadable);
+  return application.messages
+      .OpenMessageCatalogue(base::FixedWidth(connection, kConnectionLength), application.state.MsgTableName)
+      .OrSay(MessageId::CatalogueNotOpened);
 }
 
-void ReadHostIdentity(Application& application) {
-  application.state.HostName = CutAtNul(application.host.qx32.GetHostname());
-  application.state.SoftwareVersion = CutAtNul(application.host.qx32.GetSoftwareVersion());
-  application.state.PendingMessageId = 0;
+void ReadHostIdentity(host::QX32& library, State& state) {
+  state.HostName = base::CutAtNul(library.GetHostname());
+  state.SoftwareVersion = base::CutAtNul(library.GetSoftwareVersion());
 }
 
-std::int32_t ReadFolders(Application& application) {
-  State& state = application.state;
+base::Outcome ReadFolders(const PathTable& paths, State& state) {
   const struct {
     const char* name;
     std::string& folder;
@@ -61,72 +59,105 @@ std::int32_t ReadFolders(Application& application) {
                  {"System", state.SystemFolder},
                  {"UserFolder", state.UserFolder}};
   for (const auto& entry : folders) {
-    if (GetPathEntry(application, entry.name, entry.folder) != kDone) return kPathEntryUnreadable;
-    entry.folder = WithTrailingBackslash(entry.folder);
+    base::Outcome read = paths.GetPathEntry(entry.name, entry.folder);
+    if (!read.IsDone()) return std::move(read).OrSay(MessageId::PathEntryUnreadable);
+    entry.folder = base::WithTrailingBackslash(entry.folder);
   }
-  return 0;
+  return base::Result::Done;
 }
 
-std::int32_t Prepare(Application& application) {
-  if (const std::int32_t id = InitSystemDatabase(application); id != 0) return id;
-  if (GetPathEntry(application, "Log", application.state.LogFolder) != kDone) return kPathEntryUnreadable;
-  if (ReadAppearanceSettings(application) != kDone) return kAppearanceIncomplete;
-  if (const std::int32_t id = OpenCatalogue(application); id != 0) return id;
-  if (const std::int32_t id = CheckExclusiveRun(application); id != 0) return id;
-  ReadHostIdentity(application);
-  return ReadFolders(application);
-}
-
-void LoadFixedTexts(Application& application) {
-  constexpr std::size_t kCategories = 9;
+/// The first step that fails ends the start; its outcome carries the message.
+base::Outcome Prepare(Application& application) {
+  host::Host& host = application.host;
   State& state = application.state;
-  state.ProgramTitle = GetMessageText(application, 66000);
-  state.SignInOutWords = {GetMessageText(application, 10000), GetMessageText(application, 10001)};
+  if (base::Outcome step = InitSystemDatabase(host.qx32, host.qx32lib, state.MsgTableName); !step.IsDone()) return step;
+  base::Outcome step = application.paths.GetPathEntry("Log", state.LogFolder);
+  if (!step.IsDone()) return std::move(step).OrSay(MessageId::PathEntryUnreadable);
+  step = ReadAppearanceSettings(host.qx32, application.toolkit, application.appearance);
+  if (!step.IsDone()) return std::move(step).OrSay(MessageId::AppearanceUnreadable);
+  step = OpenCatalogue(application);
+  if (!step.IsDone()) return step;
+  step = CheckExclusiveRun(host.processes, host.messageLoop);
+  if (!step.IsDone()) return step;
+  ReadHostIdentity(host.qx32, state);
+  return ReadFolders(application.paths, state);
+}
+
+void LoadFixedTexts(Messages& messages, State& state) {
+  constexpr std::size_t kCategories = 9;
+  state.ProgramTitle = messages.GetMessageText(MessageId::ProgramTitle);
+  state.SignInOutWords = {messages.GetMessageText(MessageId::SignInWord),
+                          messages.GetMessageText(MessageId::SignOutWord)};
   for (std::size_t i = 0; i < kCategories; ++i) {
-    state.CategoryNames[i] = GetMessageText(application, 66090 + static_cast<std::int32_t>(i));
+    const auto number = static_cast<std::int32_t>(MessageId::FirstCategoryName) + static_cast<std::int32_t>(i);
+    state.CategoryNames[i] = messages.GetMessageText(MessageId{number});
   }
-  state.PhaseWords = {GetMessageText(application, 10002), GetMessageText(application, 10003)};
+  state.PhaseWords = {messages.GetMessageText(MessageId::PhaseStartWord),
+                      messages.GetMessageText(MessageId::PhaseEndWord)};
 }
 
 }  // namespace
 
 void Main(Application& application, StartUpDialogs& dialogs) {
   // Neither log nor catalogue can be found without the installation.
-  if (CheckInstallation(application) != kDone) {
+  if (!CheckInstallation(application.host.qx32, application.host.files).IsDone()) {
     application.toolkit.ShowPlainMessage("Not Exist Directory.ini. Please Reinstall Tarsus System.", "QXBackupUtility");
     return;
   }
-  WriteLog(application, 1, LogLevel::Information, "Start Backup Utility");
-  application.toolkit.HelpRequested = [&application] { ShowManual(application); };
+  application.log.WriteLog(LogLevel::Information, "Start Backup Utility");
+  application.toolkit.HelpRequested = [&application] { ShowManual(application.host.shell, application.log); };
   CreateComponents(application);
-  if (const std::int32_t id = Prepare(application); id != 0) {
-    ShowMessage(application, id);
-    return FinishApplication(application, kHalt);
+  if (const base::Outcome prepared = Prepare(application); !prepared.IsDone()) {
+    application.failures.Show(prepared);
+    return FinishApplication(application, ExitMode::Halt);
   }
-  LoadFixedTexts(application);
+  LoadFixedTexts(application.messages, application.state);
   dialogs.ShowSignIn(application);
   if (application.state.SignedIn) dialogs.ShowMainMenu(application);
   FinishApplication(application, application.state.ExitMode);
 }
 
-ResultCode CheckInstallation(Application& application) {
+base::Outcome CheckInstallation(host::QX32& registry, host::FileSystem& files) {
   std::string folder;
-  if (application.host.qx32.RegGetKeySZ("\\PathAppl", folder) == kFailed) return kFailed;
-  const std::string pathTable = WithTrailingBackslash(CutAtNul(folder)) + "System\\" + "Directory.ini";
-  return application.host.files.FileExists(pathTable) ? kDone : kFailed;
+  if (base::Outcome read = registry.RegGetKeySZ("\\PathAppl", folder); !read.IsDone()) return read;
+  const std::string pathTable = base::WithTrailingBackslash(base::CutAtNul(folder)) + "System\\" + "Directory.ini";
+  return files.FileExists(pathTable) ? base::Outcome() : base::Failure("no file " + pathTable);
 }
 
-std::int32_t InitSystemDatabase(Application& application) {
-  host::QX32lib& database = application.host.qx32lib;
+base::Outcome InitSystemDatabase(host::QX32& pathTable, host::QX32lib& database, std::string& tableName) {
   std::string connection;
-  if (application.host.qx32.GetString("SysMasterDB", host::QX32::kSystemEntrySize, connection) != kDone) {
-    return kPathEntryUnreadable;
+  base::Outcome step = pathTable.GetString("SysMasterDB", host::QX32::kSystemEntrySize, connection);
+  if (!step.IsDone()) return std::move(step).OrSay(MessageId::PathEntryUnreadable);
+  step = database.SysDBConnect(base::CutAtNul(connection));
+  if (!step.IsDone()) return std::move(step).OrSay(MessageId::SystemDatabaseFailed);
+  std::string value;
+  step = database.SysDBReadszValue("SysConfig", "MsgTableName", value);
+  if (!step.IsDone()) return std::move(step).OrSay(MessageId::MessageTableUnnamed);
+  tableName = base::CutAtNul(value, true);
+  return database.SysDBClose().OrSay(MessageId::SystemDatabaseFailed);
+}
+
+base::Outcome CheckExclusiveRun(host::Processes& processes, host::MessageLoop& messageLoop) {
+  if (processes.HasPreviousInstance()) return {base::Result::Failed, MessageId::AlreadyRunning};
+  for (const SiblingTool& tool : kSiblingTools) {
+    if (IsProcessRunning(processes, messageLoop, tool.executable)) {
+      return {base::Result::Failed, tool.message, tool.executable};
+    }
   }
-  if (database.SysDBConnect(CutAtNul(connection)) == kFailed) return kSystemDatabaseFailed;
-  std::string tableName;
-  if (database.SysDBReadszValue("SysConfig", "MsgTableName", tableName) == kFailed) return kTableNameUnreadable;
-  application.state.MsgTableName = CutAtNul(tableName, true);
-  return database.SysDBClose() == kFailed ? kSystemDatabaseFailed : 0;
+  return base::Result::Done;
+}
+
+bool IsProcessRunning(host::Processes& processes, host::MessageLoop& messageLoop, const std::string& name) {
+  for (const std::string& running : processes.RunningExecutables()) {
+    messageLoop.Yield();
+    if (SignificantPart(running) == SignificantPart(name)) return true;
+  }
+  return false;
+}
+
+void ShowManual(host::Shell& shell, OperationLog& log) {
+  const std::string manual = "QXBackupUtility.html";
+  if (!shell.OpenDocument(manual)) log.WriteLog(LogLevel::Warning, "Manual not opened : " + manual);
 }
 
 }  // namespace app

@@ -1,14 +1,11 @@
-// Start-up and the single way out.
+// Start-up: from the installation check to the dialogs.
 #pragma once
 
-#include <cstdint>
 #include <string>
 
-#include "app/ResultCodes.h"
+#include "app/Application.h"
 
 namespace app {
-
-class Application;
 
 /// The two dialogs that start-up shows; they belong to the rooms above this one.
 class StartUpDialogs {
@@ -22,26 +19,21 @@ class StartUpDialogs {
 /// a sibling tool, then shows the sign-in and, after it, the main menu.
 void Main(Application& application, StartUpDialogs& dialogs);
 
-/// Whether Directory.ini stands where the host's registry says: 0 or -1.
-ResultCode CheckInstallation(Application& application);
+/// Whether Directory.ini stands where the host's registry says.
+base::Outcome CheckInstallation(host::QX32& registry, host::FileSystem& files);
 
-/// Reads the message table's name from the system configuration database. 0 or a message ID.
-std::int32_t InitSystemDatabase(Application& application);
+/// Reads the message table's name from the system configuration database. A failure carries its message.
+base::Outcome InitSystemDatabase(host::QX32& pathTable, host::QX32lib& database, std::string& tableName);
 
-/// 0, or the ID of the message that names what runs already.
-std::int32_t CheckExclusiveRun(Application& application);
+/// Fails, with the message that names what runs already, where this program must not run beside it.
+base::Outcome CheckExclusiveRun(host::Processes& processes, host::MessageLoop& messageLoop);
 
 /// Whether an executable runs whose name has the same first 15 characters, case-sensitively:
 /// more than 15 never count.
-bool IsProcessRunning(Application& application, const std::string& name);
+bool IsProcessRunning(host::Processes& processes, host::MessageLoop& messageLoop, const std::string& name);
 
-/// How the program ends.
-inline constexpr std::int16_t kHalt = -1;
-inline constexpr std::int16_t kEndAndRestartHost = 0;
-inline constexpr std::int16_t kEndQuietly = 1;
-
-/// Every way out passes here. kHalt ends the process and does not return; kEndAndRestartHost
-/// starts the host application; any other mode ends without it.
-void FinishApplication(Application& application, std::int16_t mode);
+/// Opens the manual that stands beside the program. Where there is none, or nothing to open it
+/// with, a Warning line in the operation log is all that happens.
+void ShowManual(host::Shell& shell, OperationLog& log);
 
 }  // namespace app

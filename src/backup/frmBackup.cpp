@@ -1,27 +1,16 @@
 // The backup dialog: what to back up.
 #include "backup/frmBackup.h"
 
-#include "app/Appearance.h"
-#include "app/Captions.h"
-#include "app/Log.h"
-#include "app/Messages.h"
-#include "backup/BackupOperation.h"
-#include "backup/FileOperations.h"
-#include "backup/StagingFolder.h"
+#include "backup/mdlBUBackup.h"
 #include "media/frmSelectFolder.h"
 
 namespace backup {
-namespace {
 
-constexpr char kPositionKey[] = "Backup";
-constexpr std::int32_t kNoStagingFolder = 60360;
-constexpr std::int32_t kSectionMissing = 60370;
-constexpr std::int32_t kPackingFailed = 60371;
-
-}  // namespace
-
-frmBackup::frmBackup(const JobContext& job)
-    : forms::Form(job.application.toolkit, "frmBackup"), job_(job), application_(job.application) {
+frmBackup::frmBackup(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives)
+    : forms::Form(application.toolkit, "frmBackup", app::MessageId::BackupTitle),
+      application_(application),
+      definitions_(definitions),
+      drives_(drives) {
   for (forms::CheckBox* const box : {&chkPatientData, &chkSystemData, &chkReportData}) {
     box->Clicked = [this] { CategoryClicked(); };
   }
@@ -36,10 +25,8 @@ frmBackup::frmBackup(const JobContext& job)
 }
 
 void frmBackup::OnLoad() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Start Select Information for Backup");
-  app::RestoreDialogPosition(application_, kPositionKey, *this);
-  app::SetDialogCaptions(application_, app::DialogNumber::Backup, *this);
-  app::ApplyControlAppearance(application_, *this);
+  application_.log.WriteLog(app::LogLevel::Information, "Start Select Information for Backup");
+  app::PrepareDialog(application_, *this);
   chkPatientData.SetValue(true);
   chkLogData.SetValue(true);
   EnableAll();
@@ -47,16 +34,20 @@ void frmBackup::OnLoad() {
 }
 
 void frmBackup::OnUnload() {
-  app::SaveDialogPosition(application_, kPositionKey, *this);
+  app::SaveDialogPosition(application_.host.qx32, *this);
 }
 
-CategoryChoice frmBackup::Choice() const {
-  return {chkPatientData.Value(), chkSystemData.Value(), chkLogData.Value(), chkReportData.Value()};
+backupset::Boxes frmBackup::Choice() const {
+  backupset::Boxes choice;
+  if (chkPatientData.Value()) choice.insert(backupset::Box::Patient);
+  if (chkSystemData.Value()) choice.insert(backupset::Box::System);
+  if (chkLogData.Value()) choice.insert(backupset::Box::Log);
+  if (chkReportData.Value()) choice.insert(backupset::Box::Report);
+  return choice;
 }
 
 void frmBackup::CategoryClicked() {
-  const CategoryChoice choice = Choice();
-  cmdStart.SetEnabled(choice.patient || choice.system || choice.log || choice.report);
+  cmdStart.SetEnabled(!Choice().empty());
 }
 
 void frmBackup::EnableAll() {
@@ -75,20 +66,11 @@ void frmBackup::DisableAll() {
 }
 
 void frmBackup::Start() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Start Backup");
+  application_.log.WriteLog(app::LogLevel::Information, "Start Backup");
   DisableAll();
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
-  application_.state.BackupDone = false;
-  if (const std::int32_t message = GatherAndPack(); message != 0) {
-    app::ShowMessage(application_, message);
-    RemoveStagingFolder(application_);  // nobody else would
-  } else {
-    ChooseDestination();
-  }
+  const bool done = BackUp();
   application_.toolkit.SetPointer(forms::Pointer::Default);
-  application_.state.DeleteLogs = false;
-  const bool done = application_.state.BackupDone;
-  application_.state.BackupDone = false;
   if (done) {
     Close();
   } else {
@@ -96,20 +78,18 @@ void frmBackup::Start() {
   }
 }
 
-std::int32_t frmBackup::GatherAndPack() {
-  if (CreateStagingFolder(application_).empty()) return kNoStagingFolder;
-  if (LoadBackupSections(job_, Choice()) != app::kDone) return kSectionMissing;
-  return PackCategories(job_, Choice()) == app::kDone ? 0 : kPackingFailed;
-}
-
-void frmBackup::ChooseDestination() {
-  application_.state.BackupSize = GetFolderSize(application_, application_.state.StagingFolder);
+bool frmBackup::BackUp() {
+  BackupJob job{Choice(), false, {{application_.host.files, application_.state.StartupDirectory}, {}, 0}};
+  if (const base::Outcome packed = GatherAndPack(application_, definitions_, job); !packed.IsDone()) {
+    application_.failures.Show(packed);
+    return false;
+  }
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
-  application_.state.DeleteLogs = chkDeleteLog.Value() && chkLogData.Value();
+  job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);
-  BackupOperation operation(job_, Choice());
-  media::frmSelectFolder dialog(application_, operation);
-  dialog.ShowModal();
+  BackupOperation operation(application_, definitions_, drives_, job);
+  media::frmSelectFolder(application_, drives_, operation).ShowModal();
+  return operation.IsDone();
 }
 
 }  // namespace backup

@@ -1,11 +1,11 @@
 // The backup dialog: what to back up.
 #pragma once
 
-#include <cstdint>
-
-#include "backup/Categories.h"
-#include "backup/JobContext.h"
+#include "app/Application.h"
+#include "backupset/Categories.h"
 #include "forms/Form.h"
+#include "jobs/JobDefinitions.h"
+#include "media/MediaDrives.h"
 
 namespace backup {
 
@@ -13,16 +13,16 @@ namespace backup {
 /// and then shows the selection dialog. Stays open until a backup has succeeded or it is cancelled.
 class frmBackup : public forms::Form {
  public:
-  explicit frmBackup(const JobContext& job);
+  frmBackup(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives);
 
-  forms::Frame fraBackup{*this, "fraBackup"};
-  forms::CheckBox chkPatientData{*this, "chkPatientData"};
-  forms::CheckBox chkSystemData{*this, "chkSystemData"};
-  forms::CheckBox chkLogData{*this, "chkLogData"};
-  forms::CheckBox chkReportData{*this, "chkReportData"};
-  forms::CheckBox chkDeleteLog{*this, "chkDeleteLog"};
-  forms::CommandButton cmdStart{*this, "cmdStart"};
-  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+  forms::Frame fraBackup{*this, "fraBackup", app::MessageId::BackupFrameCaption};
+  forms::CheckBox chkPatientData{*this, "chkPatientData", app::MessageId::BackupPatientCaption};
+  forms::CheckBox chkSystemData{*this, "chkSystemData", app::MessageId::BackupSystemCaption};
+  forms::CheckBox chkLogData{*this, "chkLogData", app::MessageId::BackupLogCaption};
+  forms::CheckBox chkDeleteLog{*this, "chkDeleteLog", app::MessageId::DeleteLogCaption};
+  forms::CheckBox chkReportData{*this, "chkReportData", app::MessageId::BackupReportCaption};
+  forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
 
  protected:
   void OnLoad() override;
@@ -33,14 +33,14 @@ class frmBackup : public forms::Form {
   void Start();
   void EnableAll();
   void DisableAll();
-  CategoryChoice Choice() const;
+  backupset::Boxes Choice() const;
 
-  /// Gathers and packs the ticked categories: 0, or the ID of the message that says why not.
-  std::int32_t GatherAndPack();
-  void ChooseDestination();
+  /// Gathers, packs, and has the destination chosen, where the set is written; whether that was done.
+  bool BackUp();
 
-  JobContext job_;
   app::Application& application_;
+  jobs::JobDefinitions& definitions_;
+  media::MediaDrives& drives_;
 };
 
 }  // namespace backup

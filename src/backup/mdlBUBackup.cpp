@@ -1,72 +1,134 @@
-// The backup driver: writes what was gathered to the chosen destination and reports the result.
+// An ordinary backup: gathering, packing, and the driver.
 #include "backup/mdlBUBackup.h"
 
-#include "app/Messages.h"
-#include "app/TextFormat.h"
-#include "app/WindowsPath.h"
-#include "backup/Descriptor.h"
-#include "backup/DestinationCopy.h"
-#include "backup/FileOperations.h"
-#include "backup/FloppyFormat.h"
-#include "backup/FloppyWriter.h"
-#include "backup/LogDeletion.h"
-#include "backup/StagingFolder.h"
-#include "media/Question.h"
+#include "backupset/Archiver.h"
+#include "jobs/ClientLogs.h"
+#include "jobs/JobRunner.h"
+#include "jobs/LogDeletion.h"
+#include "work/FileOperations.h"
 
 namespace backup {
 namespace {
 
-constexpr std::int32_t kAskToDeleteLogs = 64304;
-constexpr std::int32_t kLogsNotDeleted = 60390;
-constexpr std::int32_t kAuditRefused = 60510;
+using backupset::Category;
 
-app::ResultCode FinishBackup(const JobContext& job, const CategoryChoice& choice) {
-  app::Application& application = job.application;
-  application.host.qx32.RegSetKeySZ("BackupDate", app::FormatDay(application.host.clock.Now()));
-  if (RecordBackup(application, choice) != app::kDone) {
-    application.state.PendingMessageId = kAuditRefused;
-    return app::kStepFailed;
+jobs::Job JobOf(app::Application& application, const jobs::JobDefinitions& definitions,
+                const work::WorkFolder& workFolder) {
+  const app::State& state = application.state;
+  return {work::ToolsOf(application),
+          application.paths,
+          application.host.components,
+          definitions,
+          workFolder,
+          state.ApplicationRootFolder,
+          state.SystemFolder,
+          state.UserFolder,
+          std::nullopt};
+}
+
+base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& definitions,
+                           const backupset::Boxes& choice) {
+  const work::Tools tools = work::ToolsOf(application);
+  const app::State& state = application.state;
+  if (choice.contains(backupset::Box::Log)) {
+    // Logs of this workstation are saved also where those of others cannot be had.
+    static_cast<void>(jobs::ImportClientLogs(tools, application.paths, application.host.qx32, state.StartupDirectory));
   }
-  app::ShowMessage(application, MessagesOf(app::Operation::Backup).finished);
-  if (application.state.DeleteLogs && RunLogDeletion(job) != app::kDone) {
-    app::ShowMessage(application, kLogsNotDeleted);
+  for (const Category category : backupset::kPackingOrder) {
+    const backupset::CategoryRow& row = backupset::RowOf(category);
+    if (!choice.contains(row.box)) continue;
+    base::Outcome loaded = definitions.Load(tools, state.SystemFolder, jobs::kJobDefinitionFile, row.backupSection);
+    if (!loaded.IsDone()) return loaded;
   }
-  return app::kDone;
+  return base::Result::Done;
+}
+
+/// Packs all categories behind one check box; fails when none has made an archive.
+base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::BackupSet& set) {
+  bool any = false;
+  for (const Category category : backupset::kPackingOrder) {
+    const backupset::CategoryRow& row = backupset::RowOf(category);
+    if (row.box != box) continue;
+    jobs::SectionResult result = jobs::RunSectionItems(job, row.backupSection, row.archive);
+    if (result.kinds == 0) continue;
+    set.categories.insert(category);
+    set.archives.push_back(std::move(result.archive));
+    any = true;
+  }
+  return any ? base::Result::Done : base::Failure("a ticked item has yielded no archive");
+}
+
+base::Outcome PackCategories(const jobs::Job& job, const backupset::Boxes& choice, backupset::BackupSet& set) {
+  for (const backupset::BoxRow& row : backupset::kBoxOrder) {
+    if (!choice.contains(row.box)) continue;
+    if (base::Outcome packed = PackBox(job, row.box, set); !packed.IsDone()) return packed;
+  }
+  return backupset::Archiver(job.tools, job.workFolder).CollectArchives(set);
+}
+
+base::Outcome RecordBackup(app::Records& records, const backupset::Boxes& choice) {
+  for (const backupset::BoxRow& row : backupset::kBoxOrder) {
+    if (!choice.contains(row.box)) continue;
+    base::Outcome recorded = records.RecordCategoryPhase(app::Phase::Start, row.backupRecorded);
+    if (!recorded.IsDone()) return {base::Result::StepFailed, app::MessageId::BackupNotRecorded, recorded.cause};
+  }
+  return base::Result::Done;
+}
+
+base::Outcome FinishBackup(app::Application& application, jobs::JobDefinitions& definitions, const BackupJob& job) {
+  // The set is whole whether or not its date can be noted.
+  static_cast<void>(application.host.qx32.RegSetKeySZ("BackupDate", base::FormatDay(application.host.clock.Now())));
+  if (base::Outcome recorded = RecordBackup(application.records, job.choice); !recorded.IsDone()) return recorded;
+  application.messages.ShowMessage(app::MessageId::BackupComplete);
+  if (!job.deleteLogs) return base::Result::Done;
+  const base::Outcome deleted =
+      jobs::RunLogDeletion(work::ToolsOf(application), application.paths, definitions, application.state.SystemFolder,
+                           job.packed.workFolder.StagingFolder());
+  if (!deleted.IsDone()) application.failures.Show({deleted.result, app::MessageId::LogsNotDeleted, deleted.cause});
+  return base::Result::Done;
 }
 
 }  // namespace
 
-bool GoesToFloppies(const app::Application& application) {
-  return app::DriveLetterOf(application.state.SelectedFolder) == kFloppyDrive;
+base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job) {
+  work::WorkFolder& workFolder = job.packed.workFolder;
+  base::Outcome step = workFolder.Create(application.host.clock);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
+  step = LoadSections(application, definitions, job.choice);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupSectionMissing);
+  step = PackCategories(JobOf(application, definitions, workFolder), job.choice, job.packed.set);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupNotGathered);
+  job.packed.BackupSize =
+      work::GetFolderSize(work::ToolsOf(application), workFolder.StagingFolder(), workFolder.ProgramFolder());
+  return base::Result::Done;
 }
 
-app::ResultCode WriteBackupSet(app::Application& application, const OperationMessages& messages) {
-  const bool floppies = GoesToFloppies(application);
-  const app::ResultCode result =
-      floppies ? WriteToFloppies(application, messages) : CopyToDestination(application, messages);
-  // The pieces may fill the disk that the next try needs.
-  if (floppies) DeleteFilesMatching(application, ArchiveFolder(application), "*");
-  const std::string descriptor = application.state.StagingFolder + kDescriptorFile;
-  // It would be appended to at the next try.
-  if (application.host.files.FileExists(descriptor)) DeleteFileForced(application, descriptor);
-  return result;
-}
-
-app::ResultCode ReportStopped(app::Application& application, const OperationMessages& messages) {
-  app::ShowMessage(application, messages.stopped);
-  application.toolkit.SetPointer(forms::Pointer::Default);
-  return app::kStopped;
-}
-
-app::ResultCode RunBackupDriver(const JobContext& job, const CategoryChoice& choice) {
-  app::Application& application = job.application;
-  const OperationMessages& messages = MessagesOf(app::Operation::Backup);
-  if (application.state.DeleteLogs && !media::Consents(application, kAskToDeleteLogs)) {
-    return ReportStopped(application, messages);
+base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinitions& definitions,
+                              media::MediaDrives& drives, BackupJob& job) {
+  const backupset::WritingMessages& messages = backupset::MessagesOf(app::Operation::Backup);
+  if (job.deleteLogs && !application.messages.Consents(app::MessageId::AskDeleteLogs)) {
+    return backupset::ReportStopped(application, messages);
   }
-  const app::ResultCode written = WriteBackupSet(application, messages);
-  if (written == app::kStopped) return ReportStopped(application, messages);
-  return written == app::kDone ? FinishBackup(job, choice) : written;
+  base::Outcome written = backupset::WriteBackupSet(application, drives, job.packed, messages);
+  if (written == base::Result::Stopped) return backupset::ReportStopped(application, messages);
+  return written.IsDone() ? FinishBackup(application, definitions, job) : written;
+}
+
+BackupOperation::BackupOperation(app::Application& application, jobs::JobDefinitions& definitions,
+                                 media::MediaDrives& drives, BackupJob& job)
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::Backup)),
+      definitions_(definitions),
+      job_(job) {}
+
+std::string BackupOperation::ProposeFolder() {
+  const std::string drive = drives_.ProposeMediaDrive();
+  return drive + base::FormatLongStamp(application_.host.clock.Now()) + "\\";
+}
+
+base::Outcome BackupOperation::Write() {
+  base::Outcome outcome = RunBackupDriver(application_, definitions_, drives_, job_);
+  done_ = outcome.IsDone();
+  return outcome;
 }
 
 }  // namespace backup

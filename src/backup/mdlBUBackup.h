@@ -1,27 +1,50 @@
-// The backup driver: writes what was gathered to the chosen destination and reports the result.
+// An ordinary backup: gathering and packing what the operator has ticked, and the driver that writes it.
 #pragma once
 
-#include "app/ResultCodes.h"
-#include "backup/Categories.h"
-#include "backup/JobContext.h"
-#include "backup/OperationMessages.h"
+#include "app/Application.h"
+#include "backupset/SetWriter.h"
+#include "jobs/JobDefinitions.h"
+#include "media/MediaDrives.h"
 
 namespace backup {
 
-/// Whether `SelectedFolder` stands on drive "A": the set then goes to floppies.
-bool GoesToFloppies(const app::Application& application);
+/// Lives from the press of the start button until the selection dialog has gone.
+struct BackupJob {
+  backupset::Boxes choice;
+  bool deleteLogs = false;  ///< delete the host's logs after the backup
+  backupset::PackedSet packed;
+};
 
-/// Writes the set in the staging folder to `SelectedFolder`: to floppies when that is on drive "A",
-/// else to one medium or folder. No descriptor is left in the staging folder. Results as
-/// CopyToDestination. Used by both operations that write a set.
-app::ResultCode WriteBackupSet(app::Application& application, const OperationMessages& messages);
+/// Makes the work folder, loads the sections of the chosen categories, gathers and packs them, and measures the set.
+/// Client logs are imported first where logs are chosen, whatever comes of that. Fails with message 60360 without a
+/// work folder, with 60370 for the first section that is missing, and with 60371 when a chosen category yields no
+/// archive; the system group fails only when none of its five does.
+base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job);
 
-/// Shows that the operator has stopped, sets the pointer back, and returns kStopped.
-app::ResultCode ReportStopped(app::Application& application, const OperationMessages& messages);
+/// The driver: asks about the deletion of logs, writes the set, records the backup, says so, and deletes the logs.
+/// Done, Stopped (already shown), or a failure, perhaps with a message.
+base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinitions& definitions,
+                              media::MediaDrives& drives, BackupJob& job);
 
-/// The driver of an ordinary backup: asks about the deletion of logs, writes the set, records the
-/// backup, says so, and deletes the logs. kDone, kStopped (already shown), or kFailed or kStepFailed
-/// with, perhaps, a message in `PendingMessageId`.
-app::ResultCode RunBackupDriver(const JobContext& job, const CategoryChoice& choice);
+/// The backup, as the selection dialog sees it.
+class BackupOperation : public backupset::WritingOperation {
+ public:
+  BackupOperation(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
+                  BackupJob& job);
+
+  /// A new folder on the media drive, named after this second.
+  std::string ProposeFolder() override;
+
+  /// Whether the last try has written the set.
+  bool IsDone() const { return done_; }
+
+ protected:
+  base::Outcome Write() override;
+
+ private:
+  jobs::JobDefinitions& definitions_;
+  BackupJob& job_;
+  bool done_ = false;
+};
 
 }  // namespace backup

@@ -1,13 +1,9 @@
 // The list of studies that goes with a maintenance log backup.
 #include "maintenance/StudyList.h"
 
-#include <string>
-
-#include "app/PathVariables.h"
-#include "app/WindowsPath.h"
-#include "backup/FileOperations.h"
-#include "backup/Programs.h"
-#include "media/Proposal.h"
+#include "base/Path.h"
+#include "work/FileOperations.h"
+#include "work/Programs.h"
 
 namespace maintenance {
 namespace {
@@ -16,35 +12,42 @@ constexpr char kCategory[] = "study list";
 constexpr char kStudyList[] = "T_TSTUDY.txt";
 
 // An earlier list must neither stand in the new one's way nor pass for it: it may hold names that this
-// one is to leave out. The one in the staging folder comes from an OK that was stopped afterwards.
-app::ResultCode RemoveEarlierList(app::Application& application, const std::string& path) {
-  if (!application.host.files.FileExists(path)) return app::kDone;
-  return backup::DeleteFileForced(application, path);
+// one is to leave out. The one in the work folder comes from an OK that was stopped afterwards.
+base::Outcome RemoveEarlierList(host::FileSystem& files, const std::string& path) {
+  return files.FileExists(path) ? files.RemoveFile(path) : base::Result::Done;
 }
 
 }  // namespace
 
-app::ResultCode ExportStudyList(app::Application& application) {
-  std::string exporter = application.state.ProtectPersonalInfo ? "%Temp%\\StudyDB\\BCP\\Export_StudyDB_TXT_PP.bat"
-                                                               : "%Temp%\\StudyDB\\BCP\\Export_StudyDB_TXT.bat";
-  if (app::ExpandPathVariable(application, exporter) != app::kDone) return app::kFailed;
-  const std::string exported = app::FolderOf(exporter) + kStudyList;
-  const std::string list = application.state.StagingFolder + kStudyList;
-  if (RemoveEarlierList(application, exported) != app::kDone) return app::kFailed;
-  if (RemoveEarlierList(application, list) != app::kDone) return app::kFailed;
-  if (!backup::RunInItsFolder(application, exporter, kCategory).started) return app::kFailed;
-  if (backup::MoveFileToFolder(application, exported, application.state.StagingFolder) != app::kDone) {
-    backup::WarnOfLoss(application, "Not moved: " + exported, kCategory);
-    return app::kFailed;
-  }
-  const std::string desktop = media::DesktopFolder(application);
-  const bool copied = backup::CopyWholeFileByXcopy(application, list, desktop, kCategory) == app::kDone;
-  return copied ? app::kDone : app::kFailed;
+std::string DesktopFolder(host::Shell& shell) {
+  const std::string desktop = shell.DesktopFolder();
+  return desktop.empty() ? "C:\\" : base::WithTrailingBackslash(desktop);
 }
 
-app::ResultCode CopyStudyListToDestination(app::Application& application) {
-  const std::string list = application.state.StagingFolder + kStudyList;
-  return backup::CopyWholeFileByXcopy(application, list, application.state.SelectedFolder, kCategory);
+base::Outcome ExportStudyList(const work::Tools& tools, const app::PathTable& paths, host::Shell& shell,
+                              const work::WorkFolder& workFolder, bool protectPersonalInfo) {
+  std::string exporter = protectPersonalInfo ? "%Temp%\\StudyDB\\BCP\\Export_StudyDB_TXT_PP.bat"
+                                             : "%Temp%\\StudyDB\\BCP\\Export_StudyDB_TXT.bat";
+  if (base::Outcome expanded = paths.ExpandPathVariable(exporter); !expanded.IsDone()) return expanded;
+  const std::string exported = base::FolderOf(exporter) + kStudyList;
+  const std::string& staging = workFolder.StagingFolder();
+  for (const std::string& earlier : {exported, staging + kStudyList}) {
+    if (base::Outcome removed = RemoveEarlierList(tools.files, earlier); !removed.IsDone()) return removed;
+  }
+  const work::ProgramEnd end = work::RunInItsFolder(tools, exporter, staging, kCategory);
+  if (!end.started) return end.Started();
+  if (base::Outcome moved = work::MoveFileToFolder(tools.files, exported, staging); !moved.IsDone()) {
+    tools.log.WarnOfLoss("Not moved: " + exported, kCategory);
+    return moved;
+  }
+  // However the copy failed, the list did.
+  const base::Outcome copied = CopyStudyList(tools, workFolder, DesktopFolder(shell));
+  return copied.IsDone() ? base::Result::Done : base::Failure(copied.cause);
+}
+
+base::Outcome CopyStudyList(const work::Tools& tools, const work::WorkFolder& workFolder,
+                            const std::string& destination) {
+  return work::CopyWholeFileByXcopy(tools, workFolder.StagingFolder() + kStudyList, destination, kCategory);
 }
 
 }  // namespace maintenance

@@ -2,10 +2,10 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
 
 #include "app/Application.h"
 #include "forms/Form.h"
+#include "jobs/Items.h"
 
 namespace maintenance {
 
@@ -15,9 +15,6 @@ enum class Choice : std::int32_t {
   Unprotected = 1,  ///< start, with personal information: confirmed
   Cancelled = 2     ///< also by the close box
 };
-
-/// `DayCount` where no images of recent days are collected.
-inline constexpr std::int32_t kAllDays = 9999;
 
 /// Shows how much the host's databases hold, and asks whether personal information is protected and
 /// images of how many days are collected. Its buttons only hide it: the owner reads the choices and
@@ -32,27 +29,29 @@ class frmMaintenance : public forms::Form {
   /// How many days back images are collected.
   std::int32_t DayCount() const { return dayCount_; }
 
-  forms::Label lblLabel1{*this, "lblLabel1"};
-  forms::Label lblLabel2{*this, "lblLabel2"};
+  forms::Label lblLabel1{*this, "lblLabel1", app::MessageId::MaintenanceIntroduction};
+  forms::Label lblLabel2{*this, "lblLabel2", app::MessageId::PatientCountCaption};
   forms::TextBox txtPatientCount{*this, "txtPatientCount"};
-  forms::Label lblError1{*this, "lblError1"};
-  forms::Label lblLabel3{*this, "lblLabel3"};
+  forms::Label lblError1{*this, "lblError1", forms::kNoCaption};
+  forms::Label lblLabel3{*this, "lblLabel3", app::MessageId::StudyCountCaption};
   forms::TextBox txtStudyCount{*this, "txtStudyCount"};
-  forms::Label lblError2{*this, "lblError2"};
-  forms::Label lblLabel4{*this, "lblLabel4"};
+  forms::Label lblError2{*this, "lblError2", forms::kNoCaption};
+  forms::Label lblLabel4{*this, "lblLabel4", app::MessageId::UserCountCaption};
   forms::TextBox txtUserCount{*this, "txtUserCount"};
-  forms::Label lblError3{*this, "lblError3"};
-  forms::Label lblLabel5{*this, "lblLabel5"};
-  forms::Frame Frame1{*this, "Frame1"};
-  forms::OptionButton Option1{*this, "Option1", &Frame1};  ///< protect personal information
-  forms::OptionButton Option2{*this, "Option2", &Frame1};  ///< do not
-  forms::Frame Frame2{*this, "Frame2"};
-  forms::OptionButton Option3{*this, "Option3", &Frame2};  ///< all images
-  forms::OptionButton Option4{*this, "Option4", &Frame2};  ///< images of a range of days
+  forms::Label lblError3{*this, "lblError3", forms::kNoCaption};
+  forms::Label lblLabel5{*this, "lblLabel5", app::MessageId::ImagesHint};
+  forms::Frame Frame1{*this, "Frame1", app::MessageId::PrivacyFrameCaption};
+  forms::OptionButton Option1{*this, "Option1", app::MessageId::ProtectCaption,
+                              &Frame1};  ///< protect personal information
+  forms::OptionButton Option2{*this, "Option2", app::MessageId::IncludeCaption, &Frame1};  ///< do not
+  forms::Frame Frame2{*this, "Frame2", app::MessageId::ImagesFrameCaption};
+  forms::OptionButton Option3{*this, "Option3", app::MessageId::AllImagesCaption, &Frame2};  ///< all images
+  forms::OptionButton Option4{*this, "Option4", app::MessageId::RecentImagesCaption,
+                              &Frame2};  ///< images of a range of days
   forms::TextBox txtCollectRange{*this, "txtCollectRange"};
-  forms::Label lblLabel7{*this, "lblLabel7"};
-  forms::CommandButton cmdStart{*this, "cmdStart"};
-  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+  forms::Label lblLabel7{*this, "lblLabel7", app::MessageId::DaysCaption};
+  forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
 
  protected:
   void OnLoad() override;
@@ -66,11 +65,7 @@ class frmMaintenance : public forms::Form {
   app::Application& application_;
   Choice result_ = Choice::Cancelled;
   std::int32_t collectsImages_ = 0;
-  std::int32_t dayCount_ = kAllDays;
+  std::int32_t dayCount_ = jobs::kAllDays;
 };
-
-/// The number at the head of `text`, 0 when there is none. One beyond 32 bits stands at the largest:
-/// it asks for everything, and so it is taken.
-std::int32_t LeadingNumber(const std::string& text);
 
 }  // namespace maintenance

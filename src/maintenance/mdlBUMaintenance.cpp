@@ -1,76 +1,132 @@
-// The maintenance log backup, from the main menu's choice to the selection dialog.
+// The maintenance log backup.
 #include "maintenance/mdlBUMaintenance.h"
 
-#include <cstdint>
-#include <string>
+#include <optional>
 
-#include "app/Messages.h"
-#include "backup/FileOperations.h"
-#include "backup/StagingFolder.h"
-#include "maintenance/MaintenanceOperation.h"
-#include "maintenance/MaintenanceSection.h"
+#include "backupset/Archiver.h"
+#include "backupset/Pieces.h"
+#include "jobs/ClientLogs.h"
+#include "jobs/JobRunner.h"
+#include "maintenance/StudyList.h"
 #include "maintenance/frmMaintenance.h"
 #include "media/frmSelectFolder.h"
+#include "work/FileOperations.h"
 
 namespace maintenance {
 namespace {
 
 constexpr char kDatabaseExportFolder[] = "BCP";
-constexpr std::int32_t kNoStagingFolder = 60460;
-constexpr std::int32_t kSectionMissing = 60470;
-constexpr std::int32_t kCollectionFailed = 60471;
-constexpr std::int32_t kPersonalInfoLeft = 60521;
+constexpr char kArchiveName[] = "MAINTENANCE";
 
-/// Takes the operator's choices into the state; false when there is nothing to start.
-bool AskForOptions(app::Application& application) {
+/// The operator's choices; nothing when there is nothing to start.
+std::optional<jobs::MaintenanceOptions> AskForOptions(app::Application& application) {
   frmMaintenance dialog(application);
   dialog.ShowModal();
   application.toolkit.SetPointer(forms::Pointer::Hourglass);
-  app::State& state = application.state;
-  state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  const Choice choice = dialog.Result();
-  if (choice != Choice::Cancelled) {
-    state.ProtectPersonalInfo = choice == Choice::Protected;
-    state.CollectImages = dialog.CollectsImages();
-    state.ImageRangeDays = dialog.DayCount();
+  application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
+  std::optional<jobs::MaintenanceOptions> options;
+  if (dialog.Result() != Choice::Cancelled) {
+    options = {dialog.Result() == Choice::Protected, dialog.CollectsImages(), dialog.DayCount()};
   }
   dialog.Unload();
-  return choice != Choice::Cancelled;
+  return options;
 }
 
-/// Collects into the staging folder: 0, or the ID of the message that says why not.
-std::int32_t Collect(const backup::JobContext& job) {
-  app::Application& application = job.application;
-  const std::string staging = backup::CreateStagingFolder(application);
-  if (staging.empty()) return kNoStagingFolder;
-  application.host.files.MakeFolder(staging + kDatabaseExportFolder);
-  if (LoadMaintenanceSection(job) != app::kDone) return kSectionMissing;
-  if (CollectMaintenanceSection(job) != app::kDone) return kCollectionFailed;
-  application.state.BackupSize = backup::GetFolderSize(application, staging);
-  return 0;
+base::Outcome LoadMaintenanceSection(app::Application& application, jobs::JobDefinitions& definitions,
+                                     const std::string& section) {
+  const work::Tools tools = work::ToolsOf(application);
+  const app::State& state = application.state;
+  // What this workstation has is collected also where the logs of others cannot be had.
+  static_cast<void>(jobs::ImportClientLogs(tools, application.paths, application.host.qx32, state.StartupDirectory));
+  return definitions.Load(tools, state.SystemFolder, jobs::kJobDefinitionFile, section);
+}
+
+/// Runs the loaded section, whichever it is, and packs what it gathers into "MAINTENANCE.cab".
+base::Outcome CollectMaintenanceSection(app::Application& application, const jobs::JobDefinitions& definitions,
+                                        MaintenanceJob& job, const std::string& section) {
+  const app::State& state = application.state;
+  const work::WorkFolder& workFolder = job.packed.workFolder;
+  const jobs::Job collecting{work::ToolsOf(application),
+                             application.paths,
+                             application.host.components,
+                             definitions,
+                             workFolder,
+                             state.ApplicationRootFolder,
+                             state.SystemFolder,
+                             state.UserFolder,
+                             job.options};
+  const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
+  job.PersonalInfoResult = result.PersonalInfoResult;
+  if (result.kinds == 0) return base::Failure("nothing was collected");
+  job.packed.set.archives = {result.archive};
+  return backupset::Archiver(collecting.tools, workFolder).CollectArchives(job.packed.set);
 }
 
 }  // namespace
 
-void StartMaintenanceLogBackup(const backup::JobContext& job) {
-  app::Application& application = job.application;
-  if (!AskForOptions(application) || MaintenanceLogBackup(job) != app::kDone) return;
-  if (const std::int32_t code = application.state.PersonalInfoResult; code != 0) {
-    app::ShowMessage(application, kPersonalInfoLeft, {}, std::to_string(code), {});
+void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
+                               media::MediaDrives& drives) {
+  const auto options = AskForOptions(application);
+  if (!options) return;
+  MaintenanceJob job{*options, {{application.host.files, application.state.StartupDirectory}, {}, 0}, 0};
+  if (const base::Outcome collected = MaintenanceLogBackup(application, definitions, job); !collected.IsDone()) {
+    return application.failures.Show(collected);
   }
-  MaintenanceOperation operation(application);
-  media::frmSelectFolder(application, operation).ShowModal();
+  if (job.PersonalInfoResult != 0) {
+    application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
+  }
+  MaintenanceOperation operation(application, drives, job);
+  media::frmSelectFolder(application, drives, operation).ShowModal();
 }
 
-app::ResultCode MaintenanceLogBackup(const backup::JobContext& job) {
-  app::Application& application = job.application;
-  application.state.Present = {};
-  application.state.PersonalInfoResult = 0;  // what an earlier job has left says nothing of this one
-  const std::int32_t message = Collect(job);
-  if (message == 0) return app::kDone;
-  app::ShowMessage(application, message);
-  backup::RemoveStagingFolder(application);  // nobody else would
-  return app::kFailed;
+base::Outcome MaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
+                                   MaintenanceJob& job) {
+  work::WorkFolder& workFolder = job.packed.workFolder;
+  base::Outcome step = workFolder.Create(application.host.clock);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceWorkFolderNotMade);
+  // Where it cannot be made, the export's files stay where they are, and the move says so.
+  static_cast<void>(application.host.files.MakeFolder(workFolder.StagingFolder() + kDatabaseExportFolder));
+  const std::string section = MaintenanceSectionName(job.options);
+  step = LoadMaintenanceSection(application, definitions, section);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceSectionMissing);
+  step = CollectMaintenanceSection(application, definitions, job, section);
+  if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceLogNotGathered);
+  job.packed.BackupSize =
+      work::GetFolderSize(work::ToolsOf(application), workFolder.StagingFolder(), workFolder.ProgramFolder());
+  return base::Result::Done;
+}
+
+std::string MaintenanceSectionName(const jobs::MaintenanceOptions& options) {
+  return options.ProtectPersonalInfo ? "PERSONALINFOPROTECTION" : "MAINTENANCE";
+}
+
+MaintenanceOperation::MaintenanceOperation(app::Application& application, media::MediaDrives& drives,
+                                           MaintenanceJob& job)
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup)),
+      job_(job) {}
+
+std::string MaintenanceOperation::ProposeFolder() {
+  drives_.GetDefaultMediaDrive();
+  return DesktopFolder(application_.host.shell);
+}
+
+base::Outcome MaintenanceOperation::Write() {
+  base::Outcome exported = ExportStudyList(work::ToolsOf(application_), application_.paths, application_.host.shell,
+                                           job_.packed.workFolder, job_.options.ProtectPersonalInfo);
+  if (!exported.IsDone()) return exported;
+  base::Outcome written = WriteBundle();
+  if (written == base::Result::Stopped) return backupset::ReportStopped(application_, messages_);
+  if (written.IsDone()) application_.messages.ShowMessage(messages_.finished);
+  return written;
+}
+
+// The list of studies belongs to the bundle, but a set is made of archives and their descriptor alone.
+// Floppies hold nothing but their piece of the set: there the list stays on the desktop.
+base::Outcome MaintenanceOperation::WriteBundle() {
+  base::Outcome written = backupset::WriteBackupSet(application_, drives_, job_.packed, messages_);
+  const std::string& destination = application_.state.SelectedFolder;
+  if (!written.IsDone() || backupset::IsOnFloppies(destination)) return written;
+  return CopyStudyList(work::ToolsOf(application_), job_.packed.workFolder, destination);
 }
 
 }  // namespace maintenance

@@ -3,20 +3,15 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
-#include "app/ResultCodes.h"
+#include "base/Outcome.h"
 
 namespace media {
 
-/// Message IDs for a failed operation that has not left a message of its own in `PendingMessageId`.
-struct FailureMessages {
-  std::int32_t failed = 0;      ///< result kFailed
-  std::int32_t stepFailed = 0;  ///< result kStepFailed
-};
-
-/// One per opening of the dialog, which calls it in this order: ProposeFolder and ShowsSpace once,
-/// Run for every OK, Unloaded once.
+/// One per opening of the dialog, which calls it in this order: ProposeFolder once, Run for every OK, Unloaded once;
+/// SpaceNeeded whenever it shows the space.
 class SelectionOperation {
  public:
   virtual ~SelectionOperation() = default;
@@ -24,17 +19,12 @@ class SelectionOperation {
   /// The folder shown first; ends in "\". Also the place where the media drives are looked up.
   virtual std::string ProposeFolder() = 0;
 
-  /// Whether needed and free space are shown: not when the folder is only read.
-  virtual bool ShowsSpace() const = 0;
+  /// Bytes to be written; nothing when the folder is only read, and no space is shown.
+  virtual std::optional<std::uint32_t> SpaceNeeded() const = 0;
 
-  /// Carries the operation out on `SelectedFolder`. kDone closes the dialog, kStopped leaves it open
-  /// for another choice, kFailed and kStepFailed are shown as a message and close it. The operation
-  /// keeps its own done flag; the dialog sets the pointer back.
-  virtual app::ResultCode Run() = 0;
-
-  /// The messages behind kFailed and kStepFailed. An operation that shows its failures itself and
-  /// never returns these codes may leave both 0.
-  virtual FailureMessages DefaultMessages() const = 0;
+  /// Carries the operation out on `SelectedFolder`. Done closes the dialog, Stopped leaves it open for another choice;
+  /// a failure is shown, by the message that it carries, and closes it. The dialog sets the pointer back.
+  virtual base::Outcome Run() = 0;
 
   /// The dialog goes: clears away what the operation has left for it.
   virtual void Unloaded() = 0;

@@ -1,24 +1,21 @@
 // The selection dialog: where a backup goes, or where a restore reads from.
 #include "media/frmSelectFolder.h"
 
-#include "app/Appearance.h"
-#include "app/Captions.h"
-#include "app/Log.h"
-#include "app/Messages.h"
-#include "app/WindowsPath.h"
-#include "media/Capacity.h"
+#include "base/Path.h"
+#include "base/Text.h"
 
 namespace media {
 namespace {
 
-constexpr char kPositionKey[] = "SelectFolder";
-constexpr std::int32_t kBrowserTitle = 66071;
 constexpr int kVolume = 2;
 
 }  // namespace
 
-frmSelectFolder::frmSelectFolder(app::Application& application, SelectionOperation& operation)
-    : forms::Form(application.toolkit, "frmSelectFolder"), application_(application), operation_(operation) {
+frmSelectFolder::frmSelectFolder(app::Application& application, MediaDrives& drives, SelectionOperation& operation)
+    : forms::Form(application.toolkit, "frmSelectFolder", app::MessageId::SelectFolderTitle),
+      application_(application),
+      drives_(drives),
+      operation_(operation) {
   cmdRefer.Clicked = [this](forms::ShiftState) { Refer(); };
   cmdOK.Clicked = [this](forms::ShiftState) { Accept(); };
   cmdCancel.Clicked = [this](forms::ShiftState) { Cancel(); };
@@ -27,22 +24,20 @@ frmSelectFolder::frmSelectFolder(app::Application& application, SelectionOperati
 }
 
 void frmSelectFolder::OnLoad() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Start Select Folder");
-  app::RestoreDialogPosition(application_, kPositionKey, *this);
-  app::SetDialogCaptions(application_, app::DialogNumber::SelectFolder, *this);
-  app::ApplyControlAppearance(application_, *this);
-
+  application_.log.WriteLog(app::LogLevel::Information, "Start Select Folder");
+  app::PrepareDialog(application_, *this);
   application_.state.SelectedFolder = operation_.ProposeFolder();
   txtFolder.SetText(application_.state.SelectedFolder);
-  lblLabel2.SetVisible(operation_.ShowsSpace());
-  txtCapacity.SetVisible(operation_.ShowsSpace());
+  const bool showsSpace = operation_.SpaceNeeded().has_value();
+  lblLabel2.SetVisible(showsSpace);
+  txtCapacity.SetVisible(showsSpace);
   ShowSpace();
   application_.toolkit.SetPointer(forms::Pointer::Default);
 }
 
 void frmSelectFolder::OnUnload() {
   operation_.Unloaded();
-  app::SaveDialogPosition(application_, kPositionKey, *this);
+  app::SaveDialogPosition(application_.host.qx32, *this);
 }
 
 void frmSelectFolder::OnDeviceChanged(int deviceType) {
@@ -50,9 +45,9 @@ void frmSelectFolder::OnDeviceChanged(int deviceType) {
 }
 
 void frmSelectFolder::Refer() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Refer Folder");
+  application_.log.WriteLog(app::LogLevel::Information, "Refer Folder");
   EnableButtons(false);
-  const std::string title = app::GetMessageText(application_, kBrowserTitle);
+  const std::string title = application_.messages.GetMessageText(app::MessageId::BrowserTitle);
   const std::string folder = application_.host.shell.BrowseForFolder(title, txtFolder.Text());
   EnableButtons(true);
   if (folder.empty()) return;
@@ -62,41 +57,30 @@ void frmSelectFolder::Refer() {
 }
 
 void frmSelectFolder::Accept() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Selected Folder");
+  application_.log.WriteLog(app::LogLevel::Information, "Selected Folder");
   EnableButtons(false);
   // Taken here and not while it is typed: the text box stays open to the operator during the run.
   TakeFolder();
-  const app::ResultCode result = operation_.Run();
-  if (result == app::kFailed || result == app::kStepFailed) {
-    ReportFailure(result);
-    return;
-  }
+  const base::Outcome outcome = operation_.Run();
+  const bool stopped = outcome == base::Result::Stopped;
+  if (!outcome.IsDone() && !stopped) application_.failures.Show(outcome);
   application_.toolkit.SetPointer(forms::Pointer::Default);
   EnableButtons(true);
-  if (result == app::kDone) Close();
-}
-
-void frmSelectFolder::ReportFailure(app::ResultCode result) {
-  const FailureMessages messages = operation_.DefaultMessages();
-  app::ShowPendingMessage(application_, result == app::kFailed ? messages.failed : messages.stepFailed);
-  application_.toolkit.SetPointer(forms::Pointer::Default);
-  Close();
+  if (!stopped) Close();
 }
 
 void frmSelectFolder::Cancel() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Cancel Select Folder");
+  application_.log.WriteLog(app::LogLevel::Information, "Cancel Select Folder");
   Close();
 }
 
 void frmSelectFolder::TakeFolder() {
-  application_.state.SelectedFolder = app::WithTrailingBackslash(app::Trim(txtFolder.Text()));
+  application_.state.SelectedFolder = base::WithTrailingBackslash(base::Trim(txtFolder.Text()));
 }
 
 void frmSelectFolder::ShowSpace() {
-  if (!operation_.ShowsSpace()) return;
-  std::string text;
-  GetCapacityText(application_, text);
-  txtCapacity.SetText(text);
+  const std::optional<std::uint32_t> needed = operation_.SpaceNeeded();
+  if (needed) txtCapacity.SetText(drives_.GetCapacityText(application_.state.SelectedFolder, *needed));
 }
 
 void frmSelectFolder::EnableButtons(bool enabled) {

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "app/Application.h"
-#include "app/ResultCodes.h"
 #include "forms/Form.h"
+#include "media/MediaDrives.h"
 #include "media/SelectionOperation.h"
 
 namespace media {
@@ -12,18 +12,18 @@ namespace media {
 /// opened for when the operator presses OK.
 class frmSelectFolder : public forms::Form {
  public:
-  /// `operation` must live as long as the dialog is loaded.
-  frmSelectFolder(app::Application& application, SelectionOperation& operation);
+  /// `drives` and `operation` must live as long as the dialog is loaded.
+  frmSelectFolder(app::Application& application, MediaDrives& drives, SelectionOperation& operation);
 
   void OnDeviceChanged(int deviceType) override;
 
-  forms::Label lblLabel1{*this, "lblLabel1"};
+  forms::Label lblLabel1{*this, "lblLabel1", app::MessageId::FolderCaption};
   forms::TextBox txtFolder{*this, "txtFolder"};
-  forms::CommandButton cmdRefer{*this, "cmdRefer"};
-  forms::Label lblLabel2{*this, "lblLabel2"};
+  forms::CommandButton cmdRefer{*this, "cmdRefer", app::MessageId::BrowseCaption};
+  forms::Label lblLabel2{*this, "lblLabel2", app::MessageId::SpaceCaption};
   forms::TextBox txtCapacity{*this, "txtCapacity"};
-  forms::CommandButton cmdOK{*this, "cmdOK"};
-  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+  forms::CommandButton cmdOK{*this, "cmdOK", app::MessageId::OkCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
 
  protected:
   void OnLoad() override;
@@ -36,9 +36,9 @@ class frmSelectFolder : public forms::Form {
   void TakeFolder();
   void ShowSpace();
   void EnableButtons(bool enabled);
-  void ReportFailure(app::ResultCode result);
 
   app::Application& application_;
+  MediaDrives& drives_;
   SelectionOperation& operation_;
 };
 

@@ -1,57 +1,51 @@
-// What a restore section does with an unpacked category, one routine per item kind.
+// What a restore section does with an unpacked category.
 #include "restore/RestoreActions.h"
 
-#include "app/PathVariables.h"
-#include "app/WindowsPath.h"
-#include "backup/FileOperations.h"
-#include "backup/Programs.h"
-#include "backup/StagingFolder.h"
+#include "base/Path.h"
+#include "jobs/Items.h"
+#include "work/FileOperations.h"
+#include "work/Programs.h"
 
 namespace restore {
 namespace {
 
-/// Calls `action` with each item, its path variable expanded, until it answers false.
+/// Calls `action` with each item that names something once its path variable is expanded. Stopped ends the kind
+/// without a failure.
 template <typename Action>
-app::ResultCode ForEachItem(app::Application& application, const backup::JobDefinitions& definitions,
-                            backup::JobKey key, const std::string& section, Action action) {
-  for (std::string item : definitions.Items(key, section)) {
-    if (app::ExpandPathVariable(application, item) != app::kDone) return app::kFailed;
-    if (!item.empty() && !action(item)) break;
-  }
-  return app::kDone;
+base::Outcome ForEachItem(const Putting& putting, jobs::JobKey key, const std::string& section, Action action) {
+  const auto take = [&](const std::string& item) { return item.empty() ? base::Outcome() : action(item); };
+  base::Outcome ended = jobs::ForEachItem(putting.paths, putting.definitions.Items(key, section), take);
+  return ended == base::Result::Stopped ? base::Result::Done : ended;
 }
 
 }  // namespace
 
-app::ResultCode RestoreCommonFiles(app::Application& application, const backup::JobDefinitions& definitions,
-                                   const std::string& section) {
-  return ForEachItem(application, definitions, backup::JobKey::CommonFile, section, [&](const std::string& item) {
-    backup::CopyFileByXcopy(application, backup::ArchiveFolder(application) + app::FileNameOf(item),
-                            app::FolderOf(item), section);
-    return true;
+base::Outcome RestoreCommonFiles(const Putting& putting, const std::string& section) {
+  return ForEachItem(putting, jobs::JobKey::CommonFile, section, [&](const std::string& item) -> base::Outcome {
+    const std::string unpacked = putting.workFolder.ArchiveFolder() + base::FileNameOf(item);
+    static_cast<void>(work::CopyFileByXcopy(putting.tools, unpacked, base::FolderOf(item), section));  // logged
+    return base::Result::Done;
   });
 }
 
-app::ResultCode RunBatchFiles(app::Application& application, const backup::JobDefinitions& definitions,
-                              const std::string& section) {
-  return ForEachItem(application, definitions, backup::JobKey::BatFile, section, [&](const std::string& item) {
-    return backup::RunInItsFolder(application, item, section).started;
+base::Outcome RunBatchFiles(const Putting& putting, const std::string& section) {
+  return ForEachItem(putting, jobs::JobKey::BatFile, section, [&](const std::string& item) -> base::Outcome {
+    const auto end = work::RunInItsFolder(putting.tools, item, putting.workFolder.StagingFolder(), section);
+    return end.started ? base::Result::Done : base::Result::Stopped;
   });
 }
 
-app::ResultCode RestoreFolders(app::Application& application, const backup::JobDefinitions& definitions,
-                               const std::string& section) {
-  return ForEachItem(application, definitions, backup::JobKey::Folder, section, [&](std::string item) {
-    if (item.find(':') == std::string::npos) item = application.state.ApplicationRootFolder + item;
-    item = app::WithoutTrailingBackslash(item);
-    const std::string parent = app::FolderOf(item);
-    if (application.host.files.FolderExists(parent)) {
-      backup::CopyFolderByXcopy(application, backup::ArchiveFolder(application) + app::FileNameOf(item), parent,
-                                section);
-    } else {
-      backup::WarnOfLoss(application, "Not restored, no such folder: " + parent, section);
+base::Outcome RestoreFolders(const Putting& putting, const std::string& section) {
+  return ForEachItem(putting, jobs::JobKey::Folder, section, [&](const std::string& item) -> base::Outcome {
+    const std::string folder = base::WithoutTrailingBackslash(jobs::WithDrive(item, putting.ApplicationRootFolder));
+    const std::string parent = base::FolderOf(folder);
+    if (!putting.tools.files.FolderExists(parent)) {
+      putting.tools.log.WarnOfLoss("Not restored, no such folder: " + parent, section);
+      return base::Result::Done;
     }
-    return true;
+    const std::string unpacked = putting.workFolder.ArchiveFolder() + base::FileNameOf(folder);
+    static_cast<void>(work::CopyFolderByXcopy(putting.tools, unpacked, parent, section));  // logged
+    return base::Result::Done;
   });
 }
 

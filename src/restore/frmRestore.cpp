@@ -1,43 +1,30 @@
 // The restore dialog: what the chosen backup set holds, and which of it to put back.
 #include "restore/frmRestore.h"
 
-#include <string>
-
-#include "app/Appearance.h"
-#include "app/Log.h"
-#include "app/Messages.h"
-#include "app/Records.h"
-#include "app/StartUp.h"
-#include "backup/StagingFolder.h"
-#include "media/Question.h"
-#include "restore/RestoreDriver.h"
+#include "app/Finish.h"
+#include "restore/mdlBURestore.h"
 
 namespace restore {
-namespace {
 
-constexpr char kPositionKey[] = "Restore";
-constexpr std::int32_t kNotInSet = 66080;
-constexpr std::int32_t kInOtherVersion = 66081;
-constexpr std::int32_t kConfirmIPCounter = 64402;
+using backupset::Category;
 
-}  // namespace
-
-frmRestore::frmRestore(app::Application& application, backup::JobDefinitions& definitions)
-    : forms::Form(application.toolkit, "frmRestore"),
+frmRestore::frmRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives)
+    : forms::Form(application.toolkit, "frmRestore", app::MessageId::RestoreTitle),
       application_(application),
       definitions_(definitions),
-      rows_{{{chkPatientData, LblPatient},
-             {chkMenuData, LblMenu},
-             {chkSystemData, LblSystem},
-             {chkUserData, LblUser},
-             {chkExplanationData, LblExplanation},
-             {chkReportSetData, LblReportSet},
-             {chkReportData, LblReport},
-             {chkIPCounter, lblIPCounter}}} {
-  for (std::size_t i = 0; i < kCategories; ++i) rows_[i].box.Clicked = [this, i] { BoxClicked(i); };
+      drives_(drives),
+      rows_{{{Category::PatientData, chkPatientData, LblPatient},
+             {Category::MenuData, chkMenuData, LblMenu},
+             {Category::SystemData, chkSystemData, LblSystem},
+             {Category::UserData, chkUserData, LblUser},
+             {Category::ExplanationData, chkExplanationData, LblExplanation},
+             {Category::ReportSetData, chkReportSetData, LblReportSet},
+             {Category::ReportData, chkReportData, LblReport},
+             {Category::IPCounter, chkIPCounter, lblIPCounter}}} {
+  for (const Row& row : rows_) row.box.Clicked = [this, &row] { BoxClicked(row); };
   cmdStart.Clicked = [this](forms::ShiftState) { Start(); };
   cmdCancel.Clicked = [this](forms::ShiftState) {
-    app::WriteLog(application_, 1, app::LogLevel::Information, "Cancel Restore");
+    application_.log.WriteLog(app::LogLevel::Information, "Cancel Restore");
     Close();
   };
   SetDefaultButton(cmdStart);
@@ -45,115 +32,91 @@ frmRestore::frmRestore(app::Application& application, backup::JobDefinitions& de
 }
 
 void frmRestore::OnLoad() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Start Select Information for Restore");
-  SetCaptions();
-  app::ApplyControlAppearance(application_, *this);
+  application_.log.WriteLog(app::LogLevel::Information, "Start Select Information for Restore");
+  app::SetDialogCaptions(application_.messages, *this);
+  app::ApplyControlAppearance(application_.appearance, *this);
   for (const Row& row : rows_) row.box.SetEnabled(false);
 
-  BackupSet set;
-  if (const std::int32_t message = InspectBackupSet(application_, set)) {
-    Refuse(message);
-    return;
-  }
-  app::RestoreDialogPosition(application_, kPositionKey, *this);
-  placed_ = true;
-  ShowOffers(set);
-  lblAppVersionValue.SetCaption(set.appVersion);
-  lblBackupDateValue.SetCaption(set.date);
+  backupset::Inspection inspection;
+  const base::Outcome inspected = backupset::InspectBackupSet(
+      work::ToolsOf(application_), backupset::IdentityOf(application_.state, application_.appearance),
+      application_.state.SelectedFolder, inspection);
+  if (!inspected.IsDone()) return Refuse(inspected);
+  app::RestoreDialogPosition(application_.host.qx32, application_.toolkit, *this);
+  set_ = inspection.set;
+  ShowOffers(inspection);
+  lblAppVersionValue.SetCaption(set_.appVersion);
+  lblBackupDateValue.SetCaption(set_.date);
   cmdStart.SetEnabled(ticked_ != 0);
   application_.toolkit.SetPointer(forms::Pointer::Default);
-  loadResult_ = 1;
+  accepted_ = true;
 }
 
 // A set that is refused never gets a place on the screen, and so has none to save.
 void frmRestore::OnUnload() {
-  if (placed_) app::SaveDialogPosition(application_, kPositionKey, *this);
+  if (accepted_) app::SaveDialogPosition(application_.host.qx32, *this);
 }
 
-void frmRestore::SetCaptions() {
-  const auto text = [this](std::int32_t id) { return app::GetMessageText(application_, id); };
-  SetTitle(text(66050));
-  fraItem.SetCaption(text(66051));
-  chkPatientData.SetCaption(text(66052));
-  chkMenuData.SetCaption(text(66053));
-  chkSystemData.SetCaption(text(66054));
-  chkUserData.SetCaption(text(66055));
-  chkExplanationData.SetCaption(text(66056));
-  chkIPCounter.SetCaption(text(66057));
-  LblSetupInfo.SetCaption(text(66058));
-  chkReportData.SetCaption(text(66059));
-  chkReportSetData.SetCaption(text(66060));
-  fraSystem.SetCaption(text(66061));
-  lblAppVersion.SetCaption(text(66062));
-  lblBackupDate.SetCaption(text(66063));
-  cmdStart.SetCaption(text(66004));
-  cmdCancel.SetCaption(text(66002));
-}
-
-void frmRestore::Refuse(std::int32_t message) {
-  app::ShowMessage(application_, message);
-  loadResult_ = -1;
+void frmRestore::Refuse(const base::Outcome& why) {
+  application_.failures.Show(why);
   cmdStart.SetEnabled(false);
 }
 
-void frmRestore::ShowOffers(const BackupSet& set) {
-  const std::string notInSet = app::GetMessageText(application_, kNotInSet);
-  const std::string inOtherVersion = app::GetMessageText(application_, kInOtherVersion);
-  for (std::size_t i = 0; i < kCategories; ++i) {
-    const bool visible = i != kIPCounter || IsPrivileged();
-    rows_[i].box.SetVisible(visible);
-    rows_[i].note.SetVisible(visible);
+void frmRestore::ShowOffers(const backupset::Inspection& inspection) {
+  const std::string notInSet = application_.messages.GetMessageText(app::MessageId::NotInSetNote);
+  const std::string inOtherVersion = application_.messages.GetMessageText(app::MessageId::OtherVersionNote);
+  for (const Row& row : rows_) {
+    const bool visible = row.category != Category::IPCounter || IsPrivileged();
+    row.box.SetVisible(visible);
+    row.note.SetVisible(visible);
     if (!visible) continue;
-    if (set.offers[i] == Offer::Fits) {
-      rows_[i].box.SetEnabled(true);
-      rows_[i].box.SetValue(true);
+    const backupset::Offer offer = inspection.offers.at(row.category);
+    if (offer == backupset::Offer::Fits) {
+      row.box.SetEnabled(true);
+      row.box.SetValue(true);
     } else {
-      rows_[i].note.SetCaption(set.offers[i] == Offer::Missing ? notInSet : inOtherVersion);
+      row.note.SetCaption(offer == backupset::Offer::Missing ? notInSet : inOtherVersion);
     }
   }
 }
 
-void frmRestore::BoxClicked(std::size_t category) {
-  if (category == kIPCounter && !IsPrivileged()) return;
-  ticked_ = static_cast<std::int16_t>(ticked_ + (rows_[category].box.Value() ? 1 : -1));
+void frmRestore::BoxClicked(const Row& row) {
+  if (row.category == Category::IPCounter && !IsPrivileged()) return;
+  ticked_ = static_cast<std::int16_t>(ticked_ + (row.box.Value() ? 1 : -1));
   cmdStart.SetEnabled(ticked_ != 0);
 }
 
 void frmRestore::Start() {
-  app::WriteLog(application_, 1, app::LogLevel::Information, "Start Restore");
-  if (chkIPCounter.Value() && !media::Consents(application_, kConfirmIPCounter)) {
-    Stopped();
-    return;
-  }
-  app::RecordOperation(application_, "Start", "Restore");
+  application_.log.WriteLog(app::LogLevel::Information, "Start Restore");
+  if (chkIPCounter.Value() && !application_.messages.Consents(app::MessageId::AskReplaceIPCounter)) return Stopped();
+  application_.records.RecordOperation("Start", "Restore");
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   SetEnabled(false);
-  if (backup::CreateStagingFolder(application_).empty()) {
-    app::ShowMessage(application_, 60410);
-    app::FinishApplication(application_, app::kHalt);
-  }
   Run();
 }
 
 void frmRestore::Run() {
-  const app::ResultCode result = RunRestore(application_, definitions_, Ticked());
-  if (result == app::kStopped) {
-    Stopped();
-    return;
+  RestoreJob job{set_, Ticked(), {application_.host.files, application_.state.StartupDirectory}};
+  if (const base::Outcome made = job.workFolder.Create(application_.host.clock); !made.IsDone()) {
+    application_.failures.Show(made, app::MessageId::RestoreWorkFolderNotMade);
+    app::FinishApplication(application_, app::ExitMode::Halt);
   }
-  if (result == app::kDone) {
-    app::ShowMessage(application_, 65400);
-    application_.state.RestoreDone = true;
+  const base::Outcome outcome = RunRestore(application_, definitions_, drives_, job);
+  if (outcome == base::Result::Stopped) return Stopped();
+  restored_ = outcome.IsDone();
+  if (restored_) {
+    application_.messages.ShowMessage(app::MessageId::RestoreComplete);
   } else {
-    app::ShowPendingMessage(application_, result == app::kFailed ? 60401 : 60402);
+    const bool stepFailed = outcome == base::Result::StepFailed;
+    application_.failures.Show(outcome, stepFailed ? app::MessageId::RestoreStepFailed : app::MessageId::RestoreFailed);
   }
   Release();
-  RemoveStagingOrSay(application_);
+  RemoveWorkFolderOrSay(application_.failures, job.workFolder);
   Close();
 }
 
 void frmRestore::Stopped() {
-  app::ShowMessage(application_, 65401);
+  application_.messages.ShowMessage(app::MessageId::RestoreStopped);
   Release();
 }
 
@@ -167,10 +130,12 @@ bool frmRestore::IsPrivileged() const {
   return application_.state.UserRight == app::Right::Privileged;
 }
 
-Selection frmRestore::Ticked() const {
-  Selection selection{};
-  for (std::size_t i = 0; i < kCategories; ++i) selection[i] = rows_[i].box.Value();
-  return selection;
+backupset::Categories frmRestore::Ticked() const {
+  backupset::Categories ticked;
+  for (const Row& row : rows_) {
+    if (row.box.Value()) ticked.insert(row.category);
+  }
+  return ticked;
 }
 
 }  // namespace restore

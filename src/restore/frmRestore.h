@@ -4,74 +4,81 @@
 #include <array>
 #include <cstdint>
 
-#include "backup/JobDefinitions.h"
+#include "app/Application.h"
+#include "backupset/Descriptor.h"
 #include "forms/Form.h"
-#include "restore/BackupSet.h"
+#include "jobs/JobDefinitions.h"
+#include "media/MediaDrives.h"
 
 namespace restore {
 
 class frmRestore : public forms::Form {
  public:
-  /// Reads the set in `SelectedFolder` when it is loaded. The definitions outlive the form.
-  frmRestore(app::Application& application, backup::JobDefinitions& definitions);
+  /// Reads the set in `SelectedFolder` when it is loaded. Definitions and drives outlive the form.
+  frmRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives);
 
-  /// After loading: 1 when the set was accepted, -1 when it was refused (and the operator told why).
-  std::int16_t LoadResult() const { return loadResult_; }
+  /// After loading: whether the set was accepted. When it was refused the operator has been told why.
+  bool IsAccepted() const { return accepted_; }
 
-  forms::Frame fraSystem{*this, "fraSystem"};
-  forms::Label lblAppVersion{*this, "lblAppVersion"};
-  forms::Label lblAppVersionValue{*this, "lblAppVersionValue"};
-  forms::Label lblBackupDate{*this, "lblBackupDate"};
-  forms::Label lblBackupDateValue{*this, "lblBackupDateValue"};
-  forms::Frame fraItem{*this, "fraItem"};
-  forms::CheckBox chkPatientData{*this, "chkPatientData"};
-  forms::Label LblPatient{*this, "LblPatient"};
-  forms::Label LblSetupInfo{*this, "LblSetupInfo"};
-  forms::CheckBox chkMenuData{*this, "chkMenuData"};
-  forms::Label LblMenu{*this, "LblMenu"};
-  forms::CheckBox chkSystemData{*this, "chkSystemData"};
-  forms::Label LblSystem{*this, "LblSystem"};
-  forms::CheckBox chkUserData{*this, "chkUserData"};
-  forms::Label LblUser{*this, "LblUser"};
-  forms::CheckBox chkExplanationData{*this, "chkExplanationData"};
-  forms::Label LblExplanation{*this, "LblExplanation"};
-  forms::CheckBox chkReportSetData{*this, "chkReportSetData"};
-  forms::Label LblReportSet{*this, "LblReportSet"};
-  forms::CheckBox chkReportData{*this, "chkReportData"};
-  forms::Label LblReport{*this, "LblReport"};
-  forms::CheckBox chkIPCounter{*this, "chkIPCounter"};
-  forms::Label lblIPCounter{*this, "lblIPCounter"};
-  forms::CommandButton cmdStart{*this, "cmdStart"};
-  forms::CommandButton cmdCancel{*this, "cmdCancel"};
+  /// Whether a restore has fully succeeded.
+  bool IsRestored() const { return restored_; }
+
+  forms::Frame fraSystem{*this, "fraSystem", app::MessageId::SetFrameCaption};
+  forms::Label lblAppVersion{*this, "lblAppVersion", app::MessageId::AppVersionCaption};
+  forms::Label lblAppVersionValue{*this, "lblAppVersionValue", forms::kNoCaption};
+  forms::Label lblBackupDate{*this, "lblBackupDate", app::MessageId::BackupDateCaption};
+  forms::Label lblBackupDateValue{*this, "lblBackupDateValue", forms::kNoCaption};
+  forms::Frame fraItem{*this, "fraItem", app::MessageId::RestoreFrameCaption};
+  forms::CheckBox chkPatientData{*this, "chkPatientData", app::MessageId::RestorePatientCaption};
+  forms::Label LblPatient{*this, "LblPatient", forms::kNoCaption};
+  forms::Label LblSetupInfo{*this, "LblSetupInfo", app::MessageId::SetupInfoCaption};
+  forms::CheckBox chkMenuData{*this, "chkMenuData", app::MessageId::RestoreMenuDataCaption};
+  forms::Label LblMenu{*this, "LblMenu", forms::kNoCaption};
+  forms::CheckBox chkSystemData{*this, "chkSystemData", app::MessageId::RestoreSystemCaption};
+  forms::Label LblSystem{*this, "LblSystem", forms::kNoCaption};
+  forms::CheckBox chkUserData{*this, "chkUserData", app::MessageId::RestoreUserCaption};
+  forms::Label LblUser{*this, "LblUser", forms::kNoCaption};
+  forms::CheckBox chkExplanationData{*this, "chkExplanationData", app::MessageId::RestoreExplanationCaption};
+  forms::Label LblExplanation{*this, "LblExplanation", forms::kNoCaption};
+  forms::CheckBox chkReportSetData{*this, "chkReportSetData", app::MessageId::RestoreReportSetCaption};
+  forms::Label LblReportSet{*this, "LblReportSet", forms::kNoCaption};
+  forms::CheckBox chkReportData{*this, "chkReportData", app::MessageId::RestoreReportCaption};
+  forms::Label LblReport{*this, "LblReport", forms::kNoCaption};
+  forms::CheckBox chkIPCounter{*this, "chkIPCounter", app::MessageId::RestoreIPCounterCaption};
+  forms::Label lblIPCounter{*this, "lblIPCounter", forms::kNoCaption};
+  forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
 
  protected:
   void OnLoad() override;
   void OnUnload() override;
 
  private:
-  /// A category's box and the label with the note beside it, in the categories' order.
+  /// A category's box and the label with the note beside it.
   struct Row {
+    backupset::Category category;
     forms::CheckBox& box;
     forms::Label& note;
   };
 
-  void SetCaptions();
-  void Refuse(std::int32_t message);
-  void ShowOffers(const BackupSet& set);
-  void BoxClicked(std::size_t category);
+  void Refuse(const base::Outcome& why);
+  void ShowOffers(const backupset::Inspection& inspection);
+  void BoxClicked(const Row& row);
   void Start();
   void Run();
   void Stopped();
   void Release();
   bool IsPrivileged() const;
-  Selection Ticked() const;
+  backupset::Categories Ticked() const;
 
   app::Application& application_;
-  backup::JobDefinitions& definitions_;
-  std::array<Row, kCategories> rows_;
+  jobs::JobDefinitions& definitions_;
+  media::MediaDrives& drives_;
+  std::array<Row, backupset::kRestoreOrder.size()> rows_;
+  backupset::BackupSet set_;
   std::int16_t ticked_ = 0;
-  std::int16_t loadResult_ = 0;
-  bool placed_ = false;
+  bool accepted_ = false;
+  bool restored_ = false;
 };
 
 }  // namespace restore

@@ -16,7 +16,7 @@ class Filter : public HostTest {
   }
 
   static std::string Wide(const std::string& text) {
-    const std::wstring wide = reference::Utf16(text);
+    const std::wstring wide = windows::Utf16(text);
     return {reinterpret_cast<const char*>(wide.data()), wide.size() * sizeof(wchar_t)};
   }
 

@@ -10,10 +10,10 @@
 #include <vector>
 
 #include "common/Database.h"
-#include "common/Text.h"
 #include "windows/adapters/Com.h"
 #include "windows/adapters/Components.h"
 #include "windows/adapters/Dispatch.h"
+#include "windows/adapters/Text.h"
 
 namespace fs = std::filesystem;
 
@@ -33,7 +33,7 @@ class HostTest : public testing::Test {
  protected:
   HostTest() { fs::create_directories(Path(folder_)); }
 
-  static fs::path Path(const std::string& utf8) { return reference::Utf16(utf8); }
+  static fs::path Path(const std::string& utf8) { return windows::Utf16(utf8); }
   static bool Exists(const std::string& path) { return fs::exists(Path(path)); }
 
   /// Paths are UTF-8, contents bytes. Missing folders are made.

@@ -33,7 +33,7 @@ void CloseBox(HWND window) {
 std::string Text(HWND window) {
   wchar_t text[2048] = {};
   GetWindowTextW(window, text, 2048);
-  return reference::Utf8(text);
+  return windows::Utf8(text);
 }
 
 std::string Shown(HWND window, int control) {

@@ -14,11 +14,11 @@ std::wstring Decode(UINT codePage, std::string_view bytes) {
   return text;
 }
 
-std::string Encode(UINT codePage, std::wstring_view text) {
+std::string Encode(UINT codePage, DWORD flags, std::wstring_view text) {
   const int size = static_cast<int>(text.size());
-  const int needed = WideCharToMultiByte(codePage, 0, text.data(), size, nullptr, 0, nullptr, nullptr);
+  const int needed = WideCharToMultiByte(codePage, flags, text.data(), size, nullptr, 0, nullptr, nullptr);
   std::string bytes(static_cast<std::size_t>(needed), '\0');
-  WideCharToMultiByte(codePage, 0, text.data(), size, bytes.data(), needed, nullptr, nullptr);
+  WideCharToMultiByte(codePage, flags, text.data(), size, bytes.data(), needed, nullptr, nullptr);
   return bytes;
 }
 
@@ -29,11 +29,16 @@ std::wstring Utf16(std::string_view utf8) {
 }
 
 std::string Utf8(std::wstring_view utf16) {
-  return Encode(CP_UTF8, utf16);
+  return Encode(CP_UTF8, 0, utf16);
 }
 
 std::string ToCodePage(std::string_view utf8) {
-  return Encode(CP_ACP, Utf16(utf8));
+  return Encode(CP_ACP, 0, Utf16(utf8));
+}
+
+std::string ToCodePageStrictly(std::string_view utf8) {
+  // UTF-8 has every character, and takes no such flag.
+  return Encode(CP_ACP, GetACP() == CP_UTF8 ? 0 : WC_NO_BEST_FIT_CHARS, Utf16(utf8));
 }
 
 std::string FromCodePage(std::string_view bytes) {

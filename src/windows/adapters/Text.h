@@ -11,8 +11,10 @@ namespace windows {
 std::wstring Utf16(std::string_view utf8);
 std::string Utf8(std::wstring_view utf16);
 
-/// Characters that the code page does not have become its substitute, mostly "?".
+/// Characters that the code page does not have become a similar one, or its substitute, mostly "?".
 std::string ToCodePage(std::string_view utf8);
+/// The same, but never a similar one: in a path or a name that would be another file or another person.
+std::string ToCodePageStrictly(std::string_view utf8);
 std::string FromCodePage(std::string_view bytes);
 
 }  // namespace windows

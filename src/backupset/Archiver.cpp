@@ -1,0 +1,184 @@
+// The archives of a set, made and unpacked by the host's archiver cabarc.
+#include "backupset/Archiver.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "backupset/CabinetCheck.h"
+#include "backupset/Pieces.h"
+#include "base/Path.h"
+#include "base/Text.h"
+#include "base/Unicode.h"
+#include "work/FileOperations.h"
+
+namespace backupset {
+namespace {
+
+constexpr char kUnpackCommand[] = "cabarc -r -p X ";
+constexpr char kEnding[] = ".cab";
+constexpr char kJoinedEnding[] = ".tmp";  ///< of an archive within the joined one
+
+/// A file as the archiver's argument. It takes a word that begins with "@" for a list of files, and one that
+/// begins with "-" for an option.
+std::string FileArgument(const std::string& name) {
+  return work::CommandArgument(name.starts_with('@') || name.starts_with('-') ? ".\\" + name : name);
+}
+
+/// The archiver's arguments for what was gathered, each after a blank.
+std::string ArgumentList(const std::vector<host::FolderEntry>& entries) {
+  std::string list;
+  for (const host::FolderEntry& entry : entries) {
+    if (!entry.isFolder) {
+      list += " " + FileArgument(entry.name);
+    } else if (!base::SameName(entry.name, work::kArchiveFolderName)) {
+      // The pattern itself is no reason for quotes: the archiver is started without a shell.
+      const bool plain = work::CommandArgument(entry.name) == entry.name;
+      const std::string contents = ".\\" + entry.name + "\\*.*";
+      list += " " + (plain ? contents : base::Quoted(contents));
+    }
+  }
+  return list;
+}
+
+std::size_t KnownFiles(const std::vector<Archive>& archives, const std::string& name) {
+  const auto found = std::ranges::find(archives, name, &Archive::name);
+  return found == archives.end() ? 0 : found->files;
+}
+
+}  // namespace
+
+work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
+                                const std::string& target, const std::string& back, const std::string& category) {
+  const work::CurrentFolderScope inFolder(tools.files, folder, back);
+  if (!inFolder.Entered().IsDone()) return {false, std::nullopt, inFolder.Entered().cause};
+  return work::RunProgram(tools, kUnpackCommand + archive + (target.empty() ? "" : " " + target), category);
+}
+
+base::Outcome Archiver::PackCategory(const std::string& archiveName, Archive& made) const {
+  const std::string& staging = workFolder_.StagingFolder();
+  const work::CurrentFolderScope inStaging(tools_.files, staging, workFolder_.ProgramFolder());
+  if (!inStaging.Entered().IsDone()) return inStaging.Entered();
+  std::vector<host::FolderEntry> entries;
+  if (base::Outcome listed = tools_.files.List(staging, "*", entries); !listed.IsDone()) return listed;
+  const std::string list = ArgumentList(entries);
+  if (list.empty()) return base::Result::Stopped;
+  made.name = archiveName + kEnding;
+  made.files = CountFiles(tools_, staging, work::kArchiveFolderName);
+  if (base::Outcome packed = RunArchiver(archiveName, list, made); !packed.IsDone()) return packed;
+  if (base::Outcome moved = MoveToArchiveFolder(staging + made.name); !moved.IsDone()) return moved;
+  if (!work::EmptyFolder(tools_, staging, work::kArchiveFolderName).IsDone()) {
+    tools_.log.WarnOfLoss("Staging folder not emptied: " + staging, archiveName);
+  }
+  return base::Result::Done;
+}
+
+/// Packs what `list` names, `made.files` files in all.
+base::Outcome Archiver::RunArchiver(const std::string& archiveName, const std::string& list, Archive& made) const {
+  const std::string command = kPackCommand + archiveName + kEnding + list;
+  if (base::WideLength(command) > work::kLongestCommandLine) {
+    base::Outcome refused = base::Failure("Too many files for one command line: cabarc (" + archiveName + ")");
+    tools_.log.WriteLog(app::LogLevel::Error, refused.cause);
+    return refused;
+  }
+  const work::ProgramEnd end = work::RunProgram(tools_, command, archiveName);
+  if (!end.started) return end.Started();
+  const std::string archive = workFolder_.StagingFolder() + archiveName + kEnding;
+  const base::Outcome whole = CheckWhole(tools_.files, archive, made.files);
+  if (!whole.IsDone()) tools_.log.WarnOfLoss(whole.cause, archiveName);
+  return base::Result::Done;
+}
+
+base::Outcome Archiver::MoveToArchiveFolder(const std::string& archive) const {
+  const std::string folder = workFolder_.ArchiveFolder();
+  // Where it cannot be made, the move says so.
+  if (!tools_.files.FolderExists(folder)) static_cast<void>(tools_.files.MakeFolder(folder));
+  return work::MoveFileToFolder(tools_.files, archive, folder);
+}
+
+base::Outcome Archiver::CollectArchives(BackupSet& set) const {
+  const std::string& staging = workFolder_.StagingFolder();
+  base::Outcome moved =
+      work::MoveFilesMatching(tools_, workFolder_.ArchiveFolder(), std::string("*") + kEnding, staging).outcome;
+  if (!moved.IsDone()) return moved;
+  std::vector<host::FolderEntry> entries;
+  if (base::Outcome listed = tools_.files.List(staging, std::string("*") + kEnding, entries); !listed.IsDone()) {
+    return listed;
+  }
+  const std::vector<Archive> packed = std::exchange(set.archives, {});
+  for (const host::FolderEntry& entry : entries) {
+    if (!entry.isFolder) set.archives.push_back({entry.name, entry.size, KnownFiles(packed, entry.name)});
+  }
+  set.folder = staging;
+  return base::Result::Done;
+}
+
+base::Outcome Archiver::Rename(const std::vector<std::string>& from, const std::vector<std::string>& to) const {
+  const std::string& staging = workFolder_.StagingFolder();
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    if (base::Outcome moved = tools_.files.MoveTo(staging + from[i], staging + to[i]); !moved.IsDone()) return moved;
+  }
+  return base::Result::Done;
+}
+
+base::Outcome Archiver::JoinArchives(const BackupSet& set) const {
+  const std::string& staging = workFolder_.StagingFolder();
+  const work::CurrentFolderScope inStaging(tools_.files, staging, workFolder_.ProgramFolder());
+  if (!inStaging.Entered().IsDone()) return inStaging.Entered();
+  if (set.archives.empty()) return base::Result::Stopped;
+  std::vector<std::string> own;
+  std::vector<std::string> within;
+  std::string list;
+  for (const Archive& archive : set.archives) {
+    own.push_back(archive.name);
+    within.push_back(archive.name + kJoinedEnding);
+    list += " " + work::CommandArgument(within.back());
+  }
+  if (base::Outcome renamed = Rename(own, within); !renamed.IsDone()) return renamed;
+  Archive joined{kJoinedArchive, 0, own.size()};
+  if (base::Outcome packed = RunArchiver(kJoinedArchiveName, list, joined); !packed.IsDone()) return packed;
+  if (base::Outcome moved = MoveToArchiveFolder(staging + kJoinedArchive); !moved.IsDone()) return moved;
+  return Rename(within, own);
+}
+
+base::Outcome Archiver::CopyIntoWorkFolder(const std::string& file) const {
+  const std::string& staging = workFolder_.StagingFolder();
+  const std::string name = base::FileNameOf(file);
+  base::Outcome copied = work::CopyFileByXcopy(tools_, file, staging, name);
+  return copied.IsDone() ? work::CompareSizes(tools_.files, file, staging + name) : copied;
+}
+
+base::Outcome Archiver::ExtractArchive(const std::string& archive, bool copyFirst) const {
+  if (copyFirst) {
+    if (base::Outcome copied = CopyIntoWorkFolder(archive + kEnding); !copied.IsDone()) return copied;
+  }
+  const std::string archiveFolder = workFolder_.ArchiveFolder();
+  // Where it cannot be made, the archiver makes it, or says so.
+  if (!tools_.files.FolderExists(archiveFolder)) static_cast<void>(tools_.files.MakeFolder(archiveFolder));
+  // The archive folder is named relative to the work folder: the path above it may hold blanks,
+  // and the archiver takes the name as it stands.
+  const std::string name = base::FileNameOf(archive);
+  const std::string& staging = workFolder_.StagingFolder();
+  const work::ProgramEnd end =
+      UnpackInFolder(tools_, staging, name + kEnding, work::kArchiveFolderName, workFolder_.ProgramFolder(), name);
+  if (!end.Succeeded()) return base::Failure(end.description);
+  const std::size_t files = CountFiles(tools_, archiveFolder);
+  const auto header = ReadCabinetHeader(tools_.files, staging + name + kEnding);
+  if (files > 0 && header && files >= header->files) return base::Result::Done;
+  return base::Failure(name + kEnding + " was not unpacked whole");
+}
+
+base::Outcome Archiver::TakeJoinedArchivesOut() const {
+  const std::string folder = workFolder_.ArchiveFolder();
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(tools_.files.List(folder, std::string("*") + kJoinedEnding, entries));
+  for (const host::FolderEntry& entry : entries) {
+    if (entry.isFolder) continue;
+    const std::string archive = folder + entry.name.substr(0, entry.name.rfind('.'));
+    if (base::Outcome renamed = tools_.files.MoveTo(folder + entry.name, archive); !renamed.IsDone()) return renamed;
+    base::Outcome moved = work::MoveFileToFolder(tools_.files, archive, workFolder_.StagingFolder());
+    if (!moved.IsDone()) return moved;
+  }
+  return base::Result::Done;
+}
+
+}  // namespace backupset

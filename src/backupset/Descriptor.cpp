@@ -1,0 +1,161 @@
+// The descriptor BackupInfo.ini: written, read, and judged.
+#include "backupset/Descriptor.h"
+
+#include <utility>
+
+#include "backupset/Pieces.h"
+#include "base/Path.h"
+#include "base/Text.h"
+#include "base/Wildcard.h"
+
+namespace backupset {
+namespace {
+
+constexpr char kVersionFile[] = "BackupVersion.ini";
+
+/// Writes line by line; after a failure nothing more is written.
+class Writer {
+ public:
+  explicit Writer(base::Obtained<host::TextWriter> file) : file_(std::move(file)), outcome_(file_.Why()) {}
+
+  void Line(const std::string& text) {
+    if (outcome_.IsDone()) outcome_ = file_->Write(text + "\r\n");
+  }
+  base::Outcome Close() { return outcome_.IsDone() ? file_->Close() : outcome_; }
+
+ private:
+  base::Obtained<host::TextWriter> file_;
+  base::Outcome outcome_;
+};
+
+std::string ArchiveList(const BackupSet& set, bool joined) {
+  if (joined) return std::string(kJoinedArchive) + ";";
+  std::string list;
+  for (const Archive& archive : set.archives) list += archive.name + ";";
+  return list;
+}
+
+void WriteInfo(Writer& file, const HostIdentity& host, const BackupSet& set, const std::optional<FloppyDisk>& disk) {
+  file.Line("[Info]");
+  file.Line("AppVersion=" + host.softwareVersion);
+  file.Line("Date=" + set.date);
+  file.Line("AppType=" + host.applicationType);
+  file.Line("CABFile=" + ArchiveList(set, disk.has_value()));
+  if (disk) {
+    file.Line("FDCount=" + std::to_string(FloppyDiskCount(disk->joinedSize)));
+    file.Line("FDNumber=" + std::to_string(disk->number));
+  }
+}
+
+base::Outcome WriteVersions(const work::Tools& tools, Writer& file, const HostIdentity& host, BackupSet& set) {
+  file.Line("");
+  file.Line("[VersionInfo]");
+  for (const Category category : kDescriptorOrder) {
+    if (!set.categories.contains(category)) continue;
+    const std::string key = RowOf(category).versionKey;
+    const std::string version = ReadIniValue(tools, host.versionFolder, kVersionFile, key);
+    if (version.empty()) return base::Failure(std::string(kVersionFile) + " has no version of " + key);
+    set.versions[category] = version;
+    file.Line(key + "=" + version);
+  }
+  file.Line("");
+  return base::Result::Done;
+}
+
+std::optional<std::string> MajorVersion(const std::string& version) {
+  const std::size_t dot = version.find('.');
+  if (dot == std::string::npos) return std::nullopt;
+  return version.substr(0, dot);
+}
+
+// A version without a "." cannot be shown to fit, on either side, and so does not.
+bool SameMajorVersion(const std::string& left, const std::string& right) {
+  const auto leftMajor = MajorVersion(left);
+  return leftMajor && leftMajor == MajorVersion(right);
+}
+
+base::Outcome Refuse(app::MessageId message, std::string why) {
+  return {base::Result::Failed, message, std::move(why)};
+}
+
+}  // namespace
+
+HostIdentity IdentityOf(const app::State& state, const app::AppearanceSettings& settings) {
+  constexpr std::size_t kExtensionLength = 4;
+  const std::string& name = settings.ApplicationName;
+  const std::size_t stem = name.size() < kExtensionLength ? name.size() : name.size() - kExtensionLength;
+  const bool executable = base::SameName(name.substr(stem), ".exe");
+  return {state.SoftwareVersion, executable ? name.substr(0, stem) : name, state.SystemFolder};
+}
+
+base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, const HostIdentity& host,
+                              const work::WorkFolder& workFolder, BackupSet& set,
+                              const std::optional<FloppyDisk>& disk) {
+  // A restore refuses a set that does not say who made it.
+  if (host.softwareVersion.empty() || host.applicationType.empty()) {
+    return base::Failure("the host's version or application is unknown");
+  }
+  const std::string path = workFolder.StagingFolder() + kDescriptorFile;
+  if (disk && tools.files.FileExists(path)) {
+    if (base::Outcome removed = tools.files.RemoveFile(path); !removed.IsDone()) return removed;
+  }
+  const base::LocalTime now = clock.Now();
+  set.date = clock.ShortDate(now) + " " + clock.LongTime(now);
+  set.appVersion = host.softwareVersion;
+
+  Writer file(tools.files.AppendText(path));
+  WriteInfo(file, host, set, disk);
+  if (base::Outcome versions = WriteVersions(tools, file, host, set); !versions.IsDone()) return versions;
+  return file.Close();
+}
+
+base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
+                               Inspection& inspection) {
+  BackupSet& set = inspection.set;
+  set.folder = folder;
+  const std::string path = folder + kDescriptorFile;
+  const auto setValue = [&](const std::string& key) { return ReadIniValue(tools, folder, kDescriptorFile, key); };
+  if (!tools.files.FileExists(path)) return Refuse(app::MessageId::NoDescriptor, "no file " + path);
+
+  const std::string appType = setValue("AppType");
+  if (appType.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no AppType");
+  if (appType != host.applicationType) return Refuse(app::MessageId::OtherApplication, path + ": " + appType);
+  set.appVersion = setValue("AppVersion");
+  if (set.appVersion.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no AppVersion");
+  if (!SameMajorVersion(set.appVersion, host.softwareVersion)) {
+    return Refuse(app::MessageId::OtherVersion, path + ": " + set.appVersion);
+  }
+  set.date = setValue("Date");
+  if (set.date.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no Date");
+
+  for (const Category category : kRestoreOrder) {
+    const std::string key = RowOf(category).versionKey;
+    const std::string version = setValue(key);
+    const std::string own = ReadIniValue(tools, host.versionFolder, kVersionFile, key);
+    if (!version.empty()) {
+      set.categories.insert(category);
+      set.versions[category] = version;
+    }
+    const Offer held = version == own ? Offer::Fits : Offer::OtherVersion;
+    inspection.offers[category] = version.empty() ? Offer::Missing : held;
+  }
+  return base::Result::Done;
+}
+
+std::string ReadIniValue(const work::Tools& tools, const std::string& folder, const std::string& fileName,
+                         const std::string& key) {
+  const std::string path = base::WithTrailingBackslash(base::Trim(folder)) + fileName;
+  const auto reader = tools.files.OpenText(path);
+  const std::string pattern = base::Trim(key) + "=*";
+  std::string line;
+  while (reader && reader->ReadLine(line)) {
+    tools.messageLoop.Yield();
+    if (base::MatchesPattern(line, pattern)) return base::Trim(std::string_view(line).substr(line.find('=') + 1));
+  }
+  if (!reader || reader->Failed()) {
+    tools.log.WriteLog(app::LogLevel::Warning, "Not readable: " + path + " (" + key + ")");
+  }
+  return {};
+}
+
+}  // namespace backupset

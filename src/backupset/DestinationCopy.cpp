@@ -1,0 +1,135 @@
+// Writes the archives and their descriptor to one medium or folder.
+#include "backupset/SetWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "base/Path.h"
+#include "work/FileOperations.h"
+
+namespace backupset {
+namespace {
+
+constexpr std::size_t kDriveRootLength = 3;
+
+class DestinationCopy {
+ public:
+  DestinationCopy(app::Application& application, media::MediaDrives& drives, const Writing& writing)
+      : application_(application),
+        mediaDrives_(drives),
+        writing_(writing),
+        files_(writing.tools.files),
+        messages_(writing.messages),
+        letter_(base::DriveLetterOf(writing.destination)),
+        drive_(letter_ + ":") {}
+
+  base::Outcome Run() {
+    using Step = base::Outcome (DestinationCopy::*)();
+    constexpr std::array<Step, 10> kSteps = {&DestinationCopy::CheckMedium,     &DestinationCopy::FormatMedium,
+                                             &DestinationCopy::CheckSpace,      &DestinationCopy::CheckLabel,
+                                             &DestinationCopy::MakeFolder,      &DestinationCopy::ListSet,
+                                             &DestinationCopy::AskToOverwrite,  &DestinationCopy::DescribeSet,
+                                             &DestinationCopy::RetractOlderSet, &DestinationCopy::CopyFiles};
+    for (const Step step : kSteps) {
+      if (base::Outcome outcome = (this->*step)(); !outcome.IsDone()) return outcome;
+    }
+    return base::Result::Done;
+  }
+
+ private:
+  base::Outcome Ask(app::MessageId question) {
+    return application_.messages.Consents(question) ? base::Result::Done : base::Result::Stopped;
+  }
+
+  base::Outcome CheckMedium() {
+    const media::Medium medium = mediaDrives_.WaitForMedium(letter_, messages_.medium);
+    if (medium == media::Medium::Stopped) return base::Result::Stopped;
+    mustFormat_ = medium == media::Medium::Readable;
+    return mustFormat_ ? Ask(messages_.prepareMedium) : base::Result::Done;
+  }
+
+  base::Outcome FormatMedium() {
+    application_.toolkit.SetPointer(forms::Pointer::Hourglass);
+    if (!mustFormat_) return base::Result::Done;
+    base::Outcome prepared = mediaDrives_.PrepareMedia(letter_);
+    if (!prepared.IsDone()) return std::move(prepared).OrSay(messages_.formatFailed);
+    return application_.host.drives.SetVolumeLabel(drive_, kVolumeLabel).OrSay(messages_.labelFailed);
+  }
+
+  base::Outcome CheckSpace() {
+    const std::int64_t free = application_.host.drives.FreeSpace(drive_);
+    if (free > std::int64_t{writing_.packed.BackupSize}) return base::Result::Done;
+    application_.failures.Show(
+        {base::Result::Failed, messages_.noSpace, drive_ + " has " + std::to_string(free) + " bytes free"});
+    return base::Result::Stopped;
+  }
+
+  base::Outcome CheckLabel() {
+    const bool ours = application_.host.drives.VolumeLabel(drive_) == kVolumeLabel;
+    return ours ? base::Result::Done : Ask(messages_.foreignLabel);
+  }
+
+  base::Outcome MakeFolder() {
+    const std::string& destination = writing_.destination;
+    if (destination.size() <= kDriveRootLength || files_.FolderExists(destination)) return base::Result::Done;
+    if (base::Outcome answer = Ask(messages_.createFolder); !answer.IsDone()) return answer;
+    return files_.MakeFolder(base::WithoutTrailingBackslash(destination)).OrSay(messages_.folderNotCreated);
+  }
+
+  base::Outcome ListSet() {
+    for (const Archive& archive : writing_.packed.set.archives) names_.push_back(archive.name);
+    if (names_.empty()) return base::Failure("a descriptor alone is no backup");
+    names_.emplace_back(kDescriptorFile);
+    return base::Result::Done;
+  }
+
+  base::Outcome AskToOverwrite() {
+    const bool exists = std::any_of(names_.begin(), names_.end(), [this](const std::string& name) {
+      return files_.FileExists(writing_.destination + name);
+    });
+    return exists ? Ask(messages_.overwrite) : base::Result::Done;
+  }
+
+  base::Outcome DescribeSet() {
+    PackedSet& packed = writing_.packed;
+    return WriteDescriptor(writing_.tools, application_.host.clock, writing_.host, packed.workFolder, packed.set)
+        .OrSay(messages_.descriptorFailed);
+  }
+
+  /// The operator has given the older set up. Without its descriptor nobody can take a mixture of old and
+  /// new archives, which an interruption would leave, for a set.
+  base::Outcome RetractOlderSet() {
+    const std::string descriptor = writing_.destination + kDescriptorFile;
+    return files_.FileExists(descriptor) ? files_.RemoveFile(descriptor) : base::Result::Done;
+  }
+
+  base::Outcome CopyFiles() {
+    for (const std::string& name : names_) {
+      const std::string source = writing_.packed.workFolder.StagingFolder() + name;
+      base::Outcome copied = work::CopyWholeFileByXcopy(writing_.tools, source, writing_.destination, name);
+      if (!copied.IsDone()) return copied;
+      application_.host.messageLoop.Yield();
+    }
+    return base::Result::Done;
+  }
+
+  app::Application& application_;
+  media::MediaDrives& mediaDrives_;
+  const Writing& writing_;
+  host::FileSystem& files_;
+  const WritingMessages& messages_;
+  const std::string letter_;
+  const std::string drive_;
+  bool mustFormat_ = false;
+  std::vector<std::string>
+      names_;  ///< what is copied; the descriptor last, so that a new set is whole once it is there
+};
+
+}  // namespace
+
+base::Outcome CopyToDestination(app::Application& application, media::MediaDrives& drives, const Writing& writing) {
+  return DestinationCopy(application, drives, writing).Run();
+}
+
+}  // namespace backupset

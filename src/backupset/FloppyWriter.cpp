@@ -1,0 +1,141 @@
+// Writes a backup set to floppies.
+#include "backupset/SetWriter.h"
+
+#include <array>
+#include <limits>
+
+#include "backupset/Archiver.h"
+#include "backupset/Pieces.h"
+#include "base/Path.h"
+#include "work/FileOperations.h"
+
+namespace backupset {
+namespace {
+
+// Pieces always go to the first floppy drive, and that is the one that is formatted, whatever
+// letter the destination has.
+constexpr std::uint32_t kFormattedDrive = 0;
+constexpr char kPieceTarget[] = "A:\\";
+constexpr std::uint32_t kFormatId = 0;
+constexpr std::uint32_t kFormatOptions = 1;
+
+class FloppyWriter {
+ public:
+  FloppyWriter(app::Application& application, media::MediaDrives& drives, const Writing& writing)
+      : application_(application),
+        mediaDrives_(drives),
+        writing_(writing),
+        messages_(writing.messages),
+        workFolder_(writing.packed.workFolder),
+        letter_(base::DriveLetterOf(writing.destination)) {}
+
+  base::Outcome Run() {
+    base::Outcome joined = Archiver(writing_.tools, workFolder_).JoinArchives(writing_.packed.set);
+    if (!joined.IsDone()) return joined;
+    if (const base::Outcome split = Split(); !split.IsDone()) return Say(split, app::MessageId::PathEntryUnreadable);
+    const auto disks = static_cast<std::int32_t>(FloppyDiskCount(disk_.joinedSize));
+    for (disk_.number = 1; disk_.number <= disks; ++disk_.number) {
+      if (base::Outcome written = WriteDisk(); !written.IsDone()) return written;
+    }
+    application_.toolkit.SetPointer(forms::Pointer::Default);
+    return base::Result::Done;
+  }
+
+ private:
+  /// The failure is shown here, and nothing else of it.
+  base::Outcome Say(const base::Outcome& failure, app::MessageId message) {
+    application_.failures.Show(failure, message);
+    return base::Result::Stopped;
+  }
+  base::Outcome Say(app::MessageId message, const std::string& cause) {
+    return Say({base::Result::Failed, message, cause}, message);
+  }
+
+  base::Outcome Split() {
+    host::FileSystem& files = writing_.tools.files;
+    const std::string folder = workFolder_.ArchiveFolder();
+    const std::int64_t size = files.FileSize(folder + kJoinedArchive);
+    if (size < 1 || size > std::numeric_limits<std::uint32_t>::max()) {
+      return base::Failure("the joined archive is missing or too large");
+    }
+    disk_.joinedSize = static_cast<std::uint32_t>(size);
+    return SplitArchive(files, writing_.tools.messageLoop, folder, disk_.joinedSize);
+  }
+
+  base::Outcome WriteDisk() {
+    using Step = base::Outcome (FloppyWriter::*)();
+    constexpr std::array<Step, 6> kSteps = {&FloppyWriter::AskForNextDisk, &FloppyWriter::WaitForDisk,
+                                            &FloppyWriter::Format,         &FloppyWriter::Label,
+                                            &FloppyWriter::PutDescriptor,  &FloppyWriter::PutPiece};
+    for (const Step step : kSteps) {
+      if (base::Outcome outcome = (this->*step)(); !outcome.IsDone()) return outcome;
+    }
+    return base::Result::Done;
+  }
+
+  base::Outcome AskForNextDisk() {
+    const bool goesOn = disk_.number == 1 || application_.messages.Consents(messages_.changeDisk);
+    return goesOn ? base::Result::Done : base::Result::Stopped;
+  }
+
+  base::Outcome WaitForDisk() {
+    const media::Medium medium = mediaDrives_.WaitForMedium(letter_, messages_.medium);
+    if (medium == media::Medium::Readable) return Say(messages_.unusableFloppy, "drive " + letter_);
+    return medium == media::Medium::Ready ? base::Result::Done : base::Result::Stopped;
+  }
+
+  base::Outcome Format() {
+    application_.toolkit.SetPointer(forms::Pointer::Hourglass);
+    switch (application_.host.shell.FormatDrive(kFormattedDrive, kFormatId, kFormatOptions)) {
+      case host::FormatAnswer::NotPossible:
+        return Say(messages_.formatFailed, "the drive cannot be formatted");
+      case host::FormatAnswer::Cancelled:
+        return Say(messages_.formatCancelled, "the operator has cancelled the formatting");
+      case host::FormatAnswer::Failed:  // the format dialog has said what was wrong
+        return base::Result::Stopped;
+      default:
+        return base::Result::Done;
+    }
+  }
+
+  base::Outcome Label() {
+    const base::Outcome labelled = application_.host.drives.SetVolumeLabel(letter_ + ":", kVolumeLabel);
+    return labelled.IsDone() ? base::Result::Done : Say(labelled, messages_.labelFailed);
+  }
+
+  base::Outcome PutDescriptor() {
+    const work::Tools& tools = writing_.tools;
+    const base::Outcome described =
+        WriteDescriptor(tools, application_.host.clock, writing_.host, workFolder_, writing_.packed.set, disk_);
+    if (!described.IsDone()) return Say(described, app::MessageId::PathEntryUnreadable);
+    const std::string archiveFolder = workFolder_.ArchiveFolder();
+    const std::string staged = workFolder_.StagingFolder() + kDescriptorFile;
+    if (base::Outcome moved = work::MoveFileToFolder(tools.files, staged, archiveFolder); !moved.IsDone()) return moved;
+    return work::MoveFileToFolder(tools.files, archiveFolder + kDescriptorFile, writing_.destination);
+  }
+
+  base::Outcome PutPiece() {
+    const std::string name = PieceName(disk_.number);
+    const std::string piece = workFolder_.ArchiveFolder() + name;
+    const std::string title = application_.messages.GetMessageText(app::MessageId::CopyingPieceTitle);
+    base::Outcome copied = application_.host.shell.CopyWithProgress(piece, kPieceTarget, title);
+    if (copied.IsDone()) copied = work::CompareSizes(writing_.tools.files, piece, kPieceTarget + name);
+    return std::move(copied).OrSay(app::MessageId::MaintenanceDriveError);
+  }
+
+  app::Application& application_;
+  media::MediaDrives& mediaDrives_;
+  const Writing& writing_;
+  const WritingMessages& messages_;
+  const work::WorkFolder& workFolder_;
+  const std::string letter_;
+  FloppyDisk disk_;
+};
+
+}  // namespace
+
+base::Outcome WriteToFloppies(app::Application& application, media::MediaDrives& drives, const Writing& writing) {
+  return FloppyWriter(application, drives, writing).Run();
+}
+
+}  // namespace backupset

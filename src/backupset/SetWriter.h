@@ -1,0 +1,75 @@
+// Writes a packed set to its destination: a folder, a medium, or floppies.
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "app/Application.h"
+#include "backupset/BackupSet.h"
+#include "backupset/Descriptor.h"
+#include "backupset/WritingMessages.h"
+#include "media/SelectionOperation.h"
+#include "work/WorkFolder.h"
+
+namespace backupset {
+
+/// What is written, and for whom. Made by a job, which owns it; lives until the selection dialog has gone.
+struct PackedSet {
+  work::WorkFolder workFolder;
+  BackupSet set;
+  std::uint32_t BackupSize = 0;  ///< bytes to be written
+};
+
+/// One try to write a set, as far as folder and floppies need the same.
+struct Writing {
+  work::Tools tools;
+  HostIdentity host;
+  PackedSet& packed;
+  std::string destination;  ///< ends in "\"
+  const WritingMessages& messages;
+};
+
+/// Writes the set to the folder `SelectedFolder`: to floppies when that is on drive "A", else to one medium or folder.
+/// No descriptor is left in the work folder. Stopped when the operator stopped or an error was shown; a failure may
+/// carry a message.
+base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
+                             const WritingMessages& messages);
+
+/// The one way: checks and, where it must be, formats and labels the medium of the destination, checks its space,
+/// asks before it uses a foreign volume, makes a folder or overwrites, then writes the descriptor into
+/// the work folder and copies it with every archive. A file that does not arrive in its full size
+/// is a failed copy. Outcomes as above.
+base::Outcome CopyToDestination(app::Application& application, media::MediaDrives& drives, const Writing& writing);
+
+/// The other way: joins the archives of the work folder, cuts the result, and writes disk by disk: asks for the
+/// disk, formats and labels it, and puts its descriptor and its piece on it. Nothing but the joined
+/// archive and its pieces is left in the archive folder. Outcomes as above.
+base::Outcome WriteToFloppies(app::Application& application, media::MediaDrives& drives, const Writing& writing);
+
+/// Shows that the operator has stopped, sets the pointer back, and returns Stopped.
+base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages);
+
+/// What the two operations that write a set have in common towards the selection dialog: shows the space, gives
+/// failures their messages, and clears the work folder away when the dialog goes (message 60361 when that fails).
+/// What is proposed and what is written is left to the one operation and the other.
+class WritingOperation : public media::SelectionOperation {
+ public:
+  WritingOperation(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
+                   const WritingMessages& messages)
+      : application_(application), drives_(drives), packed_(packed), messages_(messages) {}
+
+  std::optional<std::uint32_t> SpaceNeeded() const override { return packed_.BackupSize; }
+  base::Outcome Run() override;
+  void Unloaded() override;
+
+ protected:
+  /// Carries the operation out, under the hourglass.
+  virtual base::Outcome Write() = 0;
+
+  app::Application& application_;
+  media::MediaDrives& drives_;
+  PackedSet& packed_;
+  const WritingMessages& messages_;
+};
+
+}  // namespace backupset

@@ -1,0 +1,119 @@
+// The executors that gather the items of one section into the work folder.
+#include "jobs/Items.h"
+
+#include <array>
+
+#include "base/Path.h"
+#include "jobs/RecentImages.h"
+#include "work/FileOperations.h"
+#include "work/Programs.h"
+
+namespace jobs {
+namespace {
+
+constexpr std::array kExportPatterns = {"*.txt", "*.bcp", "*.fmtt", "*.log"};
+
+base::Outcome TakeDatabaseExport(const Job& job, const std::string& folder) {
+  const std::string target = job.workFolder.StagingFolder() + "BCP\\";
+  for (const char* const pattern : kExportPatterns) {
+    base::Outcome moved = work::MoveFilesMatching(job.tools, folder, pattern, target).outcome;
+    if (!moved.IsDone()) return moved;
+  }
+  return base::Result::Done;
+}
+
+/// The outcome of a kind: what ended it early, else whether anything was produced.
+base::Outcome OutcomeOf(base::Outcome ended, bool produced) {
+  if (!ended.IsDone()) return ended;
+  return produced ? base::Result::Done : base::Result::Stopped;
+}
+
+/// Runs each item's program in its folder, then takes the files that it has written there.
+base::Outcome RunExporters(const Job& job, JobKey key, const std::string& section, const std::string& pattern) {
+  const std::string& staging = job.workFolder.StagingFolder();
+  bool produced = false;
+  const auto runAndTake = [&](const std::string& item) -> base::Outcome {
+    work::RunInItsFolder(job.tools, item, staging, section);
+    const std::string folder = base::FolderOf(item);
+    if (folder.empty()) return base::Result::Done;
+    const work::MoveCount count = work::MoveFilesMatching(job.tools, folder, pattern, staging);
+    produced = produced || count.moved > 0;
+    if (!count.outcome.IsDone()) job.tools.log.WarnOfLoss("Not moved: " + folder + pattern, section);
+    return base::Result::Done;
+  };
+  base::Outcome ended = ForEachItem(job.paths, job.definitions.FilledItems(key, section), runAndTake);
+  return OutcomeOf(std::move(ended), produced);
+}
+
+/// Only a maintenance log takes some days' images: a backup of the patient data must hold them all.
+bool TakesRecentImages(const Job& job, const std::string& folder) {
+  constexpr std::size_t kLength = 5;
+  return job.maintenance && job.maintenance->CollectImages == 1 && folder.size() >= kLength &&
+         base::SameName(folder.substr(folder.size() - kLength), ".ddo\\");
+}
+
+}  // namespace
+
+std::string WithDrive(const std::string& item, const std::string& applicationRootFolder) {
+  return item.find(':') == std::string::npos ? applicationRootFolder + item : item;
+}
+
+base::Outcome RunBatFileItems(const Job& job, const std::string& section) {
+  bool produced = false;
+  const auto run = [&](const std::string& item) -> base::Outcome {
+    const auto end = work::RunInItsFolder(job.tools, item, job.workFolder.StagingFolder(), section);
+    if (!end.started) return end.Started();
+    produced = true;
+    return job.maintenance ? TakeDatabaseExport(job, base::FolderOf(item)) : base::Result::Done;
+  };
+  base::Outcome ended = ForEachItem(job.paths, job.definitions.FilledItems(JobKey::BatFile, section), run);
+  return OutcomeOf(std::move(ended), produced);
+}
+
+base::Outcome RunCommonFileItems(const Job& job, const std::string& section) {
+  bool produced = false;
+  const auto copy = [&](const std::string& item) -> base::Outcome {
+    const auto copied = work::CopyFileByXcopy(job.tools, item, job.workFolder.StagingFolder(), section);
+    produced = produced || copied.IsDone();
+    return base::Result::Done;
+  };
+  base::Outcome ended = ForEachItem(job.paths, job.definitions.FilledItems(JobKey::CommonFile, section), copy);
+  return OutcomeOf(std::move(ended), produced);
+}
+
+base::Outcome RunEventLogItems(const Job& job, const std::string& section) {
+  return RunExporters(job, JobKey::EventLog, section, "*.evt");
+}
+
+base::Outcome RunRegFileItems(const Job& job, const std::string& section) {
+  const auto items = job.definitions.Items(JobKey::RegFile, section);
+  if (items.empty() || items.front() != kDefaultRegistryCommand) {
+    return RunExporters(job, JobKey::RegFile, section, "*.reg");
+  }
+  const std::string& staging = job.workFolder.StagingFolder();
+  const work::CurrentFolderScope inStaging(job.tools.files, staging, staging);
+  if (!inStaging.Entered().IsDone()) return inStaging.Entered();  // the export would land in some other folder
+  work::RunProgram(job.tools, items.front(), section);
+  return base::Result::Done;
+}
+
+base::Outcome RunFolderItems(const Job& job, const std::string& section) {
+  std::vector<std::string> items = job.definitions.Items(JobKey::Folder, section);
+  // An empty item becomes the application root itself: a section may ask for all of it so.
+  for (std::string& item : items) item = base::WithTrailingBackslash(item);
+  const std::string& staging = job.workFolder.StagingFolder();
+  bool produced = false;
+  const auto copy = [&](const std::string& item) -> base::Outcome {
+    const std::string folder = WithDrive(item, job.ApplicationRootFolder);
+    if (TakesRecentImages(job, folder)) {
+      CopyRecentImages(job.tools, job.paths, job.components, staging, job.maintenance->ImageRangeDays);
+    } else if (work::CopyFolderByXcopy(job.tools, folder, staging, section).IsDone()) {
+      produced = true;
+    }
+    return base::Result::Done;
+  };
+  base::Outcome ended = ForEachItem(job.paths, items, copy);
+  return OutcomeOf(std::move(ended), produced);
+}
+
+}  // namespace jobs

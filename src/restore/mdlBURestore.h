@@ -1,0 +1,50 @@
+// A restore: the driver that brings the archives in, unpacks each category and puts it back.
+#pragma once
+
+#include "app/Application.h"
+#include "backupset/BackupSet.h"
+#include "jobs/JobDefinitions.h"
+#include "media/MediaDrives.h"
+#include "media/SelectionOperation.h"
+#include "work/WorkFolder.h"
+
+namespace restore {
+
+/// Lives from the press of the start button until its outcome was told.
+struct RestoreJob {
+  backupset::BackupSet set;      ///< as it was inspected
+  backupset::Categories choice;  ///< ticked by the operator
+  work::WorkFolder workFolder;
+};
+
+/// Restores the chosen categories of the set, in their order, through a work folder that exists already and is gone
+/// afterwards, whatever happens. A set on drive A is a pile of floppies; one on any other drive, "a" included, is a
+/// folder or one medium. Stopped when the operator stopped the gathering; Failed when gathering or unpacking failed;
+/// StepFailed when a job or an audit record did. What was restored before a failure stays restored.
+base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
+                         RestoreJob& job);
+
+/// Removes the work folder, if it is there; message 60411 when that fails.
+void RemoveWorkFolderOrSay(app::Failures& failures, work::WorkFolder& workFolder);
+
+/// Restoring, as the selection dialog serves it.
+class RestoreOperation : public media::SelectionOperation {
+ public:
+  RestoreOperation(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives)
+      : application_(application), definitions_(definitions), drives_(drives) {}
+
+  std::string ProposeFolder() override { return drives_.ProposeMediaDrive(); }
+  std::optional<std::uint32_t> SpaceNeeded() const override { return std::nullopt; }
+  /// Checks the drive, then shows the restore dialog for the set in `SelectedFolder`. Done when a
+  /// restore has fully succeeded; everything else was said and is Stopped.
+  base::Outcome Run() override;
+  /// A restore clears its own work folder away.
+  void Unloaded() override {}
+
+ private:
+  app::Application& application_;
+  jobs::JobDefinitions& definitions_;
+  media::MediaDrives& drives_;
+};
+
+}  // namespace restore

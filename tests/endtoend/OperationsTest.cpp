@@ -1,0 +1,93 @@
+// Backups, restores and maintenance logs that are refused or go wrong, through the real dialogs and on real media.
+// The demonstration of ./run does the ones that go well, with every category, and compares every byte.
+
+#include "EndToEndTest.h"
+
+namespace endtoend {
+namespace {
+
+using Operations = EndToEndTest;
+
+std::vector<std::string> FilesIn(const fs::path& folder) {
+  std::vector<std::string> names;
+  for (const auto& [name, bytes] : Snapshot(folder)) names.push_back(name);
+  return names;
+}
+
+bool IsTemporaryFolderEmpty() {
+  return fs::is_empty(fs::temp_directory_path());
+}
+
+TEST_F(Operations, AForeignMediumAndAnOlderSetAreAskedAbout) {
+  const fs::path foreignSet = kForeignMedium / "Set";
+  fs::create_directory(foreignSet);
+  WriteBytes(foreignSet / "BackupInfo.ini", "older set");
+  Operator person;
+  person.SignIn();
+  const Window destination = person.StartBackup(person.OpenBackup({.report = true}));
+  EXPECT_TRUE(destination.Text(ID_frmSelectFolder_txtFolder).starts_with("E:\\20"));
+  EXPECT_NE(destination.Text(ID_frmSelectFolder_txtCapacity).find("MB / "), std::string::npos);
+  person.Accept(person.DestinationDialog(), "Q:\\Set\\");
+  EXPECT_EQ(person.Answer(), 63311);
+  EXPECT_EQ(person.Answer(), 65301);
+
+  person.Accept(person.DestinationDialog(), "F:\\Set\\");
+  EXPECT_EQ(person.Answer(), 64301);
+  EXPECT_EQ(person.Answer(Answer::Refuse), 64303);
+  EXPECT_EQ(person.Answer(), 65301);
+  EXPECT_EQ(ReadBytes(foreignSet / "BackupInfo.ini"), "older set");
+
+  person.Accept(person.DestinationDialog());
+  EXPECT_EQ(person.Answer(), 64301);
+  EXPECT_EQ(person.Answer(), 64303);
+  EXPECT_EQ(person.Answer(), 65300);
+  person.End();
+  EXPECT_EQ(FilesIn(foreignSet), (std::vector<std::string>{"BackupInfo.ini", "ReportData.cab"}));
+  const std::string info = ReadBytes(foreignSet / "BackupInfo.ini");
+  EXPECT_TRUE(info.starts_with("[Info]\r\nAppVersion=3.00\r\nDate=")) << info;
+  EXPECT_TRUE(info.ends_with("\r\n\r\n[VersionInfo]\r\nReportData=V1.2\r\n\r\n")) << info;
+  EXPECT_TRUE(IsTemporaryFolderEmpty());
+}
+
+TEST_F(Operations, DamagedArchivesTouchNothing) {
+  const std::string set = "E:\\Set\\";
+  const auto before = Snapshot(kTarsus / "Data");
+  Operator person;
+  person.SignIn();
+  person.Accept(person.StartBackup(person.OpenBackup({.report = true})), set);
+  person.ConsentUntil(65300, {64302});
+
+  const std::string whole = ReadBytes(set + "ReportData.cab");
+  std::string flipped = whole;
+  flipped[flipped.size() / 2] = static_cast<char>(flipped[flipped.size() / 2] ^ 1);
+  for (const std::string& bytes : {whole.substr(0, whole.size() / 2), std::string(), flipped}) {
+    SCOPED_TRACE(bytes.size());
+    const Fault damage = Altered(set + "ReportData.cab", bytes);
+    person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
+    EXPECT_EQ(person.Answer(), 60401);
+    person.DestinationDialog().Press(ID_frmSelectFolder_cmdCancel);
+    person.MainMenu();
+    EXPECT_TRUE(Snapshot(kTarsus / "Data") == before);
+    EXPECT_TRUE(IsTemporaryFolderEmpty());
+  }
+  person.End();
+}
+
+TEST_F(Operations, ARefusedMaintenanceLogLeavesNothingBehind) {
+  Operator person;
+  person.SignIn().Press(ID_frmMainMenu_cmdMenu2);
+  const Window dialog = person.TheProgram().WaitForDialog(ID_frmMaintenance_cmdStart);
+  EXPECT_EQ(dialog.Text(ID_frmMaintenance_txtPatientCount), "120");
+  EXPECT_FALSE(dialog.IsEnabled(ID_frmMaintenance_txtCollectRange));
+  dialog.Tick(ID_frmMaintenance_Option2);
+  dialog.Press(ID_frmMaintenance_cmdStart);
+  EXPECT_EQ(person.Answer(Answer::Refuse), 64530);
+  EXPECT_TRUE(dialog.IsTicked(ID_frmMaintenance_Option2));
+  dialog.Press(ID_frmMaintenance_cmdCancel);
+  person.MainMenu();
+  EXPECT_TRUE(IsTemporaryFolderEmpty());
+  person.End();
+}
+
+}  // namespace
+}  // namespace endtoend

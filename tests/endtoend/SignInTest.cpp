@@ -1,0 +1,88 @@
+// Sign-in, rights and both ends of the program.
+
+#include "EndToEndTest.h"
+
+namespace endtoend {
+namespace {
+
+using SignIn = EndToEndTest;
+
+/// What somebody with a tool for it can do to a button that the program has disabled.
+void Force(const Window& dialog, int button) {
+  const HWND window = GetDlgItem(dialog.Handle(), button);
+  EnableWindow(window, TRUE);
+  PostMessageW(window, BM_CLICK, 0, 0);
+  PostMessageW(dialog.Handle(), WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), reinterpret_cast<LPARAM>(window));
+}
+
+TEST_F(SignIn, EachRightEnablesItsButtonsAndNoForceTheOthers) {
+  const struct {
+    const User& user;
+    bool backup, restore;
+  } rights[] = {{kBackupOnly, true, false}, {kRestoreOnly, false, true}, {kBoth, true, true}};
+  for (const auto& right : rights) {
+    SCOPED_TRACE(right.user.name);
+    Operator person;
+    const Window menu = person.SignIn(right.user);
+    for (const auto& [button, enabled] : {std::pair(ID_frmMainMenu_cmdMenu0, right.backup),
+                                          {ID_frmMainMenu_cmdMenu1, right.restore},
+                                          {ID_frmMainMenu_cmdMenu2, right.backup}}) {
+      EXPECT_EQ(menu.IsEnabled(button), enabled) << button;
+      if (!enabled) Force(menu, button);
+    }
+    person.MainMenu();
+    person.End();
+  }
+}
+
+TEST_F(SignIn, RefusalsKeepTheDialogOpen) {
+  Operator person;
+  EXPECT_FALSE(person.SignInDialog().IsEnabled(ID_frmUserAuthentication_cmdOK));
+  person.TrySignIn({kPrivileged.name, "wrong"});
+  EXPECT_EQ(person.Answer(), 63360);
+  person.TrySignIn({"Nobody' OR '1'='1", "x"});
+  EXPECT_EQ(person.Answer(), 63360);
+  person.SignIn(kPrivileged);
+  person.End();
+  for (const std::string& line : LogLines()) EXPECT_EQ(line.find(kPrivileged.password), std::string::npos);
+}
+
+TEST_F(SignIn, CompactsTheHostsDatabasesAndKeepsThemReadable) {
+  const auto before = Snapshot(kTarsus / "Config");
+  Operator person;
+  person.SignIn();
+  const auto after = Snapshot(kTarsus / "Config");
+  EXPECT_EQ(before.size(), after.size());
+  for (const auto& [name, bytes] : after) {
+    EXPECT_TRUE(before.contains(name)) << name;
+    EXPECT_TRUE(bytes.starts_with("SQLite format 3")) << name;
+  }
+  person.End();
+}
+
+TEST_F(SignIn, EndRestartsTheHostUnlessShiftIsHeld) {
+  for (const bool shift : {true, false}) {
+    Operator person;
+    person.SignIn();
+    person.End(shift);
+    EXPECT_EQ(LogLines().back(),
+              std::string("[Informatin]  Finish Backup Utility") + (shift ? "" : " and Start Tarsus"));
+    EXPECT_EQ(WaitUntil([] { return IsRunning(L"Tarsus.exe"); }, shift ? 0 : 20000), !shift);
+  }
+}
+
+TEST_F(SignIn, EnterAndEscReachTheDialogsButtons) {
+  Operator person;
+  const Window dialog = person.SignInDialog();
+  dialog.Type(ID_frmUserAuthentication_cmbUserName, kPrivileged.name);
+  dialog.Type(ID_frmUserAuthentication_txtPassword, kPrivileged.password);
+  WaitUntil([&] { return dialog.IsEnabled(ID_frmUserAuthentication_cmdOK); });
+  dialog.Key(VK_RETURN);
+  person.MainMenu().Press(ID_frmMainMenu_cmdMenu0);
+  person.TheProgram().WaitForDialog(ID_frmBackup_cmdStart).Key(VK_ESCAPE);
+  person.MainMenu();
+  person.End();
+}
+
+}  // namespace
+}  // namespace endtoend
