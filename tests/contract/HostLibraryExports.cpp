@@ -1,6 +1,7 @@
 // A host library that knows no bounds: every text is far longer than its buffer's stated size and has no NUL within it,
 // every list is full; and that gives answers nobody agreed on. Built under the host libraries' names.
 #include <cstring>
+#include <initializer_list>
 
 namespace {
 

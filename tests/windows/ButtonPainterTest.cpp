@@ -56,8 +56,9 @@ TEST(ButtonPainterTest, UsesTheConfiguredColours) {
   EXPECT_EQ(pixels[kWidth * kHeight / 2 + kWidth / 2], kColours.face);
   EXPECT_NE(Paint(0, false, L"").front(), kColours.text);
   const auto black = Paint(0, false, L"", {0, RGB(255, 255, 255), true});
-  for (const std::size_t corner : {0, kWidth - 1, kWidth * (kHeight - 1), kWidth * kHeight - 1})
-    EXPECT_EQ(black.at(corner), RGB(255, 255, 255)) << "an edge on a black face, at " << corner;
+  for (const int corner : {0, kWidth - 1, kWidth * (kHeight - 1), kWidth * kHeight - 1})
+    EXPECT_EQ(black.at(static_cast<std::size_t>(corner)), RGB(255, 255, 255))
+        << "an edge on a black face, at " << corner;
 }
 
 }  // namespace windows_tests
