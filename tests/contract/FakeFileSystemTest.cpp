@@ -14,6 +14,7 @@ class FakeWorld : public FileSystemWorld {
   host::FileSystem& Files() override { return files_; }
   std::string Folder() override { return "C:\\Test\\"; }
   void MakeReadOnly(const std::string& path) override { disk_.Find(path)->attributes |= fakes::kReadOnly; }
+  bool Explains(const std::string& words) override { return !words.empty(); }
 
  private:
   fakes::Disk disk_;

@@ -1,6 +1,5 @@
-// What every host::FileSystem must do. The same suite runs on the file system
-// in memory that the unit tests use and on the real one, so that the former
-// cannot promise what the latter does not keep.
+// What every host::FileSystem must do. The same suite runs on the file system in memory that the unit tests use and on
+// the real one, so that the former cannot promise what the latter does not keep.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,9 +8,12 @@
 #include <string>
 #include <vector>
 
+#include "fakes/Printing.h"
 #include "host/FileSystem.h"
 
 namespace contract {
+
+using enum base::Result;
 
 /// A file system with an empty folder for one test, removed afterwards.
 struct FileSystemWorld {
@@ -19,6 +21,8 @@ struct FileSystemWorld {
   virtual host::FileSystem& Files() = 0;
   virtual std::string Folder() = 0;  ///< ends in "\"
   virtual void MakeReadOnly(const std::string& path) = 0;
+  /// Whether the words behind the path in a failure's cause are what they must be in this world.
+  virtual bool Explains(const std::string& words) = 0;
 };
 
 /// Comes from the program that the suite is linked into.
@@ -32,6 +36,9 @@ class FileSystemContract : public ::testing::Test {
   /// A path in the test's folder.
   std::string At(const std::string& name) { return world_->Folder() + name; }
   void MakeReadOnly(const std::string& path) { world_->MakeReadOnly(path); }
+
+  /// Whether a step on `path` has failed and its cause says why: the path, and the system's error behind it.
+  testing::AssertionResult Fails(const base::Outcome& step, const std::string& path);
 
   /// Bytes in and out, past every conversion.
   void Put(const std::string& path, const std::string& bytes);

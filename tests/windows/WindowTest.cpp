@@ -2,7 +2,7 @@
 #include "WindowTest.h"
 
 #include "windows/adapters/Text.h"
-#include "windows/toolkit/ControlIds.h"
+#include "windows/toolkit/DialogTemplate.h"
 
 namespace windows_tests {
 

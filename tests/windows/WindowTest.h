@@ -8,7 +8,7 @@
 
 #include "forms/Form.h"
 #include "windows/adapters/Win32.h"
-#include "windows/adapters/Win32MessageLoop.h"
+#include "windows/adapters/Win32Desktop.h"
 #include "windows/toolkit/Win32Toolkit.h"
 
 namespace windows_tests {

@@ -1,4 +1,4 @@
-// The shell's dialogs and copies, and the local time.
+// Serving of messages, the shell's dialogs and copies, and the local time.
 #include "windows/adapters/Win32Desktop.h"
 
 #include <memory>
@@ -13,6 +13,8 @@
 
 namespace windows {
 namespace {
+
+constexpr ULONGLONG kServeEvery = 10;  // milliseconds
 
 // File-system folders only, none below a domain, an edit box, the resizable dialog.
 constexpr UINT kBrowseFlags = BIF_RETURNONLYFSDIRS | BIF_DONTGOBELOWDOMAIN | BIF_EDITBOX | BIF_NEWDIALOGSTYLE;
@@ -60,6 +62,40 @@ SYSTEMTIME SystemTimeOf(const base::LocalTime& time) {
 }
 
 }  // namespace
+
+void Win32MessageLoop::Yield() {
+  const std::optional<int> quit = ServeWaiting();
+  if (quit) PostQuitMessage(*quit);
+}
+
+void Win32MessageLoop::Dispatch(MSG& message) {
+  if (filter_ != nullptr && filter_->PreTranslate(message)) return;
+  TranslateMessage(&message);
+  DispatchMessageW(&message);
+}
+
+std::optional<int> Win32MessageLoop::ServeWaiting() {
+  std::optional<int> quit;
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != FALSE) {
+    if (message.message == WM_QUIT) {
+      quit = static_cast<int>(message.wParam);
+    } else {
+      Dispatch(message);
+    }
+  }
+  return quit;
+}
+
+void Win32MessageLoop::ServeWithoutInput() {
+  const ULONGLONG now = GetTickCount64();
+  if (now - servedAt_ < kServeEvery) return;
+  servedAt_ = now;
+  servingWithoutInput_ = true;
+  MSG message;
+  while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE | PM_QS_PAINT | PM_QS_SENDMESSAGE) != FALSE) Dispatch(message);
+  servingWithoutInput_ = false;
+}
 
 std::string Win32Shell::BrowseForFolder(const std::string& title, const std::string& initialFolder) {
   const std::wstring caption = Utf16(title);

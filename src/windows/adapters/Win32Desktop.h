@@ -1,9 +1,48 @@
-// The workstation around the program: the Windows shell and the clock. The message loop has a file of its own.
+// The workstation around the program: the thread's message queue, the Windows shell, and the clock.
 #pragma once
 
+#include <optional>
+
 #include "host/Desktop.h"
+#include "windows/adapters/Win32.h"
 
 namespace windows {
+
+/// Sees each message before it is dispatched; dialogs take their keyboard messages here.
+class MessageFilter {
+ public:
+  virtual ~MessageFilter() = default;
+  /// Returns true when the message has been dealt with.
+  virtual bool PreTranslate(MSG& message) = 0;
+};
+
+class Win32MessageLoop : public host::MessageLoop {
+ public:
+  void Yield() override;
+
+  /// Null for none. The filter must stay alive until it is replaced.
+  void SetFilter(MessageFilter* filter) { filter_ = filter; }
+
+  /// Treats one message as every loop of the program does. For messages other than WM_QUIT.
+  void Dispatch(MSG& message);
+
+  /// Serves every waiting message. Returns the exit code of a WM_QUIT among them, which the
+  /// caller must post again once it is done: some outer loop is meant to end on it.
+  std::optional<int> ServeWaiting();
+
+  /// For long work that nobody may interfere with: paints what has become visible and answers other windows, and
+  /// leaves the operator's keys and clicks in the queue. Cheap enough for every file: does nothing when it was called
+  /// some milliseconds ago.
+  void ServeWithoutInput();
+
+  /// Whether ServeWithoutInput() is at work: what another program sends to a button then must press nothing.
+  bool ServesWithoutInput() const { return servingWithoutInput_; }
+
+ private:
+  ULONGLONG servedAt_ = 0;
+  bool servingWithoutInput_ = false;
+  MessageFilter* filter_ = nullptr;
+};
 
 class Win32Shell : public host::Shell {
  public:

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "host/FileSystem.h"
-#include "windows/adapters/Win32MessageLoop.h"
+#include "windows/adapters/Win32Desktop.h"
 
 namespace windows {
 

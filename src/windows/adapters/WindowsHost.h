@@ -8,7 +8,6 @@
 #include "windows/adapters/Libraries.h"
 #include "windows/adapters/Win32Desktop.h"
 #include "windows/adapters/Win32FileSystem.h"
-#include "windows/adapters/Win32MessageLoop.h"
 #include "windows/adapters/Win32Processes.h"
 
 namespace windows {

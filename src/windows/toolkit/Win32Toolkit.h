@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "forms/Toolkit.h"
-#include "windows/adapters/Win32MessageLoop.h"
+#include "windows/adapters/Win32Desktop.h"
 #include "windows/toolkit/DialogView.h"
 
 namespace windows {
