@@ -1,11 +1,9 @@
-// Fills the fixed buffers of the host libraries' callers.
-#include "libraries/Buffers.h"
+// Fills the fixed buffers of the host libraries' callers, and keeps a library's connection.
+#include "libraries/Calls.h"
 
 #include <windows.h>
 
 #include <cstring>
-
-#include "windows/adapters/Text.h"
 
 namespace reference {
 
@@ -19,6 +17,23 @@ void FillBuffer(char* buffer, std::size_t size, const std::string& text) {
   }
   std::memcpy(buffer, ansi.data(), fitting);
   buffer[fitting] = '\0';
+}
+
+std::unique_ptr<Database>& Connection() {
+  static std::unique_ptr<Database> connection;
+  return connection;
+}
+
+long Connect(const char* location) {
+  if (!location) return kFailed;
+  Connection() = Database::Open(windows::FromCodePage(location));
+  return Connection() ? kDone : kFailed;
+}
+
+long Disconnect() {
+  if (!Connection()) return kFailed;
+  Connection().reset();
+  return kDone;
 }
 
 }  // namespace reference

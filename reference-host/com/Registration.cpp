@@ -1,18 +1,15 @@
-// Registers the classes below HKEY_LOCAL_MACHINE\Software\Classes.
-#include "data-access/Registration.h"
-
+// Puts a server's classes into the registry, below HKEY_LOCAL_MACHINE\Software\Classes, and takes them out again.
 #include <objbase.h>
 #include <olectl.h>
 
 #include <string>
 
-#include "data-access/Classes.h"
+#include "com/Server.h"
 
 // The linker's name for the start of this module, which is also its handle.
 extern "C" IMAGE_DOS_HEADER __ImageBase;
 
-namespace dataaccess {
-
+namespace reference {
 namespace {
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
@@ -36,11 +33,11 @@ std::wstring Text(const CLSID& id) {
 }
 
 std::wstring ClassKey(const ServedClass& served) {
-  return kClasses + (L"CLSID\\" + Text(served.id));
+  return kClasses + (L"CLSID\\" + Text(served.classId));
 }
 
 std::wstring NameKey(const ServedClass& served) {
-  return kClasses + std::wstring(served.progId);
+  return kClasses + std::wstring(served.programId);
 }
 
 /// A key's default value; empty when there is none.
@@ -61,19 +58,25 @@ bool Remove(const std::wstring& key) {
   return status == ERROR_SUCCESS || status == ERROR_FILE_NOT_FOUND;
 }
 
-bool Register(const ServedClass& served, const std::wstring& server) {
-  const std::wstring key = ClassKey(served), before = Read(NameKey(served) + L"\\CLSID");
-  if (!before.empty() && before != Text(served.id) && !Write(key + kReplaced, nullptr, before)) return false;
-  return Write(key, nullptr, served.progId) && Write(key + L"\\InprocServer32", nullptr, server) &&
+/// Makes the name lead to our class. One that led nowhere gets a key of its own, one that led elsewhere is remembered.
+bool TakeName(const ServedClass& served, const std::wstring& before) {
+  const bool isNew = before.empty(), isOther = !isNew && before != Text(served.classId);
+  if (isOther && !Write(ClassKey(served) + kReplaced, nullptr, before)) return false;
+  if (isNew && !Write(NameKey(served), nullptr, served.programId)) return false;
+  return Write(NameKey(served) + L"\\CLSID", nullptr, Text(served.classId));
+}
+
+bool Register(const ServedClass& served, const std::wstring& path) {
+  const std::wstring key = ClassKey(served);
+  return Write(key, nullptr, served.programId) && Write(key + L"\\InprocServer32", nullptr, path) &&
          Write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
-         Write(key + L"\\ProgID", nullptr, served.progId) &&
-         Write(NameKey(served) + L"\\CLSID", nullptr, Text(served.id));
+         Write(key + L"\\ProgID", nullptr, served.programId) && TakeName(served, Read(NameKey(served) + L"\\CLSID"));
 }
 
 bool Unregister(const ServedClass& served) {
   const std::wstring replaced = Read(ClassKey(served) + kReplaced);
   bool done = true;
-  if (Read(NameKey(served) + L"\\CLSID") == Text(served.id)) {
+  if (Read(NameKey(served) + L"\\CLSID") == Text(served.classId)) {
     done = replaced.empty() ? Remove(NameKey(served)) : Write(NameKey(served) + L"\\CLSID", nullptr, replaced);
   }
   return Remove(ClassKey(served)) && done;
@@ -81,20 +84,20 @@ bool Unregister(const ServedClass& served) {
 
 }  // namespace
 
-HRESULT RegisterClasses() {
-  if (!IsDemonstrationMachine()) return HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED);
-  const std::wstring server = OwnPath();
-  if (server.empty()) return SELFREG_E_CLASS;
-  for (const ServedClass& served : ServedClasses()) {
-    if (!Register(served, server)) return SELFREG_E_CLASS;
+HRESULT RegisterClasses(const Server& server) {
+  if (server.demonstrationMachinesOnly && !IsDemonstrationMachine()) return HRESULT_FROM_WIN32(ERROR_NOT_SUPPORTED);
+  const std::wstring path = OwnPath();
+  if (path.empty()) return SELFREG_E_CLASS;
+  for (const ServedClass& served : server.classes) {
+    if (!Register(served, path)) return SELFREG_E_CLASS;
   }
   return S_OK;
 }
 
-HRESULT UnregisterClasses() {
+HRESULT UnregisterClasses(const Server& server) {
   bool done = true;
-  for (const ServedClass& served : ServedClasses()) done = Unregister(served) && done;
+  for (const ServedClass& served : server.classes) done = Unregister(served) && done;
   return done ? S_OK : SELFREG_E_CLASS;
 }
 
-}  // namespace dataaccess
+}  // namespace reference

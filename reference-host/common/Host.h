@@ -1,10 +1,15 @@
-// Where the demonstration host keeps things: its registry key and its path table.
+// What the host's libraries, components and programs share: results, registry key, path table.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 
 namespace reference {
+
+/// Results of the libraries' calls and of most of the components' routines.
+inline constexpr std::int32_t kDone = 0;
+inline constexpr std::int32_t kFailed = -1;
 
 /// The host's key below HKEY_LOCAL_MACHINE.
 inline constexpr wchar_t kHostKey[] = L"SOFTWARE\\Orvantis\\TARSUS";
@@ -19,5 +24,8 @@ bool WriteRegistryNumber(const std::string& name, unsigned long value);
 /// An entry of the path table, Directory.ini in the folder "System" below "PathAppl".
 /// Read anew at each call, so that an administrator's change counts at once.
 std::optional<std::string> ReadPathEntry(const std::string& name);
+
+/// The folder of the running program, with a "\" at the end; empty when its path is too long.
+std::wstring OwnFolder();
 
 }  // namespace reference

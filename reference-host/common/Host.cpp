@@ -1,5 +1,5 @@
 // Reads and writes the host's registry key, and reads its path table.
-#include "common/HostPaths.h"
+#include "common/Host.h"
 
 #include <windows.h>
 
@@ -84,6 +84,14 @@ std::optional<std::string> ReadPathEntry(const std::string& name) {
   }
   if (value[0] == kMissing[0]) return std::nullopt;
   return windows::Utf8(value.data());
+}
+
+std::wstring OwnFolder() {
+  wchar_t path[MAX_PATH] = {};
+  const DWORD length = GetModuleFileNameW(nullptr, path, MAX_PATH);
+  if (length == 0 || length == MAX_PATH) return {};
+  const std::wstring text(path, length);
+  return text.substr(0, text.rfind(L'\\') + 1);
 }
 
 }  // namespace reference
