@@ -1,5 +1,5 @@
-// A file that appears under its name only when it is complete.
-#include "cabarc/NewFile.h"
+// Writes files that appear under their names only when they are complete.
+#include "cabarc/FileAccess.h"
 
 namespace cabinet {
 
