@@ -1,13 +1,25 @@
-// The host's components and the data access that the program asks for by name.
+// The host's DLLs and components, and the data access, through the adapters that the program uses them with.
 #include <vector>
 
 #include "host-check/Checks.h"
 #include "windows/adapters/Dispatch.h"
 #include "windows/adapters/ProgIds.h"
+#include "windows/adapters/Qx32Library.h"
+#include "windows/adapters/Qx32libLibrary.h"
+#include "windows/adapters/QxNetDBLibrary.h"
 #include "windows/adapters/Text.h"
 
 namespace hostcheck {
 namespace {
+
+void CheckLibrary(Report& report, const windows::HostLibrary& library, const std::string& name,
+                  const std::string& purpose) {
+  report.Require(library.IsLoaded(), name, purpose + "; beside the program or in the system folder");
+  if (!library.IsLoaded()) return;
+  for (const auto& [exportName, found] : library.Exports()) {
+    report.Require(found, name + " export " + exportName, purpose);
+  }
+}
 
 struct Contract {
   const wchar_t* progId;
@@ -68,6 +80,12 @@ bool HasDatabaseEngine() {
 }
 
 }  // namespace
+
+void CheckLibraries(Report& report) {
+  CheckLibrary(report, windows::Qx32Library().Library(), "QX32.dll", "path table and registry");
+  CheckLibrary(report, windows::Qx32libLibrary().Library(), "QX32lib.dll", "system configuration database");
+  CheckLibrary(report, windows::QxNetDBLibrary().Library(), "QXNetDB.dll", "media drives");
+}
 
 void CheckComponents(Report& report) {
   for (const Contract& contract : Contracts()) CheckContract(report, contract);

@@ -1,4 +1,5 @@
-#include "operator/Screen.h"
+// Strokes keys, moves the mouse, and has the machine below take pictures.
+#include "operator/Desktop.h"
 
 #include <stdexcept>
 
@@ -6,6 +7,12 @@
 
 namespace endtoend {
 namespace {
+
+void Stroke(WORD key, DWORD flags) {
+  SendKey(key, flags);
+  SendKey(key, flags | KEYEVENTF_KEYUP);
+  Sleep(30);  // a quick typist
+}
 
 /// The part of the screen that the window takes, as ImageMagick names it.
 std::string CropTo(const Window& window) {
@@ -25,6 +32,22 @@ bool IsPainted(HWND window) {
 }
 
 }  // namespace
+
+void SendKey(WORD key, DWORD flags) {
+  INPUT input{};
+  input.type = INPUT_KEYBOARD;
+  ((flags & KEYEVENTF_UNICODE) != 0 ? input.ki.wScan : input.ki.wVk) = key;
+  input.ki.dwFlags = flags;
+  SendInput(1, &input, sizeof(input));
+}
+
+void PressKey(WORD key) {
+  Stroke(key, 0);
+}
+
+void TypeText(const std::string& text) {
+  for (wchar_t character : windows::Utf16(text)) Stroke(character, KEYEVENTF_UNICODE);
+}
 
 void RunNative(const std::string& command) {
   // Wine starts a program of the machine like any other, but cannot wait for it.
