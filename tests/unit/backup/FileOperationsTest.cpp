@@ -6,16 +6,22 @@
 
 namespace {
 
+using base::Result;
+
 TEST_F(JobTest, XcopysExitCodeDecides) {
-  for (const auto& [exit, result] : {std::pair(0u, 0), {1u, -99}, {2u, -99}, {4u, -1}, {5u, -99}}) {
+  for (const auto& [exit, result] : {std::pair(0u, Result::Done),
+                                     {1u, Result::StepFailed},
+                                     {2u, Result::StepFailed},
+                                     {4u, Result::Failed},
+                                     {5u, Result::StepFailed}}) {
     host.processes.Install(kInterpreter, [code = exit](fakes::Disk&, const fakes::Words&) { return code; });
     EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a b\\c.txt", "D:\\x\\"), result) << exit;
     EXPECT_EQ(host.processes.started.back().commandLine, "CMD /C xcopy \"C:\\a b\\c.txt\" \"D:\\x\\\" /S /Y");
   }
   host.calls.FailFrom("StartedProgram", "Wait");
-  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), Result::Failed);
   host.disk.Remove(kInterpreter);
-  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), Result::Failed);
 }
 
 TEST_F(JobTest, MovingNeverReplacesAFile) {
@@ -44,9 +50,9 @@ TEST_F(JobTest, StagingFolderIsNamedAfterTheSecondAndGoesEvenWhenItIsCurrent) {
   host.disk.Write(application.state.StagingFolder + "CABFILE\\a.cab", "x");
   host.disk.Find(application.state.StagingFolder + "CABFILE\\a.cab")->attributes = fakes::kReadOnly;
   host.disk.SetCurrentFolder(application.state.StagingFolder);
-  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone);
+  EXPECT_EQ(backup::RemoveStagingFolder(application), Result::Done);
   EXPECT_TRUE(host.disk.Children("C:\\Users\\Operator\\Temp").empty());
-  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone) << "nothing is left to remove";
+  EXPECT_EQ(backup::RemoveStagingFolder(application), Result::Done) << "nothing is left to remove";
   EXPECT_TRUE(host.disk.IsFolder("C:\\Users\\Operator\\Temp"));
 }
 

@@ -6,33 +6,34 @@
 namespace {
 
 using backup::JobKey;
+using base::Result;
 
 struct Grammar {
   const char* name;
   std::vector<std::string> lines;  ///< the whole file
-  app::ResultCode result;
+  Result result;
   std::optional<std::string> batFile;  ///< value for USER_BACKUP; nothing when the key is not there
 };
 
 const Grammar kGrammar[] = {
-    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, 0, "a.bat"},
-    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, 0, "a.bat"},
-    {"header alone", {"[USER_BACKUP]"}, 0, std::nullopt},
-    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, -1, std::nullopt},
-    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, 0, std::nullopt},
-    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, 0, std::nullopt},
-    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, 0, "y"},
-    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, 0, std::nullopt},
-    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, 0, "b"},
-    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, 0, "a=b c"},
-    {"empty value", {"[USER_BACKUP]", "BatFile="}, 0, ""},
-    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}, 0, std::nullopt},
-    {"indented key", {"[USER_BACKUP]", " BatFile=a"}, 0, std::nullopt},
-    {"lower case key", {"[USER_BACKUP]", "batfile=a"}, 0, std::nullopt},
-    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}, 0, std::nullopt},
+    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, Result::Done, "a.bat"},
+    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, Result::Done, "a.bat"},
+    {"header alone", {"[USER_BACKUP]"}, Result::Done, std::nullopt},
+    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
+    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
+    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
+    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, Result::Failed, std::nullopt},
+    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, Result::Done, std::nullopt},
+    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, Result::Done, std::nullopt},
+    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, Result::Done, "y"},
+    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, Result::Done, std::nullopt},
+    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, Result::Done, "b"},
+    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, Result::Done, "a=b c"},
+    {"empty value", {"[USER_BACKUP]", "BatFile="}, Result::Done, ""},
+    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}, Result::Done, std::nullopt},
+    {"indented key", {"[USER_BACKUP]", " BatFile=a"}, Result::Done, std::nullopt},
+    {"lower case key", {"[USER_BACKUP]", "batfile=a"}, Result::Done, std::nullopt},
+    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}, Result::Done, std::nullopt},
 };
 
 TEST_F(JobTest, ReadsTheGrammarOfTheJobFile) {
@@ -63,17 +64,17 @@ TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{"new"});
   EXPECT_EQ(definitions.Items(JobKey::BatFile, "USER_BACKUP"), Names{});
   Gone("C:\\Tarsus\\System\\BackupList.ini")(host);
-  EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), app::kDone);
+  EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), Result::Done);
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{});
 }
 
 TEST_F(JobTest, RefusesItemsOfASectionWithoutANumberAndAFileThatCannotBeOpened) {
-  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), app::kDone);
-  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), app::kFailed);
-  EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), app::kFailed);
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), Result::Done);
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), Result::Failed);
+  EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), Result::Failed);
   EXPECT_EQ(backup::SectionIndex("REPORTSET_RESTORE"), 18);
   host.calls.FailFrom("FileSystem", "OpenText");
-  EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), app::kFailed);
+  EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), Result::Failed);
 }
 
 }  // namespace

@@ -5,6 +5,8 @@
 namespace faults {
 namespace {
 
+using enum base::MessageId;
+
 using fakes::Disk;
 using fakes::ProgramAction;
 using fakes::Words;
@@ -72,34 +74,41 @@ struct Misdeed {
   const char* route;
   const char* program;
   ProgramAction action;  ///< empty: the program is missing
-  std::int32_t message;
+  base::MessageId message;
   std::string logged;  ///< part of a warning; the message alone says it when empty
 };
 
 const Misdeed kMisdeeds[] = {
-    {"archiver missing", "Folder", kArchiver, {}, 60371, "Not started: cabarc -r -p n PatientData.cab"},
-    {"archiver fails but packs", "Folder", kArchiver, Packs(1), 65300, "Exit code 1: cabarc -r -p n PatientData.cab"},
-    {"archiver crashes", "Folder", kArchiver, Ends(0xC0000005), 60371, "Exit code 3221225477: cabarc"},
-    {"archiver is killed on its way", "Folder", kArchiver, Packs(1, kPatient, Cut), 65300, kNotWhole},
-    {"archiver makes nothing", "Folder", kArchiver, Ends(0), 60371, kNotWhole},
-    {"archiver makes an empty file", "Folder", kArchiver, Packs(0, kPatient, Empty), 65300, kNotWhole},
-    {"archiver cuts the end", "Folder", kArchiver, Packs(0, kPatient, Cut), 65300, "PatientData.cab (PatientData)"},
-    {"archiver drops a member", "Folder", kArchiver, Packs(0, kPatient, DropMember), 65300, "holds 3 of 4 files"},
-    {"archiver takes another name", "Folder", kArchiver, Packs(0, kPatient, Rename), 60371, "No archive made: Patient"},
-    {"joiner drops a member", "Floppies", kArchiver, Packs(0, "FDDivide.cab", DropMember), 65300, "holds 7 of 8 files"},
-    {"unpacker missing", "RestoreFolder", kArchiver, {}, 60401, "Not started: cabarc -r -p X"},
-    {"unpacker fails", "RestoreFolder", kArchiver, Ends(1), 60401, "Exit code 1: cabarc -r -p X"},
-    {"unpacker leaves nothing", "RestoreFolder", kArchiver, Ends(0), 60401, ""},
-    {"unpacker leaves less", "RestoreFolder", kArchiver, UnpackLess, 60401, ""},
-    {"copier crashes", "Folder", kInterpreter, Ends(0xC0000005), 60371, "Exit code 3221225477: CMD /C xcopy"},
-    {"copier cuts an archive", "Folder", kInterpreter, Copies("UserData.cab", Cut), 60351, kBadCopy},
-    {"copier takes another name", "Folder", kInterpreter, Copies("UserData.cab", Rename), 60351, kBadCopy},
-    {"copier cuts the descriptor", "Folder", kInterpreter, Copies("BackupInfo.ini", Cut), 60351, kBadCopy},
-    {"copier does nothing in a restore", "RestoreFolder", kInterpreter, Ends(0), 60401, ""},
-    {"registry not exported", "Folder", kRegistry, Ends(1), 65300, "Exit code 1: Reg.exe save"},
-    {"event log not exported", "Folder", kExporter, Ends(7), 65300, "Exit code 7: BackupEventLog.exe (LOG_BACKUP)"},
-    {"dump missing", "Folder", kDump, {}, 60371, "Not started: DumpPatients.bat"},
-    {"dump fails", "Folder", kDump, Ends(2), 65300, "Exit code 2: DumpPatients.bat (PATIENT_BACKUP)"},
+    {"archiver missing", "Folder", kArchiver, {}, BackupNotGathered, "Not started: cabarc -r -p n PatientData.cab"},
+    {"archiver fails but packs", "Folder", kArchiver, Packs(1), BackupComplete,
+     "Exit code 1: cabarc -r -p n PatientData.cab"},
+    {"archiver crashes", "Folder", kArchiver, Ends(0xC0000005), BackupNotGathered, "Exit code 3221225477: cabarc"},
+    {"archiver is killed on its way", "Folder", kArchiver, Packs(1, kPatient, Cut), BackupComplete, kNotWhole},
+    {"archiver makes nothing", "Folder", kArchiver, Ends(0), BackupNotGathered, kNotWhole},
+    {"archiver makes an empty file", "Folder", kArchiver, Packs(0, kPatient, Empty), BackupComplete, kNotWhole},
+    {"archiver cuts the end", "Folder", kArchiver, Packs(0, kPatient, Cut), BackupComplete,
+     "PatientData.cab (PatientData)"},
+    {"archiver drops a member", "Folder", kArchiver, Packs(0, kPatient, DropMember), BackupComplete,
+     "holds 3 of 4 files"},
+    {"archiver takes another name", "Folder", kArchiver, Packs(0, kPatient, Rename), BackupNotGathered,
+     "No archive made: Patient"},
+    {"joiner drops a member", "Floppies", kArchiver, Packs(0, "FDDivide.cab", DropMember), BackupComplete,
+     "holds 7 of 8 files"},
+    {"unpacker missing", "RestoreFolder", kArchiver, {}, RestoreFailed, "Not started: cabarc -r -p X"},
+    {"unpacker fails", "RestoreFolder", kArchiver, Ends(1), RestoreFailed, "Exit code 1: cabarc -r -p X"},
+    {"unpacker leaves nothing", "RestoreFolder", kArchiver, Ends(0), RestoreFailed, ""},
+    {"unpacker leaves less", "RestoreFolder", kArchiver, UnpackLess, RestoreFailed, ""},
+    {"copier crashes", "Folder", kInterpreter, Ends(0xC0000005), BackupNotGathered,
+     "Exit code 3221225477: CMD /C xcopy"},
+    {"copier cuts an archive", "Folder", kInterpreter, Copies("UserData.cab", Cut), BackupNotWritten, kBadCopy},
+    {"copier takes another name", "Folder", kInterpreter, Copies("UserData.cab", Rename), BackupNotWritten, kBadCopy},
+    {"copier cuts the descriptor", "Folder", kInterpreter, Copies("BackupInfo.ini", Cut), BackupNotWritten, kBadCopy},
+    {"copier does nothing in a restore", "RestoreFolder", kInterpreter, Ends(0), RestoreFailed, ""},
+    {"registry not exported", "Folder", kRegistry, Ends(1), BackupComplete, "Exit code 1: Reg.exe save"},
+    {"event log not exported", "Folder", kExporter, Ends(7), BackupComplete,
+     "Exit code 7: BackupEventLog.exe (LOG_BACKUP)"},
+    {"dump missing", "Folder", kDump, {}, BackupNotGathered, "Not started: DumpPatients.bat"},
+    {"dump fails", "Folder", kDump, Ends(2), BackupComplete, "Exit code 2: DumpPatients.bat (PATIENT_BACKUP)"},
 };
 
 TEST(ProgramMisdeeds, AreToldAndLoseNothing) {
