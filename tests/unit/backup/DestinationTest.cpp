@@ -13,9 +13,8 @@ using enum host::DriveStatus;
 struct Refusal {
   const char* name;
   Arrangement arrange;
-  Ids backup;       ///< messages in an ordinary backup, the last one perhaps pending
-  Ids maintenance;  ///< and in a maintenance log backup
-  bool pending = false;
+  Ids messages;          ///< in an ordinary backup
+  bool pending = false;  ///< whether the last one is left to the caller
   const char* folder = "D:\\";
   const char* mediaType = "STANDARD";  ///< how the host prepares a medium
 };
@@ -23,51 +22,28 @@ struct Refusal {
 const Arrangement kToPrepare = Statuses('D', {Readable});
 const Arrangement kFormatFails = Both(kToPrepare, [](auto& host) { host.Told().prepareRefusal = "answered 5"; });
 const Arrangement kNoLabel = Both(kToPrepare, Fails("Drives", "SetVolumeLabel"));
-const Arrangement kNoVersions = Gone("C:\\Tarsus\\System\\BackupVersion.ini");
+const Ids kNotPrepared = {AskPrepareBackupMedium, MediumNotPreparable, BackupFormatFailed};
+const Ids kNotFormatted = {AskPrepareBackupMedium, BackupFormatFailed};
 
 const Refusal kRefusals[] = {
-    {"drive error", Statuses('D', {Error}), {BackupDriveError}, {MaintenanceDriveError}},
-    {"drive unusable", Statuses('D', {Unusable}), {BackupDriveUnusable}, {MaintenanceDriveUnusable}},
-    {"answers without a meaning are asked again",
-     Statuses('D', {kMeaningless, Unusable}),
-     {BackupDriveUnusable},
-     {MaintenanceDriveUnusable}},
-    {"medium inserted too late",
-     Statuses('D', {NoMedium, NoMedium, Error}),
-     {AskInsertBackupMedium, AskInsertBackupMedium, BackupDriveError},
-     {AskInsertMaintenanceMedium, AskInsertMaintenanceMedium, MaintenanceDriveError}},
-    {"format fails",
-     kFormatFails,
-     {AskPrepareBackupMedium, BackupFormatFailed, BackupFormatFailed},
-     {AskPrepareMaintenanceMedium, BackupFormatFailed, MaintenanceFormatFailed},
-     true},
-    {"host prepares nothing",
-     kToPrepare,
-     {AskPrepareBackupMedium, MediumNotPreparable, BackupFormatFailed},
-     {AskPrepareMaintenanceMedium, MediumNotPreparable, MaintenanceFormatFailed},
-     true,
-     "D:\\",
-     "NONE"},
-    {"media program missing",
-     kToPrepare,
-     {AskPrepareBackupMedium, BackupFormatFailed},
-     {AskPrepareMaintenanceMedium, MaintenanceFormatFailed},
-     true,
-     "D:\\",
-     "APPLICATION"},
-    {"label cannot be set",
-     kNoLabel,
-     {AskPrepareBackupMedium, BackupLabelFailed},
-     {AskPrepareMaintenanceMedium, MaintenanceLabelFailed},
-     true},
-    {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}, {MaintenanceSpaceTooSmall}},
-    {"folder cannot be made",
-     Nothing,
-     {AskMakeBackupFolder, BackupFolderNotMade},
-     {AskMakeMaintenanceFolder, MaintenanceFolderNotMade},
-     true,
-     "D:\\a\\b\\"},
-    {"no version of a category", kNoVersions, {DescriptorNotMade}, {DescriptorNotMade}, true},
+    {"drive error", Statuses('D', {Error}), {BackupDriveError}},
+    {"drive unusable", Statuses('D', {Unusable}), {BackupDriveUnusable}},
+    {"medium inserted too late", Statuses('D', {NoMedium, Error}), {AskInsertBackupMedium, BackupDriveError}},
+    {"format fails", kFormatFails, {AskPrepareBackupMedium, BackupFormatFailed, BackupFormatFailed}, true},
+    {"host prepares nothing", kToPrepare, kNotPrepared, true, "D:\\", "NONE"},
+    {"media program missing", kToPrepare, kNotFormatted, true, "D:\\", "APPLICATION"},
+    {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, true},
+    {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}},
+    {"folder cannot be made", Nothing, {AskMakeBackupFolder, BackupFolderNotMade}, true, "D:\\a\\b\\"},
+};
+
+/// Of an ordinary backup, and what a maintenance log backup has in its place.
+const std::map<base::MessageId, base::MessageId> kOfMaintenance = {
+    {BackupDriveError, MaintenanceDriveError},           {BackupDriveUnusable, MaintenanceDriveUnusable},
+    {AskInsertBackupMedium, AskInsertMaintenanceMedium}, {AskPrepareBackupMedium, AskPrepareMaintenanceMedium},
+    {MediumNotPreparable, MediumNotPreparable},          {BackupFormatFailed, MaintenanceFormatFailed},
+    {BackupLabelFailed, MaintenanceLabelFailed},         {BackupSpaceTooSmall, MaintenanceSpaceTooSmall},
+    {AskMakeBackupFolder, AskMakeMaintenanceFolder},     {BackupFolderNotMade, MaintenanceFolderNotMade},
 };
 
 TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
@@ -83,7 +59,10 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
       state.SelectedFolder = refusal.folder;
       state.MediaAppType = refusal.mediaType;
       state.MediaAppCommand = "none.exe";
-      Ids expected = operation == app::Operation::Backup ? refusal.backup : refusal.maintenance;
+      Ids expected = refusal.messages;
+      // What the preparation itself has shown is the same in both.
+      for (std::size_t i = 0; i < expected.size() && operation != app::Operation::Backup; ++i)
+        if (expected[i] != BackupFormatFailed || i + 1 == expected.size()) expected[i] = kOfMaintenance.at(expected[i]);
       const base::MessageId last = expected.back();
       if (refusal.pending) expected.pop_back();
       for (const base::MessageId id : expected) run.host.person.ExpectMessage(id, host::Answer::Consented);

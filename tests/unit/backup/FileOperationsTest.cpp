@@ -24,18 +24,6 @@ TEST_F(JobTest, XcopysExitCodeDecides) {
   EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), Result::Failed);
 }
 
-TEST_F(JobTest, MovingNeverReplacesAFile) {
-  host.disk.Write("C:\\From\\a.txt", "new");
-  host.disk.Write("C:\\From\\b.txt", "new");
-  host.disk.Write("C:\\From\\c.txt\\inner.dat", "folder");
-  host.disk.Write("C:\\To\\a.txt", "old");
-  const backup::MoveCount count = backup::MoveFilesMatching(application, "C:\\From", "*.txt", "C:\\To\\");
-  EXPECT_EQ(count.moved, 1);
-  EXPECT_EQ(count.failed, 1);
-  EXPECT_EQ(host.disk.Tree("C:\\To"), (std::map<std::string, std::string>{{"a.txt", "old"}, {"b.txt", "new"}}));
-  EXPECT_EQ(NamesBelow("C:\\From"), (Names{"a.txt", "c.txt\\inner.dat"}));
-}
-
 TEST_F(JobTest, FolderSizeCountsTheFilesDirectlyInIt) {
   host.disk.Write("C:\\Work\\a", std::string(1000, 'x'));
   host.disk.Write("C:\\Work\\b", std::string(234, 'x'));

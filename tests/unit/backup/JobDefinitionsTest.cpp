@@ -10,30 +10,30 @@ using base::Result;
 
 struct Grammar {
   const char* name;
-  std::vector<std::string> lines;  ///< the whole file
-  Result result;
-  std::optional<std::string> batFile;  ///< value for USER_BACKUP; nothing when the key is not there
+  std::vector<std::string> lines;           ///< the whole file
+  std::optional<std::string> batFile = {};  ///< value for USER_BACKUP; nothing when the key is not there
+  Result result = Result::Done;
 };
 
 const Grammar kGrammar[] = {
-    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, Result::Done, "a.bat"},
-    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, Result::Done, "a.bat"},
-    {"header alone", {"[USER_BACKUP]"}, Result::Done, std::nullopt},
-    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
-    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
-    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, Result::Failed, std::nullopt},
-    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, Result::Failed, std::nullopt},
-    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, Result::Done, std::nullopt},
-    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, Result::Done, std::nullopt},
-    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, Result::Done, "y"},
-    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, Result::Done, std::nullopt},
-    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, Result::Done, "b"},
-    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, Result::Done, "a=b c"},
-    {"empty value", {"[USER_BACKUP]", "BatFile="}, Result::Done, ""},
-    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}, Result::Done, std::nullopt},
-    {"indented key", {"[USER_BACKUP]", " BatFile=a"}, Result::Done, std::nullopt},
-    {"lower case key", {"[USER_BACKUP]", "batfile=a"}, Result::Done, std::nullopt},
-    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}, Result::Done, std::nullopt},
+    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, "a.bat"},
+    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, "a.bat"},
+    {"header alone", {"[USER_BACKUP]"}},
+    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, {}, Result::Failed},
+    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}},
+    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}},
+    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, "y"},
+    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}},
+    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, "b"},
+    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, "a=b c"},
+    {"empty value", {"[USER_BACKUP]", "BatFile="}, ""},
+    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}},
+    {"indented key", {"[USER_BACKUP]", " BatFile=a"}},
+    {"lower case key", {"[USER_BACKUP]", "batfile=a"}},
+    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}},
 };
 
 TEST_F(JobTest, ReadsTheGrammarOfTheJobFile) {

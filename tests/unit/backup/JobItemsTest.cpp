@@ -25,36 +25,32 @@ struct Case {
   const char* name;
   Executor run;
   std::string line;
-  Result result;
-  Names staged;
+  Names staged = {};
+  Result result = Result::Done;
 };
 
 const Case kCases[] = {
-    {"no key", kFile, "; none", Result::Stopped, {}},
-    {"common file", kFile, "CommonFile=%System%\\Tarsus.log", Result::Done, {"Tarsus.log"}},
-    {"text before the variable is lost", kFile, "CommonFile=junk%System%\\Tarsus.log", Result::Done, {"Tarsus.log"}},
-    {"one of several", kFile, "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini", Result::Done, {"menu.ini"}},
-    {"no common file there", kFile, "CommonFile=C:\\none.x", Result::Stopped, {}},
-    {"unknown variable", kFile, "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini", Result::Failed, {}},
-    {"folder below the root", kFolder, "Folder=Menu", Result::Done, {"Menu\\menu.ini"}},
-    {"many separators at its end", kFolder, "Folder=C:\\Tarsus\\Menu\\\\", Result::Done, {"Menu\\menu.ini"}},
-    {"one missing",
-     kFolder,
-     "Folder=Menu;None;%Data%\\..\\User\\",
-     Result::Done,
-     {"Menu\\menu.ini", "User\\users.dat"}},
-    {"folder missing", kFolder, "Folder=None", Result::Stopped, {}},
-    {"unknown variable of a folder", kFolder, "Folder=%Nowhere%\\a", Result::Failed, {}},
-    {"event log", kEvents, "EventLog=", Result::Done, {"Application.evt"}},
-    {"event log program missing", kEvents, "EventLog=%System%\\none.exe", Result::Stopped, {}},
-    {"event log program that writes nothing", kEvents, "EventLog=%System%\\LoadPatients.bat", Result::Stopped, {}},
-    {"event log without a folder", kEvents, "EventLog=BackupEventLog.exe", Result::Stopped, {}},
-    {"default registry export", kRegistry, "RegFile=", Result::Done, {"Tarsus.reg"}},
-    {"registry program", kRegistry, "RegFile=%Temp%\\ExportKeys.exe;", Result::Done, {"Keys.reg"}},
-    {"batch file", kBatch, "BatFile=%System%\\DumpPatients.bat", Result::Done, {}},
-    {"batch file missing", kBatch, "BatFile=%System%\\none.bat", Result::Failed, {}},
-    {"batch file in a missing folder", kBatch, "BatFile=C:\\none\\DumpPatients.bat", Result::Failed, {}},
-    {"empty batch file", kBatch, "BatFile=", Result::Stopped, {}},
+    {"no key", kFile, "; none", {}, Result::Stopped},
+    {"common file", kFile, "CommonFile=%System%\\Tarsus.log", {"Tarsus.log"}},
+    {"text before the variable is lost", kFile, "CommonFile=junk%System%\\Tarsus.log", {"Tarsus.log"}},
+    {"one of several", kFile, "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini", {"menu.ini"}},
+    {"no common file there", kFile, "CommonFile=C:\\none.x", {}, Result::Stopped},
+    {"unknown variable", kFile, "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini", {}, Result::Failed},
+    {"folder below the root", kFolder, "Folder=Menu", {"Menu\\menu.ini"}},
+    {"many separators at its end", kFolder, "Folder=C:\\Tarsus\\Menu\\\\", {"Menu\\menu.ini"}},
+    {"one missing", kFolder, "Folder=Menu;None;%Data%\\..\\User\\", {"Menu\\menu.ini", "User\\users.dat"}},
+    {"folder missing", kFolder, "Folder=None", {}, Result::Stopped},
+    {"unknown variable of a folder", kFolder, "Folder=%Nowhere%\\a", {}, Result::Failed},
+    {"event log", kEvents, "EventLog=", {"Application.evt"}},
+    {"event log program missing", kEvents, "EventLog=%System%\\none.exe", {}, Result::Stopped},
+    {"event log program that writes nothing", kEvents, "EventLog=%System%\\LoadPatients.bat", {}, Result::Stopped},
+    {"event log without a folder", kEvents, "EventLog=BackupEventLog.exe", {}, Result::Stopped},
+    {"default registry export", kRegistry, "RegFile=", {"Tarsus.reg"}},
+    {"registry program", kRegistry, "RegFile=%Temp%\\ExportKeys.exe;", {"Keys.reg"}},
+    {"batch file", kBatch, "BatFile=%System%\\DumpPatients.bat", {}},
+    {"batch file missing", kBatch, "BatFile=%System%\\none.bat", {}, Result::Failed},
+    {"batch file in a missing folder", kBatch, "BatFile=C:\\none\\DumpPatients.bat", {}, Result::Failed},
+    {"empty batch file", kBatch, "BatFile=", {}, Result::Stopped},
 };
 
 TEST(JobItems, GatherIntoTheStagingFolder) {
@@ -100,39 +96,38 @@ TEST_F(JobTest, MaintenanceTakesWhatABatchFileExports) {
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
   for (const std::string name : {"a.txt", "b.BCP", "c.fmtt", "d.log", "e.dat"})
     host.disk.Write("C:\\Dump\\" + name, "x");
+  host.disk.Write("C:\\Dump\\folder.txt\\inner.txt", "x");
   host.processes.Install("C:\\Dump\\dump.bat", DoNothing);
   host.disk.MakeFolders("C:\\Work\\BCP");
   LoadSection("MAINTENANCE", {"BatFile=C:\\Dump\\dump.bat"});
   EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), Result::Done);
   EXPECT_EQ(Staged(), (Names{"BCP\\a.txt", "BCP\\b.BCP", "BCP\\c.fmtt", "BCP\\d.log"}));
-  EXPECT_EQ(NamesBelow("C:\\Dump"), (Names{"dump.bat", "e.dat"}));
+  EXPECT_EQ(NamesBelow("C:\\Dump"), (Names{"dump.bat", "e.dat", "folder.txt\\inner.txt"}));
   host.disk.Write("C:\\Dump\\a.txt", "again");
   EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), Result::Failed) << "a.txt stands there already";
+  EXPECT_EQ(host.disk.Read("C:\\Work\\BCP\\a.txt") + host.disk.Read("C:\\Dump\\a.txt"), "xagain");
 }
 
 struct Deletion {
   const char* name;
   Names lines;
-  Result result;
   Names kept;  ///< of C:\Logs
+  Result result = Result::Done;
 };
 
 const Names kAllLogs = {"Sub\\d.log", "a.log", "b.log", "c.txt"};
 const char* const kExport = "EventLog=Reg.exe save K C:\\Logs\\e.log";
 const Deletion kDeletions[] = {
-    {"common files", {"CommonFile=C:\\Logs\\*.log"}, Result::Done, {"Sub\\d.log", "c.txt"}},
-    {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, Result::Done, kAllLogs},
-    {"plain files of a folder", {"Folder=C:\\Logs"}, Result::Done, {"Sub\\d.log"}},
-    {"nothing listed", {"; none"}, Result::Done, kAllLogs},
-    {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, Result::Done, kAllLogs},
-    {"folder missing, the rest deleted", {"Folder=C:\\Nowhere;C:\\Logs"}, Result::Failed, {"Sub\\d.log"}},
-    {"variable", {"Folder=%System%\\..\\..\\Logs"}, Result::Done, {"Sub\\d.log"}},
-    {"unknown variable ends the run", {"CommonFile=%Nowhere%\\a", "Folder=C:\\Logs"}, Result::Failed, kAllLogs},
-    {"batch file missing ends the run", {"BatFile=C:\\Logs\\none.bat", "Folder=C:\\Logs"}, Result::Failed, kAllLogs},
-    {"commands run as they stand",
-     {kExport, "CommonFile=C:\\Logs\\*.log"},
-     Result::Done,
-     {"Sub\\d.log", "c.txt", "e.log"}},
+    {"common files", {"CommonFile=C:\\Logs\\*.log"}, {"Sub\\d.log", "c.txt"}},
+    {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, kAllLogs},
+    {"plain files of a folder", {"Folder=C:\\Logs"}, {"Sub\\d.log"}},
+    {"nothing listed", {"; none"}, kAllLogs},
+    {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, kAllLogs},
+    {"folder missing, the rest deleted", {"Folder=C:\\Nowhere;C:\\Logs"}, {"Sub\\d.log"}, Result::Failed},
+    {"variable", {"Folder=%System%\\..\\..\\Logs"}, {"Sub\\d.log"}},
+    {"unknown variable ends the run", {"CommonFile=%Nowhere%\\a", "Folder=C:\\Logs"}, kAllLogs, Result::Failed},
+    {"batch file missing ends the run", {"BatFile=C:\\Logs\\none.bat", "Folder=C:\\Logs"}, kAllLogs, Result::Failed},
+    {"commands run as they stand", {kExport, "CommonFile=C:\\Logs\\*.log"}, {"Sub\\d.log", "c.txt", "e.log"}},
 };
 
 TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {

@@ -10,56 +10,55 @@ constexpr Ticks kPatientAndReport{.patient = true, .report = true};
 struct Failure {
   const char* name;
   Arrangement arrange;
-  Ids messages;  ///< of a failure in writing: first the question for the new folder
+  Ids messages;
   Ticks ticks = kReportOnly;
 };
 
-const Failure kFailures[] = {
+const Arrangement kNoPatientData = Jobs({"[PATIENT_BACKUP]", "[REPORT_BACKUP]", "Folder=Report"});
+const Arrangement kUnknownVariable = Jobs({"[REPORT_BACKUP]", "Folder=Report", "CommonFile=%Nowhere%\\x"});
+const Arrangement kEmptyGroup =
+    Jobs({"[MENU_BACKUP]", "[SYSTEM_BACKUP]", "[USER_BACKUP]", "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"});
+const Arrangement kNoVersion = SystemFile("BackupVersion.ini", {"ReportData =2", "ReportData="});
+const Arrangement kArchiveVanishes = Before("\"D:\\", Gone(kStagingFolder + std::string("\\ReportData.cab")));
+
+const Failure kInGathering[] = {
     {"no temporary folder", [](auto& host) { host.files.temporaryFolder = "E:\\Temp\\"; }, {BackupWorkFolderNotMade}},
     {"no job file", Gone("C:\\Tarsus\\System\\BackupList.ini"), {BackupNotGathered}},
     {"section missing", Jobs({"[PATIENT_BACKUP]", "Folder=Patient"}), {BackupSectionMissing}, kEverything},
     {"empty section", Jobs({"[REPORT_BACKUP]", "[X]", "Folder=Report"}), {BackupNotGathered}},
-    {"unknown variable",
-     Jobs({"[REPORT_BACKUP]", "Folder=Report", "CommonFile=%Nowhere%\\x"}),
-     {PathEntryUnreadable, BackupNotGathered}},
-    {"no patient data",
-     Jobs({"[PATIENT_BACKUP]", "[REPORT_BACKUP]", "Folder=Report"}),
-     {BackupNotGathered},
-     kPatientAndReport},
-    {"nothing of the system group",
-     Jobs({"[MENU_BACKUP]", "[SYSTEM_BACKUP]", "[USER_BACKUP]", "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"}),
-     {BackupNotGathered},
-     {.system = true}},
+    {"unknown variable", kUnknownVariable, {PathEntryUnreadable, BackupNotGathered}},
+    {"no patient data", kNoPatientData, {BackupNotGathered}, kPatientAndReport},
+    {"nothing of the system group", kEmptyGroup, {BackupNotGathered}, {.system = true}},
     {"no logs", Jobs({"[LOG_BACKUP]"}), {BackupNotGathered}, {.log = true}},
     {"one category produces nothing", Gone("C:\\Tarsus\\Report"), {BackupNotGathered}, kEverything},
     {"no delete list", NoEntry("DeleteListDB"), {BackupNotGathered}},
     {"disk full for the files", Before("", Room(5)), {BackupNotGathered}},
     {"disk full for the archive", Before("cabarc", Room(20)), {BackupNotGathered}},
-    {"no version of the category",
-     SystemFile("BackupVersion.ini", {"ReportData =2", "ReportData="}),
-     {AskMakeBackupFolder, DescriptorNotMade}},
-    {"medium vanishes", Before("\"D:\\", NoMedium("D:")), {AskMakeBackupFolder, BackupNotWritten}},
-    {"medium fills up", Before("\"D:\\", Capacity("D:", 50)), {AskMakeBackupFolder, BackupNotWritten}},
-    {"archive vanishes",
-     Before("\"D:\\", Gone(kStagingFolder + std::string("\\ReportData.cab"))),
-     {AskMakeBackupFolder, BackupCopyFailed}},
-    {"audit record refused",
-     Fails("AuditTrail", "RecordCategoryPhase", 2),
-     {AskMakeBackupFolder, BackupNotRecorded},
-     kEverything},
 };
 
+/// After the question for the new folder.
+const Failure kInWriting[] = {
+    {"no version of the category", kNoVersion, {DescriptorNotMade}},
+    {"medium vanishes", Before("\"D:\\", NoMedium("D:")), {BackupNotWritten}},
+    {"medium fills up", Before("\"D:\\", Capacity("D:", 50)), {BackupNotWritten}},
+    {"archive vanishes", kArchiveVanishes, {BackupCopyFailed}},
+    {"audit record refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {BackupNotRecorded}, kEverything},
+};
+
+void ExpectFailure(const Failure& failure, bool inWriting) {
+  SCOPED_TRACE(failure.name);
+  Session session(failure.arrange);
+  session.BeginBackup(failure.ticks);
+  if (inWriting) session.AcceptFolder("D:\\Set");
+  if (inWriting) session.See({AskMakeBackupFolder});
+  session.LeaveBackupAfter(failure.messages);
+  EXPECT_TRUE(inWriting || session.disk.Tree("D:\\").empty());
+  EXPECT_EQ(session.disk.IsFile("D:\\Set\\BackupInfo.ini"), session.IsBackupDated());
+}
+
 TEST(BackupFailures, AreToldAndLeaveTheDialogOpen) {
-  for (const Failure& failure : kFailures) {
-    SCOPED_TRACE(failure.name);
-    Session session(failure.arrange);
-    session.BeginBackup(failure.ticks);
-    const bool inWriting = failure.messages[0] == AskMakeBackupFolder;
-    if (inWriting) session.AcceptFolder("D:\\Set");
-    session.LeaveBackupAfter(failure.messages);
-    EXPECT_TRUE(inWriting || session.disk.Tree("D:\\").empty());
-    EXPECT_EQ(session.disk.IsFile("D:\\Set\\BackupInfo.ini"), session.IsBackupDated());
-  }
+  for (const Failure& failure : kInGathering) ExpectFailure(failure, false);
+  for (const Failure& failure : kInWriting) ExpectFailure(failure, true);
 }
 
 // Another folder can be chosen all the same.

@@ -225,16 +225,24 @@ std::uint32_t JoinNothing(fakes::Disk& disk, const fakes::Words& words) {
 struct Failure {
   const char* name;
   DiskArrangement arrange;
-  /// 64406 puts the next disk in, unless the restore stops there; every other prompt is refused.
-  Ids messages;
+  Ids messages;           ///< after the other disks; every prompt is refused
+  std::size_t disks = 0;  ///< that are put in, as they are asked for, behind the first one
 };
+
+const Ids kNotJoined = {PathEntryUnreadable, RestoreStopped};
+const MediumFiles kOtherCategory = {{"FDDivide001", fakes::MakeCabinet({{"MenuData.cab.tmp", "menu"}})}};
+
+void SwapTwo(FloppySession& session) {
+  std::swap(session.disks[0], session.disks[1]);
+}
+void ShortenOne(FloppySession& session) {
+  session.disks[1]["FDDivide002"].pop_back();
+}
 
 const Failure kFailures[] = {
     {"next disk refused", Nothing, {AskNextSourceDisk, RestoreStopped}},
-    {"last disk refused", Nothing, {AskNextSourceDisk, AskNextSourceDisk, RestoreStopped}},
-    {"wrong disk",
-     [](auto& session) { std::swap(session.disks[0], session.disks[1]); },
-     {AskRightDisk, RestoreStopped}},
+    {"last disk refused", Nothing, {AskNextSourceDisk, RestoreStopped}, 1},
+    {"wrong disk", SwapTwo, {AskRightDisk, RestoreStopped}},
     {"number written otherwise", Descriptor(0, "3", "01"), {AskRightDisk, RestoreStopped}},
     {"drive error", Statuses('A', {Ready, Error}), {SourceDriveError, RestoreStopped}},
     {"disk unusable", Statuses('A', {Ready, Unusable}), {SourceDriveUnusable, RestoreStopped}},
@@ -246,24 +254,16 @@ const Failure kFailures[] = {
     {"count as text", Descriptor(0, "three", "1"), {DescriptorIncomplete}},
     {"count that begins as a number", Descriptor(0, "3 disks", "1"), {DescriptorIncomplete}},
     {"count missing", Descriptor(0, "", "1"), {DescriptorIncomplete}},
-    {"number missing", Descriptor(1, "3", ""), {AskNextSourceDisk, DescriptorIncomplete}},
-    {"next disk without descriptor", Without(1, "BackupInfo.ini"), {AskNextSourceDisk, DescriptorIncomplete}},
+    {"number missing", Descriptor(1, "3", ""), {DescriptorIncomplete}, 1},
+    {"next disk without descriptor", Without(1, "BackupInfo.ini"), {DescriptorIncomplete}, 1},
     {"first piece missing", Without(0, "FDDivide001"), {MaintenanceDriveError}},
-    {"last piece missing", Without(2, "FDDivide003"), {AskNextSourceDisk, AskNextSourceDisk, MaintenanceDriveError}},
+    {"last piece missing", Without(2, "FDDivide003"), {MaintenanceDriveError}, 2},
     {"only piece missing", OneDisk({}), {MaintenanceDriveError}},
-    {"piece not copied", Fails("Shell", "CopyWithProgress", 2), {AskNextSourceDisk, MaintenanceDriveError}},
-    {"piece shortened",
-     [](auto& session) { session.disks[1]["FDDivide002"].pop_back(); },
-     {AskNextSourceDisk, AskNextSourceDisk, ArchiveNotUnpacked}},
-    {"join writes nothing",
-     Program(kInterpreter, JoinNothing),
-     {AskNextSourceDisk, AskNextSourceDisk, PathEntryUnreadable, RestoreStopped}},
-    {"join not started",
-     Fails("Processes", "Start", 1, kJoinCommand),
-     {AskNextSourceDisk, AskNextSourceDisk, PathEntryUnreadable, RestoreStopped}},
-    {"category missing",
-     OneDisk({{"FDDivide001", fakes::MakeCabinet({{"MenuData.cab.tmp", "menu"}})}}),
-     {RestoreFailed}},
+    {"piece not copied", Fails("Shell", "CopyWithProgress", 2), {MaintenanceDriveError}, 1},
+    {"piece shortened", ShortenOne, {ArchiveNotUnpacked}, 2},
+    {"join writes nothing", Program(kInterpreter, JoinNothing), kNotJoined, 2},
+    {"join not started", Fails("Processes", "Start", 1, kJoinCommand), kNotJoined, 2},
+    {"category missing", OneDisk(kOtherCategory), {RestoreFailed}},
 };
 
 TEST(FloppySets, RestoreThatFailsTouchesNothing) {
@@ -276,12 +276,8 @@ TEST(FloppySets, RestoreThatFailsTouchesNothing) {
     session.InsertDisk(session.disks[0]);
     session.BeginRestore("A:\\");
     session.StartRestore({Box::Report});
-    Ids messages = failure.messages;
-    for (std::size_t disk = 1; messages[0] == AskNextSourceDisk && messages[1] != RestoreStopped; ++disk) {
-      session.PromptForDisk(AskNextSourceDisk, session.disks[disk]);
-      messages.erase(messages.begin());
-    }
-    session.LeaveRestoreAfter(messages, host::Answer::Refused);
+    for (std::size_t i = 1; i <= failure.disks; ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
+    session.LeaveRestoreAfter(failure.messages, host::Answer::Refused);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_FALSE(session.state.RestoreDone);
   }

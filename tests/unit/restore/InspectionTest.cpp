@@ -1,5 +1,7 @@
 // Which backup sets this system accepts, and what the restore dialog offers of them.
 #include "restore/BackupSet.h"
+
+#include "backup/Descriptor.h"
 #include "unit/Session.h"
 #include "unit/Station.h"
 
@@ -60,6 +62,13 @@ TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {
     station.application.state.SoftwareVersion = set.systemVersion;
     restore::BackupSet found;
     EXPECT_EQ(restore::InspectBackupSet(station.application, found), set.message);
+  }
+}
+
+TEST_F(JobTest, HostApplicationTypeHasNoExtension) {
+  for (const char* name : {"Tarsus.exe", "Tarsus.EXE", "Tarsus"}) {
+    application.appearance.ApplicationName = name;
+    EXPECT_EQ(backup::HostApplicationType(application), "Tarsus");
   }
 }
 
