@@ -12,23 +12,20 @@ using enum host::DriveStatus;
 struct Source {
   const char* name;
   std::deque<host::DriveStatus> statuses;
-  Ids messages;
-  Result result;
+  Ids messages = {};
+  Result result = Result::Done;
   host::Answer answer = host::Answer::Consented;
 };
 
 const Source kSources[] = {
-    {"ready", {Ready}, {}, Result::Done},
-    {"readable", {Readable}, {}, Result::Done},
+    {"ready", {Ready}},
+    {"readable", {Readable}},
     {"error", {Error}, {SourceDriveError}, Result::Stopped},
     {"unusable", {Unusable}, {SourceDriveUnusable}, Result::Stopped},
-    {"inserted at the second prompt",
-     {NoMedium, NoMedium, Ready},
-     {AskInsertSourceMedium, AskInsertSourceMedium},
-     Result::Done},
+    {"inserted at the second prompt", {NoMedium, NoMedium, Ready}, {AskInsertSourceMedium, AskInsertSourceMedium}},
     {"operator stops", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::Refused},
     {"prompt cannot be shown", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::NotShown},
-    {"answer without a meaning", {kMeaningless, Ready}, {}, Result::Done},
+    {"answer without a meaning", {kMeaningless, Ready}},
 };
 
 TEST(SourceDrive, IsAskedUntilItDecides) {

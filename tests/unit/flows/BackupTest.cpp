@@ -170,7 +170,7 @@ TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   session.disk.Find("C:\\Tarsus\\System\\Tarsus.log")->attributes = fakes::kReadOnly;
   session.BackUpTo("D:\\", kLogsToDelete);
   session.See({AskDeleteLogs});
-  session.person.ExpectMessage(BackupComplete, host::Answer::NotShown, [&] {
+  session.person.ExpectMessage(BackupComplete, [&] {
     EXPECT_TRUE(session.disk.IsFile("C:\\Tarsus\\Log\\Host\\host.log")) << "not before the success was shown";
   });
   session.EndAfter({});

@@ -88,7 +88,7 @@ TEST(FloppySets, ComeBackAsTheyWere) {
   session.StartRestore({Box::Patient, Box::Menu, Box::Report});
   session.PromptForDisk(AskRightDisk, disks[1]);
   session.See({AskRightDisk}, host::Answer::Refused);
-  session.person.ExpectMessage(RestoreStopped, host::Answer::NotShown, [&] {
+  session.person.ExpectMessage(RestoreStopped, [&] {
     EXPECT_TRUE(session.IsTemporaryFolderEmpty());
     session.InsertDisk(disks[0]);
     session.shell.lastTitle.clear();
@@ -196,7 +196,7 @@ TEST(FloppySets, AreNotBegunOrNotContinued) {
   session.calls.FailFrom("FileSystem", "CreateBinary");
   session.BackUpTo("A:\\");
   session.See({PathEntryUnreadable});
-  session.person.ExpectMessage(BackupStopped, host::Answer::NotShown, [&] { session.calls.Reset(); });
+  session.person.ExpectMessage(BackupStopped, [&] { session.calls.Reset(); });
   session.AcceptFolder("A:\\");
   session.person.ExpectFormat(kFormatted);
   session.LeaveBackupAfter({AskNextBackupDisk, BackupStopped}, host::Answer::Refused);

@@ -17,8 +17,7 @@ TEST(SecondTry, OfABackupMakesTheSetOfAFirstOne) {
     fakes::Press(form.cmdCancel);
   });
   session.StartBackup(kReportOnly);
-  session.person.ExpectMessage(BackupNotGathered, host::Answer::NotShown,
-                               [&] { session.disk.Move("C:\\Away", "C:\\Tarsus\\Report"); });
+  session.person.ExpectMessage(BackupNotGathered, [&] { session.disk.Move("C:\\Away", "C:\\Tarsus\\Report"); });
   session.StartBackup(kReportOnly);
   session.AcceptFolder();
   session.See({AskMakeBackupFolder, BackupStopped}, host::Answer::Refused);
@@ -36,7 +35,7 @@ TEST(SecondTry, ToAFolderOfASetThatWasMeantForFloppies) {
   session.BackUpTo("A:\\");
   session.person.ExpectFormat(host::FormatAnswer::Done);
   session.See({PathEntryUnreadable});
-  session.person.ExpectMessage(BackupStopped, host::Answer::NotShown, [&] { session.calls.Reset(); });
+  session.person.ExpectMessage(BackupStopped, [&] { session.calls.Reset(); });
   session.AcceptFolder("D:\\");
   session.EndAfter({BackupComplete});
   EXPECT_EQ(session.disk.Tree("D:\\"), once.disk.Tree("D:\\"));

@@ -87,7 +87,6 @@ const Refusal kRefusals[] = {
     // The quote is not doubled, so the statement is broken and the name is taken for an ID.
     {"quote in the name", PasswordRefused, Nothing, "O'Brien"},
     {"no right", NoRight, Nothing, fakes::kPowerlessUser},
-    {"result one", PasswordRefused, Verdict(1)},
     {"result three", PasswordRefused, Verdict(3)},
     {"result four", AuthenticationFailed, Verdict(4)},
     {"negative result", AuthenticationFailed, Verdict(-1)},

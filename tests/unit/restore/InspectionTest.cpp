@@ -40,17 +40,8 @@ const Set kSets[] = {
     {"longer version", Version("3.1.2.77"), None},
     {"older major version", Version("2.50"), OtherVersion},
     {"major version as number alike", Version("03.00"), OtherVersion},
-    {"major version that begins alike", Version("30.0"), OtherVersion},
     {"set version without dot", Version("3"), OtherVersion},
     {"system version without dot", Version("3.00"), OtherVersion, "3"},
-    {"stranger's keys and sections",
-     "; by hand\r\n[Extra]\r\nUpDate=never\r\nMyAppType=X\r\n[Info]\r\nNote=AppType=Y\r\nAppType=Tarsus\r\n\r\n"
-     "AppVersion=3.00\r\n[More]\r\nDate=today\r\n",
-     None},
-    {"LF line ends", Lines(DescriptorLines(), "\n"), None},
-    {"no last line end", "AppType=Tarsus\r\nAppVersion=3.00\r\nDate=today", None},
-    {"blanks around the values", "AppType=  Tarsus \r\nAppVersion= 3.00\r\nDate= today \r\n", None},
-    {"first of two values", Version("3.00") + "AppType=Farsus\r\nAppVersion=9.0\r\n", None},
 };
 
 TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {

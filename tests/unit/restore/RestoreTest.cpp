@@ -63,11 +63,10 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   DamageEverything(session);
   session.BeginRestore();
   session.StartRestore({Box::Menu, Box::Counter});
-  session.person.ExpectMessage(AskReplaceIPCounter, host::Answer::Refused)
-      .ExpectMessage(RestoreStopped, host::Answer::NotShown, [&] {
-        EXPECT_EQ(session.ChangedHostFiles(), Paths());
-        EXPECT_TRUE(session.processes.started.empty() && session.IsTemporaryFolderEmpty());
-      });
+  session.person.ExpectMessage(AskReplaceIPCounter, host::Answer::Refused).ExpectMessage(RestoreStopped, [&] {
+    EXPECT_EQ(session.ChangedHostFiles(), Paths());
+    EXPECT_TRUE(session.processes.started.empty() && session.IsTemporaryFolderEmpty());
+  });
   session.At<frmRestore>([](frmRestore& form) {
     EXPECT_TRUE(form.chkMenuData.Value() && form.chkIPCounter.Value());
     fakes::Tick(form.chkIPCounter, false);
