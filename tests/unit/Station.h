@@ -32,19 +32,19 @@ class CatalogueTest : public AppTest {
 /// Notes what the job runner asks of the maintenance room.
 struct NotedCollectors : backup::MaintenanceCollectors {
   Names asked;
-  app::ResultCode personalInfo = app::kDone;
+  base::Result personalInfo = base::Result::Done;
 
   void RunMaintenanceScript(backup::ScriptPhase phase) override {
     asked.push_back("script " + std::to_string(static_cast<int>(phase)));
   }
-  app::ResultCode ApplyPersonalInfoList(const std::string& section) override {
+  base::Result ApplyPersonalInfoList(const std::string& section) override {
     asked.push_back("personal info of " + section);
     return personalInfo;
   }
   void CopyRecentImages(const std::string& stagingFolder) override { asked.push_back("images to " + stagingFolder); }
-  app::ResultCode ImportClientLogs() override {
+  base::Result ImportClientLogs() override {
     asked.push_back("client logs");
-    return app::kFailed;
+    return base::Result::Failed;
   }
 };
 
@@ -68,7 +68,7 @@ struct JobStation : Workstation {
   static constexpr const char* kStaging = "C:\\Work\\";
 
   /// Replaces the job file by one section and loads it.
-  app::ResultCode LoadSection(const std::string& section, Names lines) {
+  base::Result LoadSection(const std::string& section, Names lines) {
     lines.insert(lines.begin(), "[" + section + "]");
     Jobs(lines)(host);
     return definitions.Load(application, fakes::kSystemFolder, backup::kJobDefinitionFile, section);

@@ -3,8 +3,10 @@
 
 #include <array>
 
-#include "app/TextFormat.h"
-#include "app/WindowsPath.h"
+#include "base/Path.h"
+#include "base/Text.h"
+#include "base/Time.h"
+#include "base/Wildcard.h"
 
 namespace {
 
@@ -17,11 +19,11 @@ void ExpectFits(bool (*fits)(std::string_view, std::string_view), const Pairs& f
 }
 
 TEST(TextFormat, Stamps) {
-  const host::LocalTime time{2012, 3, 4, 5, 6, 7};
-  EXPECT_EQ(app::FormatLogTime(time), "2012/03/04 05:06:07");
-  EXPECT_EQ(app::FormatShortStamp(time), "120304050607");
-  EXPECT_EQ(app::FormatLongStamp(time), "20120304050607");
-  EXPECT_EQ(app::FormatDay(time), "20120304");
+  const base::LocalTime time{2012, 3, 4, 5, 6, 7};
+  EXPECT_EQ(base::FormatLogTime(time), "2012/03/04 05:06:07");
+  EXPECT_EQ(base::FormatShortStamp(time), "120304050607");
+  EXPECT_EQ(base::FormatLongStamp(time), "20120304050607");
+  EXPECT_EQ(base::FormatDay(time), "20120304");
 }
 
 // 5242 bytes are just below half a hundredth.
@@ -37,19 +39,41 @@ TEST(TextFormat, Megabytes) {
       {2469135ULL << 19, "1,234,567.50"},
       {UINT64_MAX, "17,592,186,044,416.00"},
   };
-  for (const auto& [bytes, text] : rows) EXPECT_EQ(app::FormatMegabytes(bytes), text);
+  for (const auto& [bytes, text] : rows) EXPECT_EQ(base::FormatMegabytes(bytes), text);
 }
 
-TEST(TextFormat, PieceNumbers) {
-  EXPECT_EQ(app::FormatPieceNumber(1), "001");
-  EXPECT_EQ(app::FormatPieceNumber(999), "999");
-  EXPECT_EQ(app::FormatPieceNumber(1000), "1000");
+TEST(Text, LeadingZeros) {
+  EXPECT_EQ(base::WithLeadingZeros(1, 3), "001");
+  EXPECT_EQ(base::WithLeadingZeros(999, 3), "999");
+  EXPECT_EQ(base::WithLeadingZeros(1000, 3), "1000");
 }
 
 TEST(TextFormat, SplitKeepsEmptyPieces) {
   using Pieces = std::vector<std::string>;
-  EXPECT_EQ(app::Split("", ';'), Pieces{""});
-  EXPECT_EQ(app::Split("a;;b;", ';'), (Pieces{"a", "", "b", ""}));
+  EXPECT_EQ(base::Split("", ';'), Pieces{""});
+  EXPECT_EQ(base::Split("a;;b;", ';'), (Pieces{"a", "", "b", ""}));
+}
+
+// Of what is pasted, too: up to the first other character, and no more than 32 bits hold.
+TEST(Text, LeadingNumber) {
+  const std::pair<const char*, std::int32_t> rows[] = {{"12 days", 12},
+                                                       {"-5", 0},
+                                                       {"+5", 0},
+                                                       {" 30", 30},
+                                                       {"days 5", 0},
+                                                       {"007", 7},
+                                                       {"2147483648", INT32_MAX},
+                                                       {"2147483647x", INT32_MAX}};
+  for (const auto& [text, number] : rows) EXPECT_EQ(base::LeadingNumber(text), number) << text;
+}
+
+TEST(Text, CutAtNulDropsThePrefixFirst) {
+  const std::string buffer("EN:T_MESSAGE\0rest:x", 19);
+  EXPECT_EQ(base::CutAtNul(buffer), "EN:T_MESSAGE");
+  EXPECT_EQ(base::CutAtNul(buffer, true), "T_MESSAGE");
+  EXPECT_EQ(base::CutAtNul(std::string("T\0", 2), true), "T");
+  EXPECT_EQ(base::CutAtNul(std::string("a:b:c\0", 6), true), "b:c");
+  EXPECT_EQ(base::CutAtNul("no end"), "no end");
 }
 
 // Characters, not bytes: an accented letter is one.
@@ -74,18 +98,18 @@ TEST(Patterns, OfText) {
                         {"a", "a*b"},  {"x", "#"},     {"d", "[a-c]"},      {"", "[!a-c]"},
                         {"b", "[a-]"}, {"x", "[!]"},   {"[A] ", "[[]*[]]"}, {"[", "[[]*[]]"},
                         {"x", "[*]"},  {"[a", "[a"},   {"a", "*["},         {"b", "[c-a]"}};
-  ExpectFits(app::MatchesPattern, fitting, others);
+  ExpectFits(base::MatchesPattern, fitting, others);
 }
 
 TEST(Patterns, ManyRunsDoNotExplode) {
-  EXPECT_FALSE(app::MatchesPattern(std::string(5000, 'a'), "*a*a*a*a*a*a*a*a*a*a*a*a*b"));
+  EXPECT_FALSE(base::MatchesPattern(std::string(5000, 'a'), "*a*a*a*a*a*a*a*a*a*a*a*a*b"));
 }
 
 TEST(Patterns, OfFileNames) {
   const Pairs fitting = {{"A.MDB", "*.mdb"},   {"readme", "*.*"},  {"Är.log", "ä*.LOG"},
                          {"a[1].x", "a[1].x"}, {"#.txt", "#.txt"}, {"a1", "a?"}};
   const Pairs others = {{"a.mdb.bak", "*.mdb"}, {"a1.txt", "a[1].txt"}, {"1.txt", "#.txt"}, {"a", "a?"}};
-  ExpectFits(app::MatchesFileName, fitting, others);
+  ExpectFits(base::MatchesFileName, fitting, others);
 }
 
 TEST(WindowsPath, TrailingBackslash) {
@@ -94,8 +118,8 @@ TEST(WindowsPath, TrailingBackslash) {
       {"C:\\", "C:\\", "C:"},        {"C:\\a\\\\", "C:\\a\\\\", "C:\\a"},
   };
   for (const auto& [given, with, without] : rows) {
-    EXPECT_EQ(app::WithTrailingBackslash(given), with) << given;
-    EXPECT_EQ(app::WithoutTrailingBackslash(given), without) << given;
+    EXPECT_EQ(base::WithTrailingBackslash(given), with) << given;
+    EXPECT_EQ(base::WithoutTrailingBackslash(given), without) << given;
   }
 }
 
@@ -105,9 +129,9 @@ TEST(WindowsPath, Parts) {
       {"C:b.txt", "", "C:b.txt", "C"},           {"a\\\\b", "a\\\\", "b", ""},    {"", "", "", ""},
   };
   for (const auto& [path, folder, file, drive] : rows) {
-    EXPECT_EQ(app::FolderOf(path), folder) << path;
-    EXPECT_EQ(app::FileNameOf(path), file) << path;
-    EXPECT_EQ(app::DriveLetterOf(path), drive) << path;
+    EXPECT_EQ(base::FolderOf(path), folder) << path;
+    EXPECT_EQ(base::FileNameOf(path), file) << path;
+    EXPECT_EQ(base::DriveLetterOf(path), drive) << path;
   }
 }
 
@@ -118,14 +142,14 @@ TEST(WindowsPath, SameNameFoldsThePairsThatWindowsFolds) {
                       {"ЁЯҊӀ", "ёяҋӏ"},         {"Ｑ", "ｑ"},   {"a\xFF", "a\xFF"}};
   const Pairs others = {{"[x]", "{X}"},  {"×", "÷"},           {"ı", "I"},        {"ſ", "s"},           {"a", "ab"},
                         {"a\xFF", "aÿ"}, {"\xC3", "\xC3\xA9"}, {"\xC1\x81", "A"}, {"\xE0\x81\x81", "A"}};
-  ExpectFits(app::SameName, same, others);
-  ExpectFits([](std::string_view left, std::string_view right) { return app::SameName(right, left); }, same, others);
+  ExpectFits(base::SameName, same, others);
+  ExpectFits([](std::string_view left, std::string_view right) { return base::SameName(right, left); }, same, others);
 }
 
 TEST(WindowsPath, TrimTakesBlanksOnly) {
-  EXPECT_EQ(app::Trim("  a b "), "a b");
-  EXPECT_EQ(app::Trim(" \ta\t "), "\ta\t");
-  EXPECT_EQ(app::Trim("   "), "");
+  EXPECT_EQ(base::Trim("  a b "), "a b");
+  EXPECT_EQ(base::Trim(" \ta\t "), "\ta\t");
+  EXPECT_EQ(base::Trim("   "), "");
 }
 
 }  // namespace
