@@ -12,20 +12,6 @@ namespace {
 
 using backupset::Category;
 
-jobs::Job JobOf(app::Application& application, const jobs::JobDefinitions& definitions,
-                const work::WorkFolder& workFolder) {
-  const app::State& state = application.state;
-  return {work::ToolsOf(application),
-          application.paths,
-          application.host.components,
-          definitions,
-          workFolder,
-          state.ApplicationRootFolder,
-          state.SystemFolder,
-          state.UserFolder,
-          std::nullopt};
-}
-
 base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& definitions,
                            const backupset::Boxes& choice) {
   const work::Tools tools = work::ToolsOf(application);
@@ -96,7 +82,7 @@ base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions&
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
   step = LoadSections(application, definitions, job.choice);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupSectionMissing);
-  step = PackCategories(JobOf(application, definitions, workFolder), job.choice, job.packed.set);
+  step = PackCategories(jobs::JobOf(application, definitions, workFolder), job.choice, job.packed.set);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupNotGathered);
   job.packed.BackupSize =
       work::GetFolderSize(work::ToolsOf(application), workFolder.StagingFolder(), workFolder.ProgramFolder());

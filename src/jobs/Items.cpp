@@ -54,6 +54,20 @@ bool TakesRecentImages(const Job& job, const std::string& folder) {
 
 }  // namespace
 
+Job JobOf(app::Application& application, const JobDefinitions& definitions, const work::WorkFolder& workFolder,
+          const std::optional<MaintenanceOptions>& options) {
+  const app::State& state = application.state;
+  return {.tools = work::ToolsOf(application),
+          .paths = application.paths,
+          .components = application.host.components,
+          .definitions = definitions,
+          .workFolder = workFolder,
+          .ApplicationRootFolder = state.ApplicationRootFolder,
+          .SystemFolder = state.SystemFolder,
+          .UserFolder = state.UserFolder,
+          .maintenance = options};
+}
+
 std::string WithDrive(const std::string& item, const std::string& applicationRootFolder) {
   return item.find(':') == std::string::npos ? applicationRootFolder + item : item;
 }

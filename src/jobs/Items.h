@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/PathTable.h"
-#include "host/Components.h"
+#include "app/Application.h"
 #include "jobs/JobDefinitions.h"
 #include "work/Programs.h"
 #include "work/WorkFolder.h"
@@ -39,6 +38,10 @@ struct Job {
   const std::string& UserFolder;
   std::optional<MaintenanceOptions> maintenance;  ///< in a maintenance log backup only
 };
+
+/// The job that gathers into `workFolder`; `options` make it a maintenance log's.
+Job JobOf(app::Application& application, const JobDefinitions& definitions, const work::WorkFolder& workFolder,
+          const std::optional<MaintenanceOptions>& options = std::nullopt);
 
 /// Calls `action` with each item, its path variable expanded, until an expansion or an action is not Done; that
 /// outcome is the result.

@@ -44,17 +44,8 @@ base::Outcome LoadMaintenanceSection(app::Application& application, jobs::JobDef
 /// Runs the loaded section, whichever it is, and packs what it gathers into "MAINTENANCE.cab".
 base::Outcome CollectMaintenanceSection(app::Application& application, const jobs::JobDefinitions& definitions,
                                         MaintenanceJob& job, const std::string& section) {
-  const app::State& state = application.state;
   const work::WorkFolder& workFolder = job.packed.workFolder;
-  const jobs::Job collecting{work::ToolsOf(application),
-                             application.paths,
-                             application.host.components,
-                             definitions,
-                             workFolder,
-                             state.ApplicationRootFolder,
-                             state.SystemFolder,
-                             state.UserFolder,
-                             job.options};
+  const jobs::Job collecting = jobs::JobOf(application, definitions, workFolder, job.options);
   const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
   job.PersonalInfoResult = result.PersonalInfoResult;
   if (result.kinds == 0) return base::Failure("nothing was collected");
