@@ -14,6 +14,7 @@ struct Failure {
   Ticks ticks = kReportOnly;
 };
 
+constexpr const char* kDump = "BatFile=%System%\\DumpPatients.bat";
 const Arrangement kNoPatientData = Jobs({"[PATIENT_BACKUP]", "[REPORT_BACKUP]", "Folder=Report"});
 const Arrangement kUnknownVariable = Jobs({"[REPORT_BACKUP]", "Folder=Report", "CommonFile=%Nowhere%\\x"});
 const Arrangement kEmptyGroup =
@@ -26,6 +27,7 @@ const Failure kInGathering[] = {
     {"no job file", Gone("C:\\Tarsus\\System\\BackupList.ini"), {BackupNotGathered}},
     {"section missing", Jobs({"[PATIENT_BACKUP]", "Folder=Patient"}), {BackupSectionMissing}, kEverything},
     {"empty section", Jobs({"[REPORT_BACKUP]", "[X]", "Folder=Report"}), {BackupNotGathered}},
+    {"a batch file gathers nothing", Jobs({"[REPORT_BACKUP]", kDump}), {BackupNotGathered}},
     {"unknown variable", kUnknownVariable, {PathEntryUnreadable, BackupNotGathered}},
     {"no patient data", kNoPatientData, {BackupNotGathered}, kPatientAndReport},
     {"nothing of the system group", kEmptyGroup, {BackupNotGathered}, {.system = true}},

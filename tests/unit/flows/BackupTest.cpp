@@ -135,12 +135,13 @@ TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
   EXPECT_TRUE(session.processes.started.empty());
 }
 
-// Of the system group one category is enough.
+// Of the system group one category is enough, and nothing of one that failed gets into its archive.
 TEST(Backup, SystemGroupIsContentWithOneCategory) {
-  Session session(Gone("C:\\Windows\\System32\\Reg.exe"));
-  for (const char* lost : {"Menu", "Explain", "ReportSet", "Config\\system.ini"})
-    session.disk.Remove(std::string("C:\\Tarsus\\") + lost);
-  session.BackUpTo("D:\\", {.system = true});
+  Session session(Jobs({"[MENU_BACKUP]", "CommonFile=%X%\\a", "Folder=Menu", "[SYSTEM_BACKUP]", "Folder=None",
+                        "[USER_BACKUP]", "Folder=User", "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"}));
+  session.BeginBackup({.system = true});
+  session.See({PathEntryUnreadable});
+  session.AcceptFolder("D:\\");
   session.EndAfter({BackupComplete});
   ExpectSet(session, "D:\\", {"UserData"});
 }

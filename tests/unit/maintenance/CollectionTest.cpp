@@ -1,7 +1,6 @@
 // What a maintenance log is collected from: images, study list, client logs, filtered files.
 #include "maintenance/ClientLogs.h"
 #include "maintenance/Collectors.h"
-#include "maintenance/MaintenanceSection.h"
 #include "maintenance/PersonalInfo.h"
 #include "maintenance/RecentImages.h"
 #include "maintenance/Retention.h"
@@ -213,15 +212,6 @@ TEST(PersonalInfo, NeedsTheFilterItsListAndTheRange) {
               Result::Failed);
     EXPECT_TRUE(station.host.Told().filterCalls.empty());
   }
-}
-
-TEST_F(JobTest, MaintenanceSectionIsLoadedThoughTheImportFails) {
-  Jobs({"[MAINTENANCE]", "Folder=a"})(host);
-  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), Result::Done);
-  EXPECT_EQ(definitions.Items(backup::JobKey::Folder, "MAINTENANCE"), Names{"a"});
-  application.state.ProtectPersonalInfo = true;
-  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), Result::Failed);
-  EXPECT_EQ(collectors.asked, (Names{"client logs", "client logs"}));
 }
 
 }  // namespace

@@ -146,6 +146,18 @@ TEST(MaintenanceLog, CancelledDialogLeavesNothingBehind) {
   EXPECT_EQ(session.state.CurrentOperation, app::Operation::MaintenanceLogBackup);
 }
 
+// Client logs, an item and the list of patients that are out of reach; what a batch file exports is enough to pack.
+TEST(MaintenanceLog, FaultsInTheCollectionCostOnlyWhatTheyConcern) {
+  const Arrangement jobs =
+      Jobs({"[PERSONALINFOPROTECTION]", "BatFile=%System%\\DumpPatients.bat", "CommonFile=%X%\\a"});
+  MaintenanceSession session(Both(jobs, Both(NoEntry("Update"), NoEntry("DeleteListDB"))));
+  session.BeginMaintenance();
+  session.See({PathEntryUnreadable, PathEntryUnreadable});
+  session.AcceptFolder("D:\\");
+  session.EndAfter({MaintenanceComplete});
+  session.ExpectBundle("D:\\", {{"BCP\\Tarsus.log", "host log"}}, "studies without names");
+}
+
 // The first of the filter's codes that is not 0, in the message's second insertion.
 TEST(MaintenanceLog, TellsThatPersonalInformationIsLeft) {
   MaintenanceSession session(Jobs({"[PERSONALINFOPROTECTION]", "PersonalInfo=%Image%;Report;Menu"}));
