@@ -7,7 +7,7 @@
 #include "base/Text.h"
 #include "work/Programs.h"
 
-namespace operator_access {
+namespace qx::access {
 namespace {
 
 constexpr char kLocale[] = ";LANGID=0x0409;CP=1252;COUNTRY=0";
@@ -41,4 +41,4 @@ void CompactDatabase(const work::Tools& tools, host::DatabaseCompactor& compacto
   }
 }
 
-}  // namespace operator_access
+}  // namespace qx::access

@@ -6,7 +6,7 @@
 #include "host/Databases.h"
 #include "work/Programs.h"
 
-namespace operator_access {
+namespace qx::access {
 
 /// Compacts every "*.mdb" file directly in `folder`, one after the other, serving events in between. `back` is current
 /// afterwards. One that cannot be compacted, such as a database in use, is passed over in silence.
@@ -18,4 +18,4 @@ void CompactDatabases(const work::Tools& tools, host::DatabaseCompactor& compact
 void CompactDatabase(const work::Tools& tools, host::DatabaseCompactor& compactor, host::Clock& clock,
                      const std::string& folder, const std::string& fileName);
 
-}  // namespace operator_access
+}  // namespace qx::access

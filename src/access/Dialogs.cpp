@@ -4,7 +4,7 @@
 #include "access/frmMainMenu.h"
 #include "access/frmUserAuthentication.h"
 
-namespace operator_access {
+namespace qx::access {
 
 void Dialogs::ShowSignIn(app::Application& application) {
   frmUserAuthentication(application).ShowModal();
@@ -16,4 +16,4 @@ void Dialogs::ShowMainMenu(app::Application& application) {
   frmMainMenu(application, definitions, drives).ShowModal();
 }
 
-}  // namespace operator_access
+}  // namespace qx::access

@@ -3,7 +3,7 @@
 
 #include "app/StartUp.h"
 
-namespace operator_access {
+namespace qx::access {
 
 class Dialogs : public app::StartUpDialogs {
  public:
@@ -13,4 +13,4 @@ class Dialogs : public app::StartUpDialogs {
   void ShowMainMenu(app::Application& application) override;
 };
 
-}  // namespace operator_access
+}  // namespace qx::access

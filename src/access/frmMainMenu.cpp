@@ -9,7 +9,7 @@
 #include "media/frmSelectFolder.h"
 #include "restore/mdlBURestore.h"
 
-namespace operator_access {
+namespace qx::access {
 namespace {
 
 constexpr char kScreen[] = "MainMenu";
@@ -110,4 +110,4 @@ void frmMainMenu::End(forms::ShiftState shift) {
   Close();
 }
 
-}  // namespace operator_access
+}  // namespace qx::access

@@ -9,7 +9,7 @@
 #include "jobs/JobDefinitions.h"
 #include "media/MediaDrives.h"
 
-namespace operator_access {
+namespace qx::access {
 
 /// Offers the three jobs by the operator's right, and the way out. Leaves `ExitMode` for the end of
 /// the program. A right that allows nothing shows message 63361 and halts the program.
@@ -45,4 +45,4 @@ class frmMainMenu : public forms::Form {
   media::MediaDrives& drives_;
 };
 
-}  // namespace operator_access
+}  // namespace qx::access

@@ -3,7 +3,7 @@
 
 #include "access/CompactDatabases.h"
 
-namespace operator_access {
+namespace qx::access {
 namespace {
 
 constexpr std::int32_t kPrivilegedUser = 6;
@@ -134,4 +134,4 @@ base::Outcome frmUserAuthentication::CompactHostDatabases() {
   return base::Result::Done;
 }
 
-}  // namespace operator_access
+}  // namespace qx::access

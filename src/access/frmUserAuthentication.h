@@ -6,8 +6,8 @@
 #include "app/Application.h"
 #include "forms/Form.h"
 
-// The room's own name, `access`, is a function of the C library.
-namespace operator_access {
+// Within qx, because `access` alone is a function of the C library.
+namespace qx::access {
 
 /// Lists the host's users, verifies the password and works out the operator's right. Leaves
 /// `SignedIn`, `UserId` and `UserRight` in the state, and `ExitMode` where it was cancelled.
@@ -40,4 +40,4 @@ class frmUserAuthentication : public forms::Form {
   app::Application& application_;
 };
 
-}  // namespace operator_access
+}  // namespace qx::access

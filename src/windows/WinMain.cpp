@@ -10,7 +10,7 @@ int WINAPI WinMain(HINSTANCE, HINSTANCE, LPSTR, int) {
   windows::WindowsHost host;
   windows::Win32Toolkit toolkit(host.Loop());
   app::Application application(host.Contracts(), toolkit);
-  operator_access::Dialogs dialogs;
+  qx::access::Dialogs dialogs;
   app::Main(application, dialogs);
   return 0;
 }
