@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "operator/Desktop.h"
 #include "operator/Operator.h"
-#include "operator/Screen.h"
 #include "resource.h"
 
 namespace {

@@ -12,7 +12,7 @@
 #include <iterator>
 #include <string>
 
-#include "backup/ArchivePieces.h"
+#include "backupset/Pieces.h"
 #include "fakes/FakeHost.h"
 
 namespace {
@@ -50,15 +50,16 @@ int main(int argc, char** argv) {
   host.disk.AddDrive('C', "", 1 << 30);
   host.disk.Write("C:\\CABFILE\\FDDivide.cab", joined);
   const auto size = static_cast<std::uint32_t>(joined.size());
-  if (backup::SplitArchive(host.Contracts(), "C:\\CABFILE\\", size) != app::kDone) {
-    std::cerr << "floppy-set: the joined archive cannot be cut\n";
+  const base::Outcome split = backupset::SplitArchive(host.files, host.messageLoop, "C:\\CABFILE\\", size);
+  if (!split.IsDone()) {
+    std::cerr << "floppy-set: the joined archive cannot be cut: " << split.cause << '\n';
     return 1;
   }
-  const auto count = static_cast<std::int32_t>(backup::FloppyDiskCount(size));
+  const auto count = static_cast<std::int32_t>(backupset::FloppyDiskCount(size));
   for (std::int32_t number = 1; number <= count; ++number) {
     const fs::path disk = target / std::to_string(number);
     fs::create_directories(disk);
-    Write(disk / backup::PieceName(number), host.disk.Read("C:\\CABFILE\\" + backup::PieceName(number)));
+    Write(disk / backupset::PieceName(number), host.disk.Read("C:\\CABFILE\\" + backupset::PieceName(number)));
     Write(disk / "BackupInfo.ini", Descriptor(Read(set / "BackupInfo.ini"), count, number));
   }
   std::cout << count << '\n';

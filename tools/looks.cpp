@@ -11,9 +11,8 @@
 #include <stdexcept>
 
 #include "MessageDialogIds.h"
-#include "operator/Keyboard.h"
+#include "operator/Desktop.h"
 #include "operator/Operator.h"
-#include "operator/Screen.h"
 #include "resource.h"
 
 namespace {

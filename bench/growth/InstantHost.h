@@ -18,16 +18,18 @@ class InstantFiles : public fakes::FakeFileSystem {
 
   std::vector<host::FolderEntry> entries;
 
-  std::int32_t List(const std::string& /*folder*/, const std::string& /*pattern*/,
-                    std::vector<host::FolderEntry>& listed) override {
+  base::Outcome List(const std::string& /*folder*/, const std::string& /*pattern*/,
+                     std::vector<host::FolderEntry>& listed) override {
     listed = entries;
-    return 0;
+    return base::Result::Done;
   }
   bool FolderExists(const std::string& /*path*/) override { return true; }
-  std::int32_t RemoveFile(const std::string& /*path*/) override { return 0; }
-  std::int32_t RemoveFolder(const std::string& /*path*/) override { return 0; }
-  std::int32_t CopyTo(const std::string& /*source*/, const std::string& /*target*/) override { return 0; }
-  std::int32_t ClearAttributes(const std::string& /*path*/) override { return 0; }
+  base::Outcome RemoveFile(const std::string& /*path*/) override { return base::Result::Done; }
+  base::Outcome RemoveFolder(const std::string& /*path*/) override { return base::Result::Done; }
+  base::Outcome CopyTo(const std::string& /*source*/, const std::string& /*target*/) override {
+    return base::Result::Done;
+  }
+  base::Outcome ClearAttributes(const std::string& /*path*/) override { return base::Result::Done; }
 };
 
 /// Has a text for every number.
@@ -35,7 +37,7 @@ class InstantCatalogue : public fakes::FakeCatalogue {
  public:
   using FakeCatalogue::FakeCatalogue;
 
-  std::int32_t SetFilter(const std::string& /*criterion*/) override { return 0; }
+  base::Outcome SetFilter(const std::string& /*criterion*/) override { return base::Result::Done; }
   bool AtEnd() override { return false; }
   std::optional<std::string> StringField() override { return "text"; }
 };
@@ -55,14 +57,14 @@ class InstantComponents : public fakes::FakeComponents {
   class Query : public host::StudyDatabaseQuery {
    public:
     explicit Query(int rows) : rows_(rows) {}
-    void OpenQuery(const std::string& /*statement*/, std::int32_t& error) override { error = 0; }
-    std::int32_t RecordCount(std::int32_t& error) override {
-      error = 0;
-      return rows_;
+    base::Outcome OpenQuery(const std::string& /*statement*/) override { return base::Result::Done; }
+    base::Outcome RecordCount(std::int32_t& count) override {
+      count = rows_;
+      return base::Result::Done;
     }
-    std::string FieldValue(std::int32_t row, std::int32_t /*column*/, std::int32_t& error) override {
-      error = 0;
-      return "C:\\Image\\" + std::to_string(row / 64) + "\\" + std::to_string(row) + ".ddo";
+    base::Outcome FieldValue(std::int32_t row, std::int32_t /*column*/, std::string& value) override {
+      value = "C:\\Image\\" + std::to_string(row / 64) + "\\" + std::to_string(row) + ".ddo";
+      return base::Result::Done;
     }
 
    private:

@@ -10,13 +10,12 @@
 #include <string>
 #include <vector>
 
-#include "app/Application.h"
-#include "backup/FileOperations.h"
-#include "backup/StagingFolder.h"
 #include "fakes/FakeHost.h"
-#include "maintenance/Retention.h"
+#include "jobs/ClientLogs.h"
 #include "windows/adapters/Win32FileSystem.h"
 #include "windows/adapters/Win32MessageLoop.h"
+#include "work/FileOperations.h"
+#include "work/WorkFolder.h"
 
 namespace {
 
@@ -40,13 +39,14 @@ int main(int argc, char** argv) {
   const std::string folder = argv[2];
   Station station;
   app::Application application{station.Contracts(), station.rest.toolkit};
+  const work::Tools tools = work::ToolsOf(application);
   std::vector<host::FolderEntry> entries;
-  station.files.List(folder, "*", entries);
+  if (!station.files.List(folder, "*", entries).IsDone()) return 1;
   const auto start = std::chrono::steady_clock::now();
   if (std::string(argv[1]) == "staging") {
-    backup::EmptyFolder(application, folder, backup::kArchiveFolderName);
-  } else {
-    maintenance::PruneClientLogBackups(application, folder);
+    if (!work::EmptyFolder(tools, folder, work::kArchiveFolderName).IsDone()) return 1;
+  } else if (!jobs::PruneClientLogBackups(tools, application.host.qx32, folder).IsDone()) {
+    return 1;
   }
   const std::chrono::duration<double, std::micro> taken = std::chrono::steady_clock::now() - start;
   std::printf("%.3f\n", taken.count() / static_cast<double>(entries.size()));

@@ -15,23 +15,17 @@
 #include <string>
 #include <vector>
 
-#include "app/Application.h"
-#include "app/Messages.h"
-#include "backup/JobDefinitions.h"
 #include "growth/InstantHost.h"
-#include "maintenance/RecentImages.h"
-#include "maintenance/Retention.h"
+#include "jobs/ClientLogs.h"
+#include "jobs/JobDefinitions.h"
+#include "jobs/RecentImages.h"
 
 namespace {
 
 struct Station {
-  Station() {
-    application.state.StagingFolder = "C:\\Staging\\";
-    application.state.StartupDirectory = "C:\\";
-  }
-
   bench::InstantHost host;
   app::Application application{host.Contracts(), host.rest.toolkit};
+  work::Tools tools = work::ToolsOf(application);
 };
 
 using Action = std::function<void()>;
@@ -42,9 +36,9 @@ Action JobList(Station& station, int items) {
   station.host.rest.disk.AddDrive('C', "", fakes::kUnlimited);
   station.host.rest.WriteLines("C:\\BackupList.ini", {"[PATIENT_BACKUP]", line});
   return [&] {
-    backup::JobDefinitions definitions;
-    definitions.Load(station.application, "C:\\", backup::kJobDefinitionFile, "PATIENT_BACKUP");
-    definitions.Items(backup::JobKey::Folder, "PATIENT_BACKUP");
+    jobs::JobDefinitions definitions;
+    const auto loaded = definitions.Load(station.tools, "C:\\", jobs::kJobDefinitionFile, "PATIENT_BACKUP");
+    if (loaded.IsDone()) definitions.Items(jobs::JobKey::Folder, "PATIENT_BACKUP");
   };
 }
 
@@ -55,25 +49,28 @@ std::string ClientFolder(int number) {
 
 Action Retention(Station& station, int folders) {
   for (int i = 0; i < folders; ++i) station.host.files.entries.push_back({ClientFolder(i), true, 0});
-  return [&] { maintenance::PruneClientLogBackups(station.application, "C:\\ClientLog\\"); };
+  return
+      [&] { static_cast<void>(jobs::PruneClientLogBackups(station.tools, station.host.rest.qx32, "C:\\ClientLog\\")); };
 }
 
 /// The sorting that is part of it, whose way the rules lay down.
 Action Sorting(Station& /*station*/, int folders) {
   std::vector<std::string> names;
   for (int i = 0; i < folders; ++i) names.push_back(ClientFolder(i));
-  return [names]() mutable { maintenance::SortDescending(names, names.size()); };
+  return [names]() mutable { jobs::SortDescending(names, names.size()); };
 }
 
 Action Images(Station& station, int rows) {
   station.host.rest.qx32.pathTable["Image"] = "C:\\Image";
   station.host.components.rows = rows;
-  return [&] { maintenance::CopyRecentImages(station.application, "C:\\Staging\\"); };
+  return [&] {
+    jobs::CopyRecentImages(station.tools, station.application.paths, station.host.components, "C:\\Staging\\", 7);
+  };
 }
 
 Action Messages(Station& station, int messages) {
   return [&station, messages] {
-    for (int id = 60000; id < 60000 + messages; ++id) app::GetMessageText(station.application, id);
+    for (int id = 60000; id < 60000 + messages; ++id) station.application.messages.GetMessageText(app::MessageId{id});
   };
 }
 

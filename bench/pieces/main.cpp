@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "backup/ArchivePieces.h"
+#include "backupset/Pieces.h"
 #include "fakes/FakeHost.h"
 
 namespace {
@@ -20,7 +20,7 @@ struct CloseFile {
 using File = std::unique_ptr<std::FILE, CloseFile>;
 
 /// Without a buffer: each call of the program is one call of the system, as on Windows.
-File Open(const std::string& path, const char* mode) {
+File OpenFile(const std::string& path, const char* mode) {
   File file(std::fopen(path.c_str(), mode));
   if (file) std::setvbuf(file.get(), nullptr, _IONBF, 0);
   return file;
@@ -41,10 +41,12 @@ class Reader : public host::BinaryReader {
 class Writer : public host::BinaryWriter {
  public:
   explicit Writer(File file) : file_(std::move(file)) {}
-  std::int32_t Write(const std::byte* data, std::size_t count) override {
-    return std::fwrite(data, 1, count, file_.get()) == count ? 0 : -1;
+  base::Outcome Write(const std::byte* data, std::size_t count) override {
+    return std::fwrite(data, 1, count, file_.get()) == count ? base::Result::Done : base::Result::Failed;
   }
-  std::int32_t Close() override { return std::fclose(file_.release()) == 0 ? 0 : -1; }
+  base::Outcome Close() override {
+    return std::fclose(file_.release()) == 0 ? base::Result::Done : base::Result::Failed;
+  }
 
  private:
   File file_;
@@ -54,13 +56,15 @@ class Writer : public host::BinaryWriter {
 class RealFiles : public fakes::FakeFileSystem {
  public:
   using FakeFileSystem::FakeFileSystem;
-  std::unique_ptr<host::BinaryReader> OpenBinary(const std::string& path) override {
-    File file = Open(path, "rb");
-    return file ? std::make_unique<Reader>(std::move(file)) : nullptr;
+  base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override {
+    File file = OpenFile(path, "rb");
+    if (!file) return base::Failure("cannot be opened: " + path);
+    return std::make_unique<Reader>(std::move(file));
   }
-  std::unique_ptr<host::BinaryWriter> CreateBinary(const std::string& path) override {
-    File file = Open(path, "wb");
-    return file ? std::make_unique<Writer>(std::move(file)) : nullptr;
+  base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override {
+    File file = OpenFile(path, "wb");
+    if (!file) return base::Failure("cannot be made: " + path);
+    return std::make_unique<Writer>(std::move(file));
   }
 };
 
@@ -73,13 +77,11 @@ int main(int argc, char** argv) {
   }
   const std::string folder = std::string(argv[1]) + "/";
   std::error_code error;
-  const auto size = std::filesystem::file_size(folder + backup::kJoinedArchiveName + ".cab", error);
+  const auto size = std::filesystem::file_size(folder + backupset::kJoinedArchive, error);
   fakes::FakeHost fake;
   RealFiles files(fake.disk, fake.calls);
-  const host::Host all = fake.Contracts();
-  const host::Host host{all.qx32, all.qx32lib, all.qxNetDB,   all.components, all.catalogue, all.compactor,
-                        files,    all.drives,  all.processes, all.shell,      all.clock,     all.messageLoop};
-  if (error || backup::SplitArchive(host, folder, static_cast<std::uint32_t>(size)) != app::kDone) {
+  const auto count = static_cast<std::uint32_t>(size);
+  if (error || !backupset::SplitArchive(files, fake.messageLoop, folder, count).IsDone()) {
     std::cerr << "bench_pieces: the archive cannot be cut\n";
     return 1;
   }

@@ -1,9 +1,10 @@
-// Writes the records that open a cabinet.
+// Writes the records that open a cabinet, and computes the checksum of its blocks.
 #include "cabarc/CabFormat.h"
 
 #include <libdeflate.h>
 
-#include <algorithm>
+#include <bit>
+#include <cstring>
 
 #include "cabarc/MemberNames.h"
 
@@ -48,6 +49,23 @@ void AddHeader(RecordBytes& out, const CabinetRecords& records) {
 }
 
 }  // namespace
+
+static_assert(std::endian::native == std::endian::little, "the words below are read in the machine's order");
+
+std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed) {
+  std::uint64_t lanes[4] = {};  // independent of each other, so that the loads overlap
+  for (; size >= sizeof lanes; size -= sizeof lanes, data += sizeof lanes) {
+    std::uint64_t words[4];
+    std::memcpy(words, data, sizeof words);
+    for (std::size_t i = 0; i < 4; ++i) lanes[i] ^= words[i];
+  }
+  const std::uint64_t folded = lanes[0] ^ lanes[1] ^ lanes[2] ^ lanes[3];
+  std::uint32_t sum = seed ^ static_cast<std::uint32_t>(folded) ^ static_cast<std::uint32_t>(folded >> 32);
+  for (; size >= 4; size -= 4, data += 4) sum ^= Get32(data);
+  std::uint32_t rest = 0;
+  for (; size > 0; --size, ++data) rest = rest << 8 | *data;
+  return sum ^ rest;
+}
 
 std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records) {
   RecordBytes out;

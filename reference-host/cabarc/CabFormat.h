@@ -1,4 +1,4 @@
-// The cabinet format: sizes, limits, flags, and numbers in byte order.
+// The cabinet format: sizes, limits, flags, numbers in byte order, and the records that open a cabinet.
 //
 // A cabinet is a header, the folder records, the file records, then the data blocks of each folder in turn. A folder
 // is one stream of up to 65,535 blocks of 32 KB; files lie in it end to end.
@@ -11,8 +11,11 @@
 #include <vector>
 
 #include "cabarc/Platform.h"
+#include "cabarc/Status.h"
 
 namespace cabinet {
+
+class BufferedInput;
 
 enum class Method : std::uint16_t { None = 0, MsZip = 1 };
 
@@ -93,9 +96,19 @@ inline void Put32(std::uint8_t* at, std::uint32_t value) {
   Put16(at + 2, value >> 16);
 }
 
+/// The checksum of a data block: little-endian 32-bit words combined by exclusive or, on top of `seed`; the one to
+/// three bytes left over count in reversed order.
+std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed);
+
 /// The bytes of all records, CRC included.
 std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records);
 /// CRC-32 of a cabinet's records, with the four bytes of the CRC itself taken as 0.
 std::uint32_t RecordsCrc(std::vector<std::uint8_t> records);
+
+/// Fills `records` from `input`, which stands at the start of a file of `fileSize` bytes. On success all sizes and
+/// offsets are consistent: every folder's data lie in the file in the order of the folders, and the members of a
+/// folder lie within what its blocks can hold, without overlap. Names are decoded but may be unsafe, and methods may
+/// be unsupported. Refuses parts of a set, and cabinets that do not begin and end with the file.
+Status ReadRecords(BufferedInput& input, std::uint64_t fileSize, CabinetRecords& records);
 
 }  // namespace cabinet

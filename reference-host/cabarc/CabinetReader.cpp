@@ -6,9 +6,8 @@
 #include <algorithm>
 #include <cstring>
 
-#include "cabarc/BlockUnpacker.h"
+#include "cabarc/Blocks.h"
 #include "cabarc/OrderedPool.h"
-#include "cabarc/RecordReader.h"
 
 namespace cabinet {
 

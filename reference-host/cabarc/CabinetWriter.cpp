@@ -9,9 +9,9 @@
 #include <algorithm>
 #include <unordered_set>
 
-#include "cabarc/BlockPacker.h"
+#include "cabarc/Blocks.h"
+#include "cabarc/FileAccess.h"
 #include "cabarc/MemberNames.h"
-#include "cabarc/NewFile.h"
 #include "cabarc/OrderedPool.h"
 
 namespace cabinet {

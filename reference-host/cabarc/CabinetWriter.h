@@ -1,15 +1,47 @@
-// Writes a cabinet.
+// Finds the files that a packing command means, and writes a cabinet of them.
 #pragma once
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "cabarc/CabFormat.h"
-#include "cabarc/FileTree.h"
 #include "cabarc/Status.h"
 
 namespace cabinet {
+
+/// A file to pack.
+struct SourceFile {
+  std::string path;  ///< where to read it
+  std::string name;  ///< what the cabinet is to call it; UTF-8, parts separated by "\"; not yet examined
+  platform::FileInfo info;
+};
+
+class FileTree {
+ public:
+  struct Options {
+    bool recurse = false;    ///< look for matches in subfolders too
+    bool keepPaths = false;  ///< names keep their folders, as the argument and the subfolders give them
+  };
+
+  /// `excluded`: a file that wildcards never find, the cabinet itself.
+  FileTree(Options options, std::string_view excluded);
+
+  /// Adds the files of one argument: a file, a folder (all in it), or wildcards in the last part of a path. Files of
+  /// a folder come in the order of their names, before those of its subfolders. Wildcards may match nothing.
+  Status Add(std::string_view argument);
+
+  const std::vector<SourceFile>& Files() const { return files_; }
+
+ private:
+  Status AddFolder(const std::string& folder, std::string_view pattern);
+  void AddFile(const std::string& path, const platform::FileInfo& info);
+
+  const Options options_;
+  const std::string excluded_;
+  std::vector<SourceFile> files_;
+};
 
 struct PackOptions {
   Method method = Method::MsZip;

@@ -7,8 +7,6 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/CommandLine.h"
-#include "cabarc/Extraction.h"
-#include "cabarc/FileTree.h"
 
 namespace cabinet {
 

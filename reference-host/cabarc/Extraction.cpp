@@ -1,17 +1,90 @@
 // Extracts the members of a cabinet into a folder.
-#include "cabarc/Extraction.h"
-
 #include <algorithm>
+#include <string_view>
 #include <tuple>
 #include <unordered_set>
 
+#include "cabarc/CabinetReader.h"
 #include "cabarc/MemberNames.h"
-#include "cabarc/NewFile.h"
-#include "cabarc/TargetFolder.h"
 
 namespace cabinet {
 
+using platform::kSeparator;
+
 namespace {
+
+/// The folder that members are extracted into, and the only way to a path below it.
+class TargetFolder {
+ public:
+  /// `root`: the folder, with or without a separator at its end; empty is the current one.
+  explicit TargetFolder(std::string_view root);
+
+  /// Makes the folder itself, and those above it, where they are missing.
+  Status Create();
+
+  /// The path of a member whose name is safe (see WhyUnsafe).
+  std::string PathOf(std::string_view name) const;
+
+  /// Makes the folders that a member's name asks for. Refuses a link among them, which could lead anywhere.
+  Status CreateFoldersOf(std::string_view name);
+
+ private:
+  Status CreateOne(const std::string& path);
+
+  std::string root_;                      // empty, or with a separator at its end
+  std::string last_;                      // folder part of the member before: mostly the same again
+  std::unordered_set<std::string> made_;  // folder parts known to be folders
+};
+
+TargetFolder::TargetFolder(std::string_view root) : root_(platform::ToNative(root)) {
+  if (!root_.empty() && root_.back() != kSeparator) root_ += kSeparator;
+}
+
+Status TargetFolder::Create() {
+  std::size_t end = root_.size();
+  // Back to the first folder that is there, then forward. The root itself may be reached through links.
+  while (end > 1 && platform::InfoOf(root_.substr(0, end)).kind == platform::Kind::Missing) {
+    const std::size_t before = root_.rfind(kSeparator, end - 2);
+    end = before == std::string::npos ? 0 : before + 1;
+  }
+  while (end < root_.size()) {
+    end = root_.find(kSeparator, end) + 1;
+    const std::string path = root_.substr(0, end - 1);
+    if (!platform::CreateFolder(path)) return FileError(path + ": it cannot be made: " + platform::LastError());
+  }
+  return {};
+}
+
+std::string TargetFolder::PathOf(std::string_view name) const {
+  return root_ + platform::ToNative(name);
+}
+
+Status TargetFolder::CreateFoldersOf(std::string_view name) {
+  const std::string_view folder = name.substr(0, name.rfind('\\') + 1);
+  if (folder == last_) return {};
+  for (std::size_t end = folder.find('\\'); end != std::string_view::npos; end = folder.find('\\', end + 1)) {
+    const std::string part(folder.substr(0, end));
+    if (made_.contains(part)) continue;
+    if (Status status = CreateOne(PathOf(part)); status.Failed()) return status;
+    made_.insert(part);
+  }
+  last_ = folder;
+  return {};
+}
+
+Status TargetFolder::CreateOne(const std::string& path) {
+  switch (platform::KindOf(path)) {
+    case platform::Kind::Folder:
+      return {};
+    case platform::Kind::Link:
+      return UnsafeName(path + ": it is a link, and may lead out of the target folder");
+    case platform::Kind::Missing:
+      if (platform::CreateFolder(path)) return {};
+      return FileError(path + ": it cannot be made: " + platform::LastError());
+    default:
+      return FileError(path + ": it is in the way of a folder of that name");
+  }
+}
 
 struct Wanted {
   const MemberRecord* member;

@@ -1,8 +1,7 @@
 // Finds the files that the arguments of a packing command mean.
-#include "cabarc/FileTree.h"
-
 #include <algorithm>
 
+#include "cabarc/CabinetWriter.h"
 #include "cabarc/MemberNames.h"
 
 namespace cabinet {

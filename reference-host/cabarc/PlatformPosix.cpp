@@ -9,7 +9,6 @@
 #include <cerrno>
 #include <ctime>
 #include <system_error>
-#include <utility>
 
 #include "cabarc/Platform.h"
 
@@ -75,17 +74,6 @@ int Descriptor(std::intptr_t handle) {
 }
 
 }  // namespace
-
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
-
-File& File::operator=(File&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  return *this;
-}
-
-File::~File() {
-  Close();
-}
 
 bool File::OpenForReading(const std::string& path) {
   Close();

@@ -4,7 +4,6 @@
 #include <shellapi.h>
 
 #include <algorithm>
-#include <utility>
 
 #include "cabarc/Platform.h"
 #include "windows/adapters/Text.h"
@@ -80,17 +79,6 @@ std::intptr_t Open(const std::string& path, DWORD access, DWORD share, DWORD dis
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 }  // namespace
-
-File::File(File&& other) noexcept : handle_(std::exchange(other.handle_, -1)) {}
-
-File& File::operator=(File&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  return *this;
-}
-
-File::~File() {
-  Close();
-}
 
 bool File::OpenForReading(const std::string& path) {
   Close();

@@ -1,11 +1,11 @@
 // Reads what stands before the data of a cabinet, believing nothing of it.
-#include "cabarc/RecordReader.h"
-
 #include <algorithm>
 #include <cstring>
 #include <string>
 #include <tuple>
 
+#include "cabarc/CabFormat.h"
+#include "cabarc/FileAccess.h"
 #include "cabarc/MemberNames.h"
 
 namespace cabinet {

@@ -9,7 +9,7 @@
 #include <algorithm>
 
 #include "common/ConnectionText.h"
-#include "common/DriverPath.h"
+#include "common/Host.h"
 #include "windows/adapters/Text.h"
 
 namespace reference {
@@ -117,6 +117,13 @@ class Statement {
   SQLHSTMT handle_ = nullptr;
 };
 
+using GetUnixFileName = char*(CDECL*)(const wchar_t*);
+
+GetUnixFileName FindConverter() {
+  const FARPROC address = GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name");
+  return reinterpret_cast<GetUnixFileName>(reinterpret_cast<void*>(address));
+}
+
 /// The connection string for the driver: its own file names, no creating, and no long wait for a lock.
 std::string DriverText(ConnectionText connection) {
   if (const auto path = connection.Value("Database")) connection.Set("Database", DriverPath(*path));
@@ -131,6 +138,15 @@ bool Attach(Database& database, const Attachment& attachment) {
 }
 
 }  // namespace
+
+std::string DriverPath(const std::string& path) {
+  const GetUnixFileName convert = FindConverter();
+  char* const converted = convert ? convert(windows::Utf16(path).c_str()) : nullptr;
+  if (!converted) return path;
+  std::string result = converted;
+  HeapFree(GetProcessHeap(), 0, converted);
+  return result;
+}
 
 struct Database::Handles {
   SQLHENV environment = nullptr;
@@ -173,6 +189,11 @@ std::unique_ptr<Database> Database::Open(const std::string& connection) {
   return database;
 }
 
+std::unique_ptr<Database> Database::OpenEntry(const std::string& entry) {
+  const auto connection = ReadPathEntry(entry);
+  return connection ? Open(*connection) : nullptr;
+}
+
 std::optional<Rows> Database::Run(const std::string& statement, std::string* error) {
   return Run(statement, {}, error);
 }
@@ -184,6 +205,11 @@ std::optional<Rows> Database::Run(const std::string& statement, const std::vecto
   if (prepared.Execute(statement, parameters)) rows = prepared.ReadAll();
   if (!rows && error) *error = prepared.ErrorText();
   return rows;
+}
+
+std::optional<std::string> Database::Setting(const std::string& group, const std::string& name) {
+  const auto rows = Run("SELECT VALUE FROM T_CONFIG WHERE GROUP_NAME = ? AND NAME = ?", {group, name});
+  return rows && !rows->cells.empty() ? rows->cells[0][0] : std::nullopt;
 }
 
 }  // namespace reference

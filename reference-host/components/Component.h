@@ -1,19 +1,77 @@
 // What a component of the host is: a plain class that names the routines which
-// Automation may call. Object.h turns such a class into a COM object.
+// Automation may call. NewObject turns such a class into a COM object.
+//
+// A parameter's type says what the caller may pass: `std::int32_t` and
+// `const std::string&` take anything that Automation converts to a number or a
+// text; `std::int32_t&` and `std::string&` are results and take a BYREF
+// argument of VT_I4 or VT_BSTR or a BYREF VARIANT, as scripts pass them.
+// Anything else is DISP_E_TYPEMISMATCH. Texts are UTF-8 on this side.
 #pragma once
 
-#include <oaidl.h>
-
-#include <array>
 #include <functional>
+#include <memory>
 #include <string>
 #include <tuple>
 #include <utility>
 #include <vector>
 
-#include "components/Arguments.h"
+#include "com/Automation.h"
 
 namespace components {
+
+/// Whether `argument` can take a result of `kind` (VT_I4 or VT_BSTR).
+HRESULT CheckResult(const VARIANTARG& argument, VARTYPE kind);
+/// Store a result; what a BYREF argument held before is freed.
+HRESULT StoreNumber(VARIANTARG& argument, std::int32_t number);
+HRESULT StoreText(VARIANTARG& argument, const std::string& text);
+
+/// One parameter: read before the routine runs, stored after it.
+template <typename Parameter>
+class Argument;
+
+template <>
+class Argument<std::int32_t> {
+ public:
+  HRESULT Read(VARIANTARG& argument) { return reference::ReadNumber(argument, value_); }
+  std::int32_t Value() const { return value_; }
+  HRESULT Store(VARIANTARG&) const { return S_OK; }
+
+ private:
+  std::int32_t value_ = 0;
+};
+
+template <>
+class Argument<const std::string&> {
+ public:
+  HRESULT Read(VARIANTARG& argument) { return reference::ReadText(argument, value_); }
+  const std::string& Value() const { return value_; }
+  HRESULT Store(VARIANTARG&) const { return S_OK; }
+
+ private:
+  std::string value_;
+};
+
+template <>
+class Argument<std::int32_t&> {
+ public:
+  HRESULT Read(VARIANTARG& argument) { return CheckResult(argument, VT_I4); }
+  std::int32_t& Value() { return value_; }
+  HRESULT Store(VARIANTARG& argument) const { return StoreNumber(argument, value_); }
+
+ private:
+  std::int32_t value_ = 0;
+};
+
+template <>
+class Argument<std::string&> {
+ public:
+  HRESULT Read(VARIANTARG& argument) { return CheckResult(argument, VT_BSTR); }
+  std::string& Value() { return value_; }
+  HRESULT Store(VARIANTARG& argument) const { return StoreText(argument, value_); }
+
+ private:
+  std::string value_;
+};
 
 /// The arguments of one call, numbered from 0 in the order in which the caller wrote them.
 class CallArguments {
@@ -91,10 +149,20 @@ class Component {
     return outcome;
   }
 
-  static HRESULT Return(VARIANT* result, std::int32_t number) { return ReturnNumber(result, number); }
-  static HRESULT Return(VARIANT* result, const std::string& text) { return ReturnText(result, text); }
+  // A caller that wants no result passes none.
+  static HRESULT Return(VARIANT* result, std::int32_t number) {
+    if (result) reference::SetNumber(*result, number);
+    return S_OK;
+  }
+  static HRESULT Return(VARIANT* result, const std::string& text) {
+    return result ? reference::SetText(*result, text) : S_OK;
+  }
 
   std::vector<Routine> routines_;
 };
+
+/// `component` as a COM object without a type library. Its arguments cannot be named, but for the value of a property.
+/// A fault inside the component reaches the caller as DISP_E_EXCEPTION with a description.
+IUnknown* NewObject(std::unique_ptr<Component> component);
 
 }  // namespace components

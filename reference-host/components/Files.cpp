@@ -1,8 +1,7 @@
+// Lists, reads, writes and copies files.
 #include "components/Files.h"
 
 #include <shlobj.h>
-
-#include "components/FileHandle.h"
 
 namespace components {
 namespace {

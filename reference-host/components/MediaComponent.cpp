@@ -1,15 +1,12 @@
-#include "components/MediaComponent.h"
-
+// Asks drives for their state, and prepares media.
 #include <windows.h>
 
-#include "components/FileHandle.h"
+#include "components/Components.h"
 #include "components/Files.h"
 #include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
-
-enum : std::int32_t { kError = -1, kNoDrive = 0, kNoMedium = 1, kReadOnly = 2, kReady = 3 };
 
 constexpr wchar_t kVolumeLabel[] = L"TARSUS";
 
@@ -88,9 +85,9 @@ std::int32_t MediaComponent::GetDriveStatus(const std::string& drive) {
 std::int32_t MediaComponent::PrepareDrive(const std::string& drive, const std::string&, std::int32_t, std::int32_t) {
   const NoSystemBoxes quiet;
   const std::wstring root = RootOf(windows::Utf16(drive));
-  if (root.empty() || GetDriveTypeW(root.c_str()) != DRIVE_REMOVABLE) return -1;
-  if (GetDriveStatus(drive) != kReady || !DeleteEverything(root)) return -1;
-  return SetVolumeLabelW(root.c_str(), kVolumeLabel) ? 0 : -1;
+  if (root.empty() || GetDriveTypeW(root.c_str()) != DRIVE_REMOVABLE) return kFailed;
+  if (GetDriveStatus(drive) != kReady || !DeleteEverything(root)) return kFailed;
+  return SetVolumeLabelW(root.c_str(), kVolumeLabel) ? kDone : kFailed;
 }
 
 }  // namespace components

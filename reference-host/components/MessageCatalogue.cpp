@@ -1,9 +1,8 @@
+// Reads messages from the table that the system configuration names, and knows a few without it.
 #include "components/MessageCatalogue.h"
 
 #include <algorithm>
 #include <cctype>
-
-#include "common/HostPaths.h"
 
 namespace components {
 namespace {
@@ -63,21 +62,15 @@ bool IsTableName(const std::string& name) {
 
 // The configuration says "kind:table"; empty when it cannot be read.
 std::string TableName() {
-  const auto connection = reference::ReadPathEntry("SysMasterDB");
-  const auto database = connection ? reference::Database::Open(*connection) : nullptr;
-  if (!database) return {};
-  const auto rows =
-      database->Run("SELECT VALUE FROM T_CONFIG WHERE GROUP_NAME = ? AND NAME = ?", {"SysConfig", "MsgTableName"});
-  if (!rows || rows->cells.empty()) return {};
-  const std::string value = rows->cells.front().front().value_or("");
-  return value.substr(value.find(':') + 1);
+  const auto database = reference::Database::OpenEntry("SysMasterDB");
+  const auto value = database ? database->Setting("SysConfig", "MsgTableName") : std::nullopt;
+  return value ? value->substr(value->find(':') + 1) : std::string();
 }
 
 }  // namespace
 
 MessageCatalogue::MessageCatalogue() : table_(TableName()) {
-  const auto connection = reference::ReadPathEntry("LangStrDB");
-  if (connection && IsTableName(table_)) database_ = reference::Database::Open(*connection);
+  if (IsTableName(table_)) database_ = reference::Database::OpenEntry("LangStrDB");
 }
 
 std::optional<std::vector<std::optional<std::string>>> MessageCatalogue::Row(std::int32_t id) {

@@ -1,8 +1,7 @@
-#include "components/MessageDialog.h"
-
+// Looks a message up and shows it over the window of its caller.
 #include <windows.h>
 
-#include "components/MessageCatalogue.h"
+#include "components/Components.h"
 #include "components/MessageWindow.h"
 
 namespace components {

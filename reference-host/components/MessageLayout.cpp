@@ -16,20 +16,6 @@ constexpr int kMargin = 18, kGap = 14, kSmallGap = 10, kIcon = 32;
 constexpr int kNarrowText = 240, kUsualText = 430;
 constexpr int kButton = 96, kButtonPaddingX = 30, kButtonPaddingY = 14;
 
-LPCWSTR SystemIcon(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::kQuestion:
-      return IDI_QUESTION;
-    case MessageIcon::kWarning:
-      return IDI_WARNING;
-    case MessageIcon::kError:
-      return IDI_ERROR;
-    case MessageIcon::kInformation:
-      break;
-  }
-  return IDI_INFORMATION;
-}
-
 }  // namespace
 
 SIZE MessageWindow::Measure(const std::wstring& text, int width, UINT format) const {
@@ -112,7 +98,7 @@ void MessageWindow::UseFont() {
     SendDlgItemMessageW(window_, control, WM_SETFONT, reinterpret_cast<WPARAM>(font_.get()), TRUE);
   }
   const int size = Scale(kIcon);
-  const HANDLE icon = LoadImageW(nullptr, SystemIcon(content_.message.icon), IMAGE_ICON, size, size, LR_SHARED);
+  const HANDLE icon = LoadImageW(nullptr, PictureOf(content_.message.icon).icon, IMAGE_ICON, size, size, LR_SHARED);
   SendDlgItemMessageW(window_, TARSUS_MESSAGE_ICON, STM_SETICON, reinterpret_cast<WPARAM>(icon), 0);
 }
 

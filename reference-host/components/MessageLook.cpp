@@ -1,8 +1,9 @@
+// Reads font and colours, and draws with them.
 #include "components/MessageLook.h"
 
 #include <algorithm>
 
-#include "common/HostPaths.h"
+#include "common/Host.h"
 #include "windows/adapters/Text.h"
 
 namespace components {
@@ -50,6 +51,20 @@ MessageLook MessageLook::Read() {
   look.text = Colour("BackupUtility\\ColorStr", COLOR_BTNTEXT, system);
   look.button = Colour("BackupUtility\\ColorBtn", COLOR_BTNFACE, system);
   return look;
+}
+
+MessagePicture PictureOf(MessageIcon icon) {
+  switch (icon) {
+    case MessageIcon::kQuestion:
+      return {IDI_QUESTION, MB_ICONQUESTION};
+    case MessageIcon::kWarning:
+      return {IDI_WARNING, MB_ICONWARNING};
+    case MessageIcon::kError:
+      return {IDI_ERROR, MB_ICONERROR};
+    case MessageIcon::kInformation:
+      break;
+  }
+  return {IDI_INFORMATION, MB_ICONINFORMATION};
 }
 
 COLORREF Faded(const MessageLook& look, COLORREF under, int share) {

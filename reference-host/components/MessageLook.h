@@ -6,6 +6,8 @@
 #include <memory>
 #include <string>
 
+#include "components/MessageCatalogue.h"
+
 namespace components {
 
 struct MessageLook {
@@ -20,6 +22,13 @@ struct MessageLook {
 
 /// The text's colour, `share` percent of it on `under`; all of it under high contrast.
 COLORREF Faded(const MessageLook& look, COLORREF under, int share);
+
+/// The system's icon and sound for a kind of message.
+struct MessagePicture {
+  LPCWSTR icon;
+  UINT sound;
+};
+MessagePicture PictureOf(MessageIcon icon);
 
 struct GdiDelete {
   using pointer = HGDIOBJ;

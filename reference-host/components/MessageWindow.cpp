@@ -1,7 +1,7 @@
+// Shows the message window and takes its answer.
 #include "components/MessageWindow.h"
 
-#include <algorithm>
-
+#include "components/Components.h"
 #include "components/MessageDialogIds.h"
 #include "windows/adapters/Text.h"
 
@@ -27,27 +27,13 @@ void RegisterWindowClass() {
   RegisterClassExW(&windowClass);
 }
 
-UINT SystemSound(MessageIcon icon) {
-  switch (icon) {
-    case MessageIcon::kQuestion:
-      return MB_ICONQUESTION;
-    case MessageIcon::kWarning:
-      return MB_ICONWARNING;
-    case MessageIcon::kError:
-      return MB_ICONERROR;
-    case MessageIcon::kInformation:
-      break;
-  }
-  return MB_ICONINFORMATION;
-}
-
 }  // namespace
 
 std::int32_t MessageWindow::Show(HWND owner) {
   RegisterWindowClass();
   const INT_PTR code = DialogBoxParamW(Module(), MAKEINTRESOURCEW(TARSUS_MESSAGE_TEMPLATE), owner, &Procedure,
                                        reinterpret_cast<LPARAM>(this));
-  return std::max(static_cast<std::int32_t>(code), 0);
+  return code > 0 ? static_cast<std::int32_t>(code) : MessageDialog::kNotShown;
 }
 
 INT_PTR CALLBACK MessageWindow::Procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
@@ -105,7 +91,7 @@ void MessageWindow::Start() {
   SendMessageW(window_, DM_SETDEFID, static_cast<WPARAM>(first), 0);
   SetFocus(GetDlgItem(window_, first));
   if (!GetWindow(window_, GW_OWNER)) SetWindowPos(window_, HWND_TOPMOST, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
-  MessageBeep(SystemSound(message.icon));
+  MessageBeep(PictureOf(message.icon).sound);
   NotifyWinEvent(EVENT_SYSTEM_ALERT, window_, OBJID_WINDOW, CHILDID_SELF);
 }
 
@@ -140,7 +126,7 @@ bool MessageWindow::IsDefault(HWND button) const {
 }
 
 void MessageWindow::Answer(bool consent) {
-  EndDialog(window_, consent ? 2 : 1);
+  EndDialog(window_, consent ? MessageDialog::kConsent : MessageDialog::kOkOrRefusal);
 }
 
 }  // namespace components

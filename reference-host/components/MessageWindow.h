@@ -24,9 +24,8 @@ class MessageWindow {
   MessageWindow(Content content, const MessageLook& look) : content_(std::move(content)), look_(look) {}
 
   /// Shows the window until the operator answers, and disables `owner` meanwhile. Without an
-  /// owner the window stays above all others, so that it cannot get lost behind them. The
-  /// button's code: 1 for a plain message and for a refusal, also by Esc or the close box;
-  /// 2 for a consent; 0 when the window could not be made.
+  /// owner the window stays above all others, so that it cannot get lost behind them. A
+  /// MessageDialog::Answer; Esc and the close box refuse.
   std::int32_t Show(HWND owner);
 
  private:

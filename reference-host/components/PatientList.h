@@ -1,6 +1,7 @@
-// The host's list of patients whose data must not leave the workstation.
+// The host's list of patients whose data must not leave the workstation, and texts without them.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -24,5 +25,11 @@ class PatientList {
 
   std::vector<std::wstring> ids_, names_;  // in lower case, none empty
 };
+
+/// `bytes` without the lines that `isUnwanted` picks; the lines that stay keep their bytes and
+/// line ends. Knows UTF-16 with a byte order mark, UTF-8, and the system's code page. Nothing
+/// when `bytes` is no text (it holds NUL bytes).
+std::optional<std::string> WithoutLines(std::string_view bytes,
+                                        const std::function<bool(std::wstring_view line)>& isUnwanted);
 
 }  // namespace components

@@ -1,18 +1,16 @@
-#include "components/PersonalInfoFilter.h"
-
+// Copies files and images without what belongs to the listed patients.
 #include <windows.h>
 
 #include <cstdlib>
 #include <vector>
 
+#include "components/Components.h"
 #include "components/Files.h"
-#include "components/TextLines.h"
+#include "components/PatientList.h"
 #include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
-
-enum : std::int32_t { kDone = 0, kListUnreadable = 1, kNoSource = 2, kCopyFailed = 3 };
 
 std::wstring LeafOf(const std::wstring& path) {
   return path.substr(path.rfind(L'\\') + 1);

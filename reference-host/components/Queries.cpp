@@ -1,13 +1,11 @@
-#include "components/Queries.h"
-
-#include "common/HostPaths.h"
+// Runs the program's statements on the databases of users and studies.
+#include "components/Components.h"
 
 namespace components {
 
 bool HostQuery::Run(const std::string& statement) {
   rows_ = {};
-  const auto connection = reference::ReadPathEntry(pathEntry_);
-  const auto database = connection ? reference::Database::Open(*connection) : nullptr;
+  const auto database = reference::Database::OpenEntry(pathEntry_);
   if (!database) return false;
   auto rows = database->Run(reference::RewriteHostDialect(statement));
   if (!rows) return false;

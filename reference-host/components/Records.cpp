@@ -1,12 +1,12 @@
-#include "components/Records.h"
-
+// What the host keeps in writing: log lines, operators' actions, the audit trail.
 #include <windows.h>
 
 #include <cstdio>
 #include <initializer_list>
 
-#include "common/Database.h"
-#include "common/HostPaths.h"
+#include "components/Components.h"
+#include "components/Files.h"
+#include "windows/adapters/Text.h"
 
 namespace components {
 namespace {
@@ -22,19 +22,38 @@ std::string Now() {
 
 // Adds a row of the present time and `values` to `table`.
 std::int32_t Insert(const std::string& table, std::initializer_list<std::string> values) {
-  const auto connection = reference::ReadPathEntry("AuditDB");
-  const auto database = connection ? reference::Database::Open(*connection) : nullptr;
-  if (!database) return -1;
+  const auto database = reference::Database::OpenEntry("AuditDB");
+  if (!database) return kFailed;
   std::vector<std::string> row{Now()};
   std::string places = "?";
   for (const std::string& value : values) {
     row.push_back(value);
     places += ",?";
   }
-  return database->Run("INSERT INTO " + table + " VALUES (" + places + ")", row) ? 0 : -1;
+  return database->Run("INSERT INTO " + table + " VALUES (" + places + ")", row) ? kDone : kFailed;
 }
 
 }  // namespace
+
+LogWriter::LogWriter() {
+  AddProperty(L"FilePath", &LogWriter::SetFilePath);
+  AddProperty(L"Mode", &LogWriter::SetMode);
+  AddMethod(L"WriteLine", &LogWriter::WriteLine);
+}
+
+std::int32_t LogWriter::WriteLine(const std::string& line) {
+  const DWORD disposition = append_ ? OPEN_ALWAYS : CREATE_ALWAYS;
+  const FileHandle file(CreateFileW(windows::Utf16(path_).c_str(), FILE_APPEND_DATA,
+                                    FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr, disposition,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr));
+  if (!file) return kFailed;
+  append_ = true;
+  // One write for the whole line: lines of several writers then never mix.
+  const std::string bytes = windows::ToCodePageStrictly(line) + "\r\n";
+  DWORD written = 0;
+  const bool done = WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return done && written == bytes.size() ? kDone : kFailed;
+}
 
 OperationRecorder::OperationRecorder() {
   AddMethod(L"Record", &OperationRecorder::Record);

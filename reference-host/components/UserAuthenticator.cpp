@@ -1,19 +1,61 @@
-#include "components/UserAuthenticator.h"
+// Verifies passwords and function rights.
+#include <windows.h>
 
+#include <bcrypt.h>
+
+#include <array>
 #include <cstdlib>
+#include <string_view>
 
-#include "common/Database.h"
-#include "common/HostPaths.h"
-#include "components/PasswordHash.h"
+#include "components/Components.h"
 
 namespace components {
 namespace {
 
-enum : std::int32_t { kDone = 0, kUnknownUser = 1, kWrongPassword = 2, kDatabaseFault = 9 };
+// The system's SHA-256, open for one hash.
+class Sha256 {
+ public:
+  Sha256() {
+    if (BCryptOpenAlgorithmProvider(&algorithm_, BCRYPT_SHA256_ALGORITHM, nullptr, 0) < 0) algorithm_ = nullptr;
+    if (algorithm_ && BCryptCreateHash(algorithm_, &hash_, nullptr, 0, nullptr, 0, 0) < 0) hash_ = nullptr;
+  }
+  ~Sha256() {
+    if (hash_) BCryptDestroyHash(hash_);
+    if (algorithm_) BCryptCloseAlgorithmProvider(algorithm_, 0);
+  }
+  Sha256(const Sha256&) = delete;
+  Sha256& operator=(const Sha256&) = delete;
+
+  bool Add(std::string bytes) {
+    return hash_ &&
+           BCryptHashData(hash_, reinterpret_cast<PUCHAR>(bytes.data()), static_cast<ULONG>(bytes.size()), 0) >= 0;
+  }
+  bool Finish(std::array<unsigned char, 32>& digest) {
+    return hash_ && BCryptFinishHash(hash_, digest.data(), static_cast<ULONG>(digest.size()), 0) >= 0;
+  }
+
+ private:
+  BCRYPT_ALG_HANDLE algorithm_ = nullptr;
+  BCRYPT_HASH_HANDLE hash_ = nullptr;
+};
+
+/// How the host keeps passwords: SHA-256 over the UTF-8 bytes of salt and password, as 64 lower-case hexadecimal
+/// digits. Nothing when the system's cryptography fails.
+std::optional<std::string> HashPassword(const std::string& salt, const std::string& password) {
+  Sha256 hash;
+  std::array<unsigned char, 32> digest = {};
+  if (!hash.Add(salt + password) || !hash.Finish(digest)) return std::nullopt;
+  constexpr std::string_view kDigits = "0123456789abcdef";
+  std::string text;
+  for (const unsigned char byte : digest) {
+    text += kDigits[byte >> 4];
+    text += kDigits[byte & 15];
+  }
+  return text;
+}
 
 std::optional<reference::Rows> QueryUsers(const std::string& statement, const std::vector<std::string>& parameters) {
-  const auto connection = reference::ReadPathEntry("UserDB");
-  const auto database = connection ? reference::Database::Open(*connection) : nullptr;
+  const auto database = reference::Database::OpenEntry("UserDB");
   return database ? database->Run(statement, parameters) : std::nullopt;
 }
 

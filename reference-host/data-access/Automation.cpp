@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <new>
 
-#include "windows/adapters/Text.h"
-
 namespace dataaccess {
 
 namespace {
@@ -16,27 +14,9 @@ const VARIANT* Follow(const VARIANT& argument) {
   return value->vt == VT_ERROR && value->scode == DISP_E_PARAMNOTFOUND ? nullptr : value;
 }
 
-/// The caller's argument as another type; false when it cannot be.
-bool Convert(const VARIANT* argument, VARTYPE type, VARIANT& converted) {
-  VariantInit(&converted);
-  // The call's header wants a writable argument; it writes to none but the target.
-  return SUCCEEDED(VariantChangeType(&converted, const_cast<VARIANT*>(argument), 0, type));
-}
-
 HRESULT Report(const Outcome& outcome, EXCEPINFO* exception) {
   if (!outcome.text) return outcome.code;
-  if (exception) {
-    *exception = {};
-    exception->scode = outcome.code;
-    exception->bstrSource = SysAllocString(L"Tarsus data access");
-    exception->bstrDescription = SysAllocString(outcome.text);
-  }
-  return DISP_E_EXCEPTION;
-}
-
-bool NamesOnlyTheNewValue(const DISPPARAMS& parameters, bool writes) {
-  if (parameters.cNamedArgs == 0) return true;
-  return writes && parameters.cNamedArgs == 1 && parameters.rgdispidNamedArgs[0] == DISPID_PROPERTYPUT;
+  return reference::RaiseError(exception, L"Tarsus data access", outcome.text, outcome.code);
 }
 
 }  // namespace
@@ -55,62 +35,17 @@ const VARIANT* Arguments::At(std::size_t index) const {
 }
 
 bool Arguments::Text(std::size_t index, std::string& text) const {
-  if (!Has(index)) return true;
-  VARIANT converted;
-  if (!Convert(At(index), VT_BSTR, converted)) return false;
-  const BSTR value = converted.bstrVal;
-  text = windows::Utf8(std::wstring_view(value ? value : L"", SysStringLen(value)));
-  VariantClear(&converted);
-  return true;
+  return !Has(index) || SUCCEEDED(reference::ReadText(*At(index), text));
 }
 
-bool Arguments::Number(std::size_t index, long& number) const {
-  if (!Has(index)) return true;
-  VARIANT converted;
-  if (!Convert(At(index), VT_I4, converted)) return false;
-  number = converted.lVal;
-  return true;
+bool Arguments::Number(std::size_t index, std::int32_t& number) const {
+  return !Has(index) || SUCCEEDED(reference::ReadNumber(*At(index), number));
 }
 
-HRESULT AutomationObject::QueryInterface(REFIID id, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  if (id != IID_IUnknown && id != IID_IDispatch) return E_NOINTERFACE;
-  *object = static_cast<IDispatch*>(this);
-  AddRef();
-  return S_OK;
-}
-
-ULONG AutomationObject::AddRef() {
-  return ++references_;
-}
-
-ULONG AutomationObject::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
-}
-
-HRESULT AutomationObject::GetTypeInfoCount(UINT* count) {
-  if (!count) return E_POINTER;
-  *count = 0;
-  return S_OK;
-}
-
-HRESULT AutomationObject::GetTypeInfo(UINT, LCID, ITypeInfo** info) {
-  if (info) *info = nullptr;
-  return DISP_E_BADINDEX;
-}
-
-HRESULT AutomationObject::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
-  if (!names || !ids || count == 0) return E_INVALIDARG;
-  std::fill(ids, ids + count, DISPID_UNKNOWN);
-  const auto found = std::ranges::find_if(members_, [&](const Member& member) {
-    return CompareStringOrdinal(member.name, -1, names[0], -1, TRUE) == CSTR_EQUAL;
-  });
-  if (found == members_.end()) return DISP_E_UNKNOWNNAME;
-  ids[0] = found->id;
-  return count == 1 ? S_OK : DISP_E_UNKNOWNNAME;
+DISPID AutomationObject::IdOf(const wchar_t* name) const {
+  const auto found =
+      std::ranges::find_if(members_, [&](const Member& member) { return reference::SameName(member.name, name); });
+  return found == members_.end() ? DISPID_UNKNOWN : found->id;
 }
 
 const Member* AutomationObject::Find(DISPID id, WORD kind) const {
@@ -125,7 +60,7 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS*
   const Member* const member = Find(id, kind);
   if (!member) return DISP_E_MEMBERNOTFOUND;
   const bool writes = member->kinds == DISPATCH_PROPERTYPUT;
-  if (!NamesOnlyTheNewValue(*parameters, writes)) return DISP_E_NONAMEDARGS;
+  if (const HRESULT named = reference::CheckNamedArguments(*parameters, writes); FAILED(named)) return named;
   if (parameters->cArgs < member->fewest || parameters->cArgs > member->most) return DISP_E_BADPARAMCOUNT;
   VARIANT value;
   VariantInit(&value);
@@ -141,17 +76,6 @@ HRESULT AutomationObject::Invoke(DISPID id, REFIID, LCID, WORD kind, DISPPARAMS*
     VariantClear(&value);
   }
   return Report(outcome, exception);
-}
-
-void SetText(VARIANT& result, const std::string& utf8) {
-  const std::wstring wide = windows::Utf16(utf8);
-  result.vt = VT_BSTR;
-  result.bstrVal = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-}
-
-void SetNumber(VARIANT& result, long number) {
-  result.vt = VT_I4;
-  result.lVal = number;
 }
 
 void SetFlag(VARIANT& result, bool flag) {

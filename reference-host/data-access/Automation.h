@@ -1,14 +1,11 @@
-// What the classes of this server share: reference counting and late-bound calls without a type library.
+// What the classes of this server share: members that callers find by name, their arguments, and failures.
 #pragma once
 
-#include <oaidl.h>
-
-#include <atomic>
 #include <span>
 #include <string>
 #include <vector>
 
-#include "common/ServerUse.h"
+#include "com/Automation.h"
 
 namespace dataaccess {
 
@@ -30,7 +27,7 @@ class Arguments {
   const VARIANT* At(std::size_t index) const;
   /// These leave the value alone when the argument is not there, and answer false when it is of another type.
   bool Text(std::size_t index, std::string& text) const;
-  bool Number(std::size_t index, long& number) const;
+  bool Number(std::size_t index, std::int32_t& number) const;
 
  private:
   std::vector<const VARIANT*> arguments_;
@@ -49,41 +46,51 @@ struct Member {
 /// Both ways in which callers read a property: scripts often ask for a method or a property at once.
 inline constexpr WORD kRead = DISPATCH_PROPERTYGET | DISPATCH_METHOD;
 
-/// Base of every class: begins with one reference.
-class AutomationObject : public IDispatch {
+/// Base of every class.
+class AutomationObject : public reference::DispatchObject {
  public:
-  AutomationObject(const AutomationObject&) = delete;
-  AutomationObject& operator=(const AutomationObject&) = delete;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
-  ULONG STDMETHODCALLTYPE AddRef() override;
-  ULONG STDMETHODCALLTYPE Release() override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override;
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID locale, ITypeInfo** info) override;
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID id, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override;
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID interfaceId, LCID locale, WORD kind, DISPPARAMS* parameters,
-                                   VARIANT* result, EXCEPINFO* exception, UINT* badArgument) override;
+  STDMETHODIMP Invoke(DISPID id, REFIID interfaceId, LCID locale, WORD kind, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* exception, UINT* badArgument) override;
 
  protected:
   explicit AutomationObject(std::span<const Member> members) : members_(members) {}
-  virtual ~AutomationObject() = default;
 
   /// Carries out a call of one of the members; `writes` is true for a property's new value,
   /// which is then the last argument. `result` is empty and may stay so.
   virtual Outcome Call(DISPID id, bool writes, const Arguments& arguments, VARIANT& result) = 0;
 
  private:
+  DISPID IdOf(const wchar_t* name) const override;
   const Member* Find(DISPID id, WORD kind) const;
 
   std::span<const Member> members_;
-  std::atomic<ULONG> references_{1};
-  reference::ServerUse use_;
 };
 
-void SetText(VARIANT& result, const std::string& utf8);
-void SetNumber(VARIANT& result, long number);
 void SetFlag(VARIANT& result, bool flag);
 /// Hands over the caller's reference.
 void SetObject(VARIANT& result, IDispatch* object);
+
+/// Error numbers of data access live in Automation's own range, as callers test them.
+constexpr HRESULT ErrorNumber(unsigned number) {
+  return static_cast<HRESULT>(0x800A0000U | number);
+}
+
+inline constexpr Outcome kBadArgument{ErrorNumber(3001),
+                                      L"An argument is of the wrong type, out of range, or in conflict."};
+inline constexpr Outcome kNoCurrentRecord{ErrorNumber(3021), L"There is no current record."};
+inline constexpr Outcome kNotSupported{ErrorNumber(3251), L"The object does not support this operation."};
+inline constexpr Outcome kItemNotFound{ErrorNumber(3265),
+                                       L"There is no item of that name or number in the collection."};
+inline constexpr Outcome kClosed{ErrorNumber(3704), L"The operation is not allowed when the object is closed."};
+inline constexpr Outcome kAlreadyOpen{ErrorNumber(3705), L"The operation is not allowed when the object is open."};
+inline constexpr Outcome kCannotConnect{ErrorNumber(3706), L"The database cannot be opened."};
+inline constexpr Outcome kStatementFailed{E_FAIL, L"The database refused the statement."};
+
+// The database engine's own.
+inline constexpr Outcome kFileMissing{ErrorNumber(3024), L"The database file cannot be found."};
+inline constexpr Outcome kFileExists{ErrorNumber(3204), L"The target database already exists."};
+inline constexpr Outcome kNotADatabase{ErrorNumber(3343), L"The file is not a database, or cannot be copied."};
+inline constexpr Outcome kFileInUse{ErrorNumber(3356),
+                                    L"The database is open elsewhere and cannot be opened exclusively."};
 
 }  // namespace dataaccess

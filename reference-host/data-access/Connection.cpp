@@ -1,7 +1,5 @@
 // Opens and closes the connection of ADODB.Connection.
-#include "data-access/Connection.h"
-
-#include "data-access/Errors.h"
+#include "data-access/Classes.h"
 
 namespace dataaccess {
 
@@ -37,13 +35,13 @@ Outcome Connection::Call(DISPID id, bool writes, const Arguments& arguments, VAR
       database_.reset();
       return {};
     case kState:
-      SetNumber(result, database_ ? 1 : 0);
+      reference::SetNumber(result, database_ ? 1 : 0);
       return {};
     default:
       break;
   }
   if (!writes) {
-    SetText(result, connectionString_);
+    reference::SetText(result, connectionString_);
     return {};
   }
   if (database_) return kAlreadyOpen;

@@ -1,9 +1,9 @@
 // Reads a filter's text.
-#include "data-access/Criterion.h"
-
 #include <algorithm>
 #include <charconv>
 #include <utility>
+
+#include "data-access/Cursor.h"
 
 namespace dataaccess {
 

@@ -1,13 +1,10 @@
 // Compacts one database file into another, which must not exist yet.
-#include "data-access/DatabaseEngine.h"
+#include "data-access/Classes.h"
 
 #include <windows.h>
 
 #include <memory>
 
-#include "common/Database.h"
-#include "common/DriverPath.h"
-#include "data-access/Errors.h"
 #include "windows/adapters/Text.h"
 
 namespace dataaccess {

@@ -1,10 +1,8 @@
 // Finds fields and reads their values.
-#include "data-access/Fields.h"
+#include "data-access/Classes.h"
 
 #include <cmath>
 #include <limits>
-
-#include "data-access/Errors.h"
 
 namespace dataaccess {
 
@@ -27,9 +25,9 @@ void SetCell(VARIANT& result, const std::optional<std::string>& cell, bool numer
   if (!cell) {
     result.vt = VT_NULL;
   } else if (!number) {
-    SetText(result, *cell);
-  } else if (*number == std::floor(*number) && std::abs(*number) <= std::numeric_limits<long>::max()) {
-    SetNumber(result, static_cast<long>(*number));
+    reference::SetText(result, *cell);
+  } else if (*number == std::floor(*number) && std::abs(*number) <= std::numeric_limits<std::int32_t>::max()) {
+    reference::SetNumber(result, static_cast<std::int32_t>(*number));
   } else {
     result.vt = VT_R8;
     result.dblVal = *number;
@@ -44,7 +42,7 @@ Outcome FindField(const SharedCursor& cursor, const Arguments& arguments, VARIAN
   if (!argument) return kBadArgument;
   std::optional<std::size_t> column;
   std::string name;
-  long number = 0;
+  std::int32_t number = 0;
   if (argument->vt == VT_BSTR || argument->vt == (VT_BYREF | VT_BSTR)) {
     if (arguments.Text(0, name)) column = (*cursor)->FindColumn(name);
   } else if (arguments.Number(0, number) && number >= 0 &&
@@ -61,7 +59,7 @@ Fields::Fields(SharedCursor cursor) : AutomationObject(kFieldsMembers), cursor_(
 Outcome Fields::Call(DISPID id, bool, const Arguments& arguments, VARIANT& result) {
   if (id == kDefault) return FindField(cursor_, arguments, result);
   if (!*cursor_) return kClosed;
-  SetNumber(result, static_cast<long>((*cursor_)->Columns().size()));
+  reference::SetNumber(result, static_cast<std::int32_t>((*cursor_)->Columns().size()));
   return {};
 }
 
@@ -73,7 +71,7 @@ Outcome Field::Call(DISPID id, bool, const Arguments&, VARIANT& result) {
   if (!*cursor_ || column_ >= (*cursor_)->Columns().size()) return kClosed;
   const Cursor& cursor = **cursor_;
   if (id == kName) {
-    SetText(result, cursor.Columns()[column_]);
+    reference::SetText(result, cursor.Columns()[column_]);
     return {};
   }
   if (cursor.AtEnd()) return kNoCurrentRecord;

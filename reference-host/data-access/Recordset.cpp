@@ -1,9 +1,5 @@
 // Opens, filters and walks ADODB.Recordset.
-#include "data-access/Recordset.h"
-
-#include "data-access/Connection.h"
-#include "data-access/Errors.h"
-#include "data-access/Fields.h"
+#include "data-access/Classes.h"
 
 namespace dataaccess {
 
@@ -26,14 +22,14 @@ constexpr Member kMembers[] = {
 };
 
 // ADO's numbers.
-constexpr long kUnspecified = -1;
-constexpr long kLockReadOnly = 1;
-constexpr long kCommandText = 1;
-constexpr long kCommandTable = 2;
-constexpr long kCommandUnknown = 8;
+constexpr std::int32_t kUnspecified = -1;
+constexpr std::int32_t kLockReadOnly = 1;
+constexpr std::int32_t kCommandText = 1;
+constexpr std::int32_t kCommandTable = 2;
+constexpr std::int32_t kCommandUnknown = 8;
 
 /// The statement that reads `source`; a source of unknown kind is a table unless it has blanks.
-std::string StatementOf(const std::string& source, long kind) {
+std::string StatementOf(const std::string& source, std::int32_t kind) {
   const bool isTable =
       kind == kCommandTable || (kind != kCommandText && source.find_first_of(" \t\r\n") == std::string::npos);
   return isTable ? "SELECT * FROM \"" + source + '"' : reference::RewriteHostDialect(source);
@@ -73,7 +69,7 @@ Recordset::Recordset() : AutomationObject(kMembers) {}
 Outcome Recordset::Call(DISPID id, bool writes, const Arguments& arguments, VARIANT& result) {
   if (id == kOpen) return Open(arguments);
   if (id == kState) {
-    SetNumber(result, *cursor_ ? 1 : 0);
+    reference::SetNumber(result, *cursor_ ? 1 : 0);
     return {};
   }
   if (!*cursor_) return kClosed;
@@ -88,15 +84,15 @@ Outcome Recordset::Read(DISPID id, const Arguments& arguments, VARIANT& result) 
   if (id == kEof) SetFlag(result, cursor.AtEnd());
   // Nothing moves before the first row, so only an empty set is at its beginning.
   if (id == kBof) SetFlag(result, cursor.IsEmpty());
-  if (id == kRecordCount) SetNumber(result, static_cast<long>(cursor.Count()));
-  if (id == kFilter) SetText(result, filter_);
+  if (id == kRecordCount) reference::SetNumber(result, static_cast<std::int32_t>(cursor.Count()));
+  if (id == kFilter) reference::SetText(result, filter_);
   return {};
 }
 
 Outcome Recordset::Open(const Arguments& arguments) {
   if (*cursor_) return kAlreadyOpen;
   std::string source;
-  long cursorType = kUnspecified, lockType = kUnspecified, kind = kUnspecified;
+  std::int32_t cursorType = kUnspecified, lockType = kUnspecified, kind = kUnspecified;
   if (!arguments.Has(0) || !arguments.Has(1) || !arguments.Text(0, source) || !arguments.Number(2, cursorType) ||
       !arguments.Number(3, lockType) || !arguments.Number(4, kind)) {
     return kBadArgument;

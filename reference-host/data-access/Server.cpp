@@ -1,27 +1,31 @@
-// The in-process server's exports: class objects, unloading, registration.
+// The list of this server's classes.
+#include "com/Server.h"
 
-#include "common/ClassFactory.h"
-#include "common/ServerUse.h"
 #include "data-access/Classes.h"
-#include "data-access/Registration.h"
 
-STDAPI DllGetClassObject(REFCLSID classId, REFIID interfaceId, void** object) {
-  if (!object) return E_POINTER;
-  *object = nullptr;
-  for (const dataaccess::ServedClass& served : dataaccess::ServedClasses()) {
-    if (served.id == classId) return reference::MakeClassFactory(served.create, interfaceId, object);
-  }
-  return CLASS_E_CLASSNOTAVAILABLE;
+namespace {
+
+using namespace dataaccess;
+
+template <typename Class>
+IUnknown* Create() {
+  return new Class();
 }
 
-STDAPI DllCanUnloadNow() {
-  return reference::ServerUse::Any() ? S_FALSE : S_OK;
+// {8A0F6E31-52C7-4B7E-B20D-3F6419D57Ann}
+constexpr CLSID ClassId(unsigned char last) {
+  return {0x8A0F6E31, 0x52C7, 0x4B7E, {0xB2, 0x0D, 0x3F, 0x64, 0x19, 0xD5, 0x7A, last}};
 }
 
-STDAPI DllRegisterServer() {
-  return dataaccess::RegisterClasses();
-}
+constexpr reference::ServedClass kClasses[] = {
+    {L"ADODB.Connection", ClassId(0x01), Create<Connection>},
+    {L"ADODB.Recordset", ClassId(0x02), Create<Recordset>},
+    {L"DAO.DBEngine.36", ClassId(0x03), Create<DatabaseEngine>},
+};
 
-STDAPI DllUnregisterServer() {
-  return dataaccess::UnregisterClasses();
+}  // namespace
+
+const reference::Server& reference::ThisServer() {
+  static constexpr Server kServer{kClasses, true};
+  return kServer;
 }

@@ -3,9 +3,7 @@
 
 #include <string_view>
 
-#include "common/HostPaths.h"
-#include "libraries/Buffers.h"
-#include "windows/adapters/Text.h"
+#include "libraries/Calls.h"
 
 namespace {
 

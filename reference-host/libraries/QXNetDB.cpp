@@ -1,11 +1,8 @@
 // QXNetDB.dll: reads the network configuration database, which lists the media drives.
 #include <algorithm>
 #include <cstdlib>
-#include <memory>
 
-#include "common/Database.h"
-#include "libraries/Buffers.h"
-#include "windows/adapters/Text.h"
+#include "libraries/Calls.h"
 
 namespace {
 
@@ -13,12 +10,6 @@ using namespace reference;
 
 constexpr std::size_t kMostEquipment = 1024;
 constexpr std::size_t kTextSize = 255;
-
-/// The one connection that the library's calls share: its interface hands out no handle.
-std::unique_ptr<Database>& Connection() {
-  static std::unique_ptr<Database> connection;
-  return connection;
-}
 
 long Number(const std::optional<std::string>& cell) {
   return cell ? std::strtol(cell->c_str(), nullptr, 10) : 0;
@@ -29,9 +20,7 @@ long Number(const std::optional<std::string>& cell) {
 extern "C" {
 
 long __stdcall QXNetDBConnect(const char* location) noexcept {
-  if (!location) return kFailed;
-  Connection() = Database::Open(windows::FromCodePage(location));
-  return Connection() ? kDone : kFailed;
+  return Connect(location);
 }
 
 long __stdcall QXNetDBGetEquip(const char* kind, long* numbers) noexcept {
@@ -61,9 +50,7 @@ long __stdcall QXNetDBGetDriveInfo(long number, long* value, char* attribute, ch
 }
 
 long __stdcall QXNetDBClose() noexcept {
-  if (!Connection()) return kFailed;
-  Connection().reset();
-  return kDone;
+  return Disconnect();
 }
 
 }  // extern "C"

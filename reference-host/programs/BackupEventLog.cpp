@@ -9,8 +9,7 @@
 #include <sstream>
 #include <string>
 
-#include "common/HostPaths.h"
-#include "programs/OwnFolder.h"
+#include "common/Host.h"
 #include "windows/adapters/Text.h"
 
 namespace {
@@ -75,7 +74,7 @@ bool WriteText(const std::wstring& path, const std::string& text) {
 }  // namespace
 
 int wmain() {
-  const std::wstring folder = programs::OwnFolder();
+  const std::wstring folder = reference::OwnFolder();
   if (folder.empty()) return 1;
   const std::wstring system = folder + L"System.evt", application = folder + L"Application.evt";
   const bool first = SaveEventLog(L"System", system) || WriteText(system, SystemDescription());

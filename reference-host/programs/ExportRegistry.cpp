@@ -7,8 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "common/HostPaths.h"
-#include "programs/OwnFolder.h"
+#include "common/Host.h"
 
 namespace {
 
@@ -80,7 +79,7 @@ bool ExportKey(const std::wstring& path, std::wstring& output) {
 }  // namespace
 
 int wmain() {
-  const std::wstring folder = programs::OwnFolder();
+  const std::wstring folder = reference::OwnFolder();
   std::wstring output = L"\xFEFFWindows Registry Editor Version 5.00\r\n";
   if (folder.empty() || !ExportKey(reference::kHostKey, output)) return 1;
   std::ofstream file((folder + L"Tarsus.reg").c_str(), std::ios::binary);

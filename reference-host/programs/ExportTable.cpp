@@ -17,7 +17,6 @@
 #include <vector>
 
 #include "common/Database.h"
-#include "common/HostPaths.h"
 #include "windows/adapters/Text.h"
 
 namespace {
@@ -73,8 +72,7 @@ int wmain(int count, wchar_t** arguments) {
   }
   std::vector<std::string> withheld;
   for (int index = 4; index < count; ++index) withheld.push_back(windows::Utf8(arguments[index]));
-  const auto connection = reference::ReadPathEntry(windows::Utf8(arguments[1]));
-  const auto database = connection ? reference::Database::Open(*connection) : nullptr;
+  const auto database = reference::Database::OpenEntry(windows::Utf8(arguments[1]));
   if (!database) return Fail("the database cannot be opened");
   std::string error;
   const auto rows =

@@ -30,6 +30,9 @@ struct BackupSet {
 
 inline constexpr char kDescriptorFile[] = "BackupInfo.ini";
 
+/// Of the host: the versions of its data, by the categories' words.
+inline constexpr char kVersionFile[] = "BackupVersion.ini";
+
 /// What the label of every backup medium says.
 inline constexpr char kVolumeLabel[] = "BACKUP";
 

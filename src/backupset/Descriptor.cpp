@@ -11,8 +11,6 @@
 namespace backupset {
 namespace {
 
-constexpr char kVersionFile[] = "BackupVersion.ini";
-
 /// Writes line by line; after a failure nothing more is written.
 class Writer {
  public:

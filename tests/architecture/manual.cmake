@@ -1,6 +1,6 @@
-# The documents name what the code uses: every message stands in the manual's table and none is
-# invented there, every text stands in the integrators' table, both stand in the demonstration's
-# catalogue, every name that the host must know stands in the integrators' description, and every
+# The documents name what the code uses: every number of app/MessageIds.h is used; every message stands in
+# the manual's table and none is invented there, every text stands in the integrators' table, both stand in the
+# demonstration's catalogue, and no number stands anywhere else in the code; every name that the host must know stands in the integrators' description, and every
 # line of the operation log in the manual. The integrators' check tool asks for every operation of a
 # component and every entry of the path table; what else it looks for, it takes from the program's
 # own code.
@@ -12,7 +12,7 @@ cmake_minimum_required(VERSION 3.25)
 # The sources of a folder in one text.
 function(read_code folder result)
   file(GLOB_RECURSE files "${folder}/*.h" "${folder}/*.cpp")
-  list(FILTER files EXCLUDE REGEX "/windows/(toolkit|resources)/")
+  list(FILTER files EXCLUDE REGEX "/windows/(toolkit|resources)/|/app/MessageIds.h$")
   set(code "")
   foreach(file IN LISTS files)
     file(READ "${file}" text)
@@ -33,9 +33,23 @@ foreach(document manual/messages.md manual/log.md host-integration.md)
   file(READ "${DOCS}/${document}" ${document})
 endforeach()
 
-# The numbers that fit `pattern` in the code, against the rows that begin with one in `document`.
+# The numbers have one home, and each is used by its name.
+file(READ "${SOURCES}/app/MessageIds.h" numbers)
+string(REGEX MATCHALL "\n  [A-Za-z]+ = [1-9][0-9]*" names "${numbers}")
+foreach(line IN LISTS names)
+  string(REGEX REPLACE "^\n  ([A-Za-z]+) = .*" "\\1" name "${line}")
+  if(NOT code MATCHES "[^A-Za-z]${name}[^A-Za-z]")
+    message(SEND_ERROR "app/MessageIds.h: nothing uses ${name}")
+  endif()
+endforeach()
+string(REGEX MATCH "[^0-9A-Za-z_.'](6[0-6][0-9][0-9][0-9]|1000[0-3])[^0-9A-Za-z_]" literal "${code}")
+if(literal)
+  message(SEND_ERROR "a message number stands outside app/MessageIds.h: ${literal}")
+endif()
+
+# The numbers that fit `pattern`, against the rows that begin with one in `document`.
 function(check_numbers document pattern)
-  string(REGEX MATCHALL "[^0-9A-Za-z_.]${pattern}[^0-9A-Za-z_]" found "${code}")
+  string(REGEX MATCHALL " = ${pattern}," found "${numbers}")
   string(REGEX REPLACE "[^0-9;]" "" used "${found}")
   list(REMOVE_DUPLICATES used)
   string(REGEX MATCHALL "\n\\| ${pattern} \\|" found "${${document}}")
@@ -79,13 +93,13 @@ function(check_names place quote)
 endfunction()
 
 set(operations "component_\\.[A-Za-z]+\\([^\"]*L\"[A-Za-z0-9]+\"")
-check_names(check_tool "\"" "${operations}" "GetPathEntry\\([a-zA-Z_]+, \"[A-Za-z]+\""
-  "FolderFromPathTable\\([a-zA-Z_]+, \"[A-Za-z]+\"")
-check_names(manual/log.md "" "(WriteLog|WarnOfLoss)\\([^\"@{?]*\"[^\"]+\"")
+check_names(check_tool "\"" "${operations}" "GetPathEntry(OrShow)?\\(\"[A-Za-z]+\"" "FolderFromPathTable\\([a-zA-Z_]+, \"[A-Za-z]+\"")
+# A cause that is a line of the log begins with a capital letter.
+check_names(manual/log.md "" "(WriteLog|WarnOfLoss)\\([^\"@{?]*\"[^\"]+\"" "Failure\\(\"[A-Z][^\"]+\"")
 check_names(host-integration.md "" "${operations}"
   "Find\\(\"[^\"]+\""                                            # exports of the host's libraries
   "L\"(Tarsus|ADODB|DAO)\\.[^\"]+\""                              # components
-  "(GetPathEntry|GetString|FolderFromPathTable)\\([^\"]*\"[A-Za-z]+\""
+  "(GetPathEntry|GetPathEntryOrShow|GetString|FolderFromPathTable)\\([^\"@]*\"[A-Za-z]+\""
   "Reg[GS]etKey[A-Z]+\\(\"[^\"]+\""
   "{\"(BU[A-Za-z]+|Color[A-Za-z]+)\""                              # registry: looks
   "\"([A-Z]+_(BACKUP|RESTORE|DELETE)|MAINTENANCE|PERSONALINFOPROTECTION)\""

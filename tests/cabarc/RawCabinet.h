@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "cabarc/Checksum.h"
+#include "cabarc/CabFormat.h"
 
 struct RawMember {
   std::string name;

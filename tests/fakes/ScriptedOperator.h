@@ -70,6 +70,9 @@ class ScriptedOperator {
                                   std::function<void()> before = {}) {
     return Add({NameOf(id), [=](forms::Form*) { before ? before() : void(); }, answer});
   }
+  ScriptedOperator& ExpectMessage(base::MessageId id, std::function<void()> before) {
+    return ExpectMessage(id, host::Answer::NotShown, std::move(before));
+  }
   /// The plain message box of start-up appears with this text.
   ScriptedOperator& ExpectPlainMessage(const std::string& text) { return Add({"plain message: " + text}); }
   /// The folder browser opens and yields `folder`, empty for a cancel.

@@ -1,7 +1,7 @@
 // Any command line of the archiver, one argument a line, and behind a form feed the contents of a list file.
 #include "cabarc/CommandLine.h"
 #include "FuzzTarget.h"
-#include "app/TextFormat.h"
+#include "base/Text.h"
 #include "cabarc/MemberNames.h"
 
 namespace {
@@ -28,7 +28,7 @@ Arguments Written(const CommandLine& line) {
 Arguments Lines(std::string list) {
   if (list.starts_with("\xEF\xBB\xBF")) list.erase(0, 3);
   Arguments lines;
-  for (std::string line : app::Split(list, '\n')) {
+  for (std::string line : base::Split(list, '\n')) {
     if (line.ends_with('\r')) line.pop_back();
     if (!line.empty()) lines.push_back(line);
   }
@@ -41,7 +41,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const fuzz::Scratch scratch;
   const auto [text, list] = fuzz::SplitAt(data, size, '\f');
   std::ofstream("list", std::ios::binary) << list;
-  Arguments arguments = app::Split(text, '\n');
+  Arguments arguments = base::Split(text, '\n');
   for (std::string& argument : arguments) {
     if (argument.starts_with('@')) argument = "@list";  // no other file is to be read
   }

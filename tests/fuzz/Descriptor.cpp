@@ -1,17 +1,19 @@
 // Any bytes as BackupInfo.ini and BackupVersion.ini, with a form feed between them: the set is judged as a second,
 // plainer reader judges it.
 #include "FuzzTarget.h"
-#include "app/TextFormat.h"
-#include "app/WindowsPath.h"
+#include "app/MessageIds.h"
+#include "base/Text.h"
 #include "fakes/FakeHost.h"
 #include "fakes/Text.h"
 #include "restore/BackupSet.h"
 
 namespace {
 
-// What is found out about a set; of one that is refused, the code alone.
+using enum base::MessageId;
+
+// What is found out about a set; of one that is refused, its message alone.
 struct Verdict {
-  std::int32_t code = 0;
+  base::MessageId refusal{};
   std::string appVersion{}, date{};
   decltype(restore::BackupSet::offers) offers{};
 
@@ -20,21 +22,21 @@ struct Verdict {
 
 // The value of the first line that begins with the key and "=".
 std::string Value(const std::string& file, const std::string& key) {
-  for (std::string line : app::Split(file, '\n')) {
+  for (std::string line : base::Split(file, '\n')) {
     if (line.ends_with('\r')) line.pop_back();
-    if (line.starts_with(key + "=")) return app::Trim(fakes::FromCodePage(line.substr(key.size() + 1)));
+    if (line.starts_with(key + "=")) return base::Trim(fakes::FromCodePage(line.substr(key.size() + 1)));
   }
   return {};
 }
 
 Verdict Expected(const std::string& info, const std::string& versions) {
   const std::string type = Value(info, "AppType");
-  Verdict verdict{0, Value(info, "AppVersion"), Value(info, "Date")};
-  if (type.empty()) return {60427};
-  if (type != "Tarsus") return {60429};
-  if (verdict.appVersion.empty()) return {60427};
-  if (!verdict.appVersion.starts_with("3.")) return {60430};
-  if (verdict.date.empty()) return {60427};
+  Verdict verdict{None, Value(info, "AppVersion"), Value(info, "Date")};
+  if (type.empty()) return {DescriptorIncomplete};
+  if (type != "Tarsus") return {OtherApplication};
+  if (verdict.appVersion.empty()) return {DescriptorIncomplete};
+  if (!verdict.appVersion.starts_with("3.")) return {OtherVersion};
+  if (verdict.date.empty()) return {DescriptorIncomplete};
   for (std::size_t i = 0; i < restore::kCategories; ++i) {
     const std::string key = restore::kCategoryTable[i].key;
     const std::string stamp = Value(info, key);
@@ -56,8 +58,8 @@ Verdict Inspected(const std::string& info, const std::string& versions) {
   application.state.SoftwareVersion = "3.00";
   application.appearance.ApplicationName = "Tarsus.exe";
   restore::BackupSet set;
-  if (const std::int32_t code = restore::InspectBackupSet(application, set); code != 0) return {code};
-  return {0, set.appVersion, set.date, set.offers};
+  if (const base::MessageId refusal = restore::InspectBackupSet(application, set); refusal != None) return {refusal};
+  return {None, set.appVersion, set.date, set.offers};
 }
 
 }  // namespace

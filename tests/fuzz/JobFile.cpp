@@ -1,7 +1,7 @@
 // Any bytes as BackupList.ini. The input is the section to load, a line end, and the file.
 #include "FuzzTarget.h"
-#include "app/WindowsPath.h"
 #include "backup/JobDefinitions.h"
+#include "base/Text.h"
 #include "fakes/FakeHost.h"
 #include "fakes/Text.h"
 
@@ -13,13 +13,13 @@ constexpr const char* kKeyNames[backup::kJobKeys] = {"BatFile", "CommonFile", "E
 using Section = std::vector<std::vector<std::string>>;  // the items of each key
 
 // What is loaded of a file, and how that ended.
-std::pair<app::ResultCode, backup::JobDefinitions> Loaded(const std::string& file, const std::string& section) {
+std::pair<base::Result, backup::JobDefinitions> Loaded(const std::string& file, const std::string& section) {
   fakes::FakeHost host;
   host.disk.AddDrive('C', "", fakes::kUnlimited);
   host.disk.Write("C:\\BackupList.ini", file);
   app::Application application(host.Contracts(), host.toolkit);
   backup::JobDefinitions definitions;
-  const app::ResultCode code = definitions.Load(application, "C:", backup::kJobDefinitionFile, section);
+  const base::Result code = definitions.Load(application, "C:", backup::kJobDefinitionFile, section);
   return {code, definitions};
 }
 
@@ -50,22 +50,22 @@ std::string Rewritten(const std::string& section, const Section& items) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto [name, file] = fuzz::SplitAt(data, size, '\n');
-  const std::string section = app::Trim(name);
+  const std::string section = base::Trim(name);
   const auto [code, definitions] = Loaded(file, name);
-  fuzz::Require(code == app::kDone || code == app::kFailed, "loading answers done or failed");
+  fuzz::Require(code == base::Result::Done || code == base::Result::Failed, "loading answers done or failed");
   const Section items = Items(definitions, section);
   for (const auto& list : items) {
     const std::string value = Joined(list);
-    fuzz::Require(value == app::Trim(value), "a value has no blanks around it");
+    fuzz::Require(value == base::Trim(value), "a value has no blanks around it");
     fuzz::Require(value.find('\n') == std::string::npos, "a value is on one line");
   }
   for (const std::string other : {"PATIENT_BACKUP", "LOG_DELETE", "REPORTSET_RESTORE"}) {
     fuzz::Require(other == section || Items(definitions, other) == Section(backup::kJobKeys),
                   "a section takes nothing from another one");
   }
-  if (code != app::kDone || backup::SectionIndex(section) < 0) return 0;
+  if (code != base::Result::Done || backup::SectionIndex(section) < 0) return 0;
   const auto [codeAgain, again] = Loaded(Rewritten(section, items), section);
-  fuzz::Require(codeAgain == app::kDone, "a rewritten section loads");
+  fuzz::Require(codeAgain == base::Result::Done, "a rewritten section loads");
   fuzz::Require(Items(again, section) == items, "a rewritten section says the same");
   return 0;
 }

@@ -1,7 +1,8 @@
 // Patterns and texts against plain matchers that try everything. The input is a pattern, a line end, and a text.
 #include "FuzzTarget.h"
-#include "app/TextFormat.h"
-#include "app/Unicode.h"
+#include "base/Text.h"
+#include "base/Unicode.h"
+#include "base/Wildcard.h"
 #include "cabarc/MemberNames.h"
 
 namespace {
@@ -60,8 +61,8 @@ bool Fits(const std::vector<Place>& places, const Characters& text) {
 }
 
 Characters Folded(const std::string& text) {
-  Characters characters = app::ToCharacters(text);
-  std::transform(characters.begin(), characters.end(), characters.begin(), app::FoldCase);
+  Characters characters = base::ToCharacters(text);
+  std::transform(characters.begin(), characters.end(), characters.begin(), base::FoldCase);
   return characters;
 }
 
@@ -69,11 +70,11 @@ Characters Folded(const std::string& text) {
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const auto [pattern, text] = fuzz::SplitAt(data, size, '\n');
-  const bool fits = Fits(Places(app::ToCharacters(pattern), true), app::ToCharacters(text));
-  fuzz::Require(app::MatchesPattern(text, pattern) == fits, "patterns with lists");
+  const bool fits = Fits(Places(base::ToCharacters(pattern), true), base::ToCharacters(text));
+  fuzz::Require(base::MatchesPattern(text, pattern) == fits, "patterns with lists");
 
   const bool named = pattern == "*.*" || Fits(Places(Folded(pattern), false), Folded(text));
-  fuzz::Require(app::MatchesFileName(text, pattern) == named, "file name patterns");
+  fuzz::Require(base::MatchesFileName(text, pattern) == named, "file name patterns");
   // The archiver folds the letters of ASCII alone.
   if (cabinet::IsAscii(pattern) && cabinet::IsUtf8(text)) {
     fuzz::Require(cabinet::Matches(pattern, text) == named, "the archiver's patterns");

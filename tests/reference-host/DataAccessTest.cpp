@@ -5,7 +5,7 @@
 #include <fstream>
 
 #include "common/Database.h"
-#include "common/HostPaths.h"
+#include "common/Host.h"
 #include "windows/adapters/AdoCatalogueTable.h"
 #include "windows/adapters/DaoDatabaseCompactor.h"
 #include "windows/adapters/Dispatch.h"

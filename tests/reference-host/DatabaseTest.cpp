@@ -6,7 +6,7 @@
 
 #include <map>
 
-#include "common/HostPaths.h"
+#include "common/Host.h"
 
 namespace {
 

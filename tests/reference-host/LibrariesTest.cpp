@@ -1,7 +1,7 @@
 // The host libraries as the program meets them, through its own adapters: names, answers, and the sizes of buffers.
 #include <gtest/gtest.h>
 
-#include "common/HostPaths.h"
+#include "common/Host.h"
 #include "windows/adapters/Qx32Library.h"
 #include "windows/adapters/Qx32libLibrary.h"
 #include "windows/adapters/QxNetDBLibrary.h"

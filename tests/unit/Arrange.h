@@ -9,9 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "app/MessageIds.h"
 #include "fakes/FakeHost.h"
+#include "fakes/Printing.h"
 
-using Ids = std::vector<std::int32_t>;  ///< of messages
+using Ids = std::vector<base::MessageId>;
 using Names = std::vector<std::string>;
 using Paths = Names;
 
@@ -52,8 +54,10 @@ inline Arrangement SystemFile(const std::string& name, const std::vector<std::st
 inline Arrangement Jobs(const std::vector<std::string>& lines) {
   return SystemFile("BackupList.ini", lines);
 }
+/// An answer of the media component that means nothing.
+inline constexpr host::DriveStatus kMeaningless{99};
 /// What the media component answers, one after the other.
-inline Arrangement Statuses(char drive, const std::deque<std::int32_t>& statuses) {
+inline Arrangement Statuses(char drive, const std::deque<host::DriveStatus>& statuses) {
   return [=](fakes::FakeHost& host) { host.Told().mediaStatuses[drive] = statuses; };
 }
 inline Arrangement NoMedium(const char* drive) {

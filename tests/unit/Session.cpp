@@ -7,10 +7,30 @@
 
 namespace {
 
+using enum base::MessageId;
+
 constexpr const char* kHostRoot = "C:\\Tarsus";
 
 constexpr const char* kOwnFiles[] = {"Log\\BackupUtility.log", "Data\\Patients.bcp", "Config\\Station.mdb",
                                      "Param\\Protocol.mdb"};
+
+/// Of each dialog: its title, and the captions of its controls in their order.
+const std::map<std::string, Ids> kCaptions = {
+    {"frmUserAuthentication", {SignInTitle, UserCaption, PasswordCaption, OkCaption, CancelCaption}},
+    {"frmMainMenu", {MainMenuTitle, BackupMenuCaption, RestoreMenuCaption, MaintenanceMenuCaption, EndCaption}},
+    {"frmBackup",
+     {BackupTitle, BackupFrameCaption, BackupPatientCaption, BackupSystemCaption, BackupLogCaption, DeleteLogCaption,
+      BackupReportCaption, StartCaption, CancelCaption}},
+    {"frmSelectFolder", {SelectFolderTitle, FolderCaption, BrowseCaption, SpaceCaption, OkCaption, CancelCaption}},
+    {"frmRestore",
+     {RestoreTitle, SetFrameCaption, AppVersionCaption, BackupDateCaption, RestoreFrameCaption, RestorePatientCaption,
+      SetupInfoCaption, RestoreMenuDataCaption, RestoreSystemCaption, RestoreUserCaption, RestoreExplanationCaption,
+      RestoreReportSetCaption, RestoreReportCaption, RestoreIPCounterCaption, StartCaption, CancelCaption}},
+    {"frmMaintenance",
+     {MaintenanceTitle, MaintenanceIntroduction, PatientCountCaption, StudyCountCaption, UserCountCaption, ImagesHint,
+      PrivacyFrameCaption, ProtectCaption, IncludeCaption, ImagesFrameCaption, AllImagesCaption, RecentImagesCaption,
+      DaysCaption, StartCaption, CancelCaption}},
+};
 
 }  // namespace
 
@@ -33,12 +53,10 @@ void Session::StartBackup(const Ticks& ticks) {
   });
 }
 
-void Session::StartRestore(const std::string& ticks) {
+void Session::StartRestore(const Boxes& ticks) {
   At<frmRestore>([=](frmRestore& form) {
-    for (std::size_t i = 0; i < kBoxes.size(); ++i) {
-      forms::CheckBox& box = form.*kBoxes[i];
-      if (box.Value() != (ticks[i] == 'x')) fakes::Tick(box, ticks[i] == 'x');
-    }
+    for (const Box box : kAllBoxes)
+      if (BoxOf(form, box).Value() != ticks.contains(box)) fakes::Tick(BoxOf(form, box), ticks.contains(box));
     fakes::Press(form.cmdStart);
   });
 }
@@ -48,7 +66,7 @@ void Session::StartMaintenance(bool unprotected) {
     if (unprotected) fakes::Tick(form.Option2);
     fakes::Press(form.cmdStart);
   });
-  if (unprotected) See({64530});
+  if (unprotected) See({AskUnprotected});
 }
 
 void Session::AcceptFolder(const std::string& folder) {
@@ -58,13 +76,13 @@ void Session::AcceptFolder(const std::string& folder) {
   });
 }
 
-void Session::See(const Ids& messages, std::int32_t answer) {
-  for (const std::int32_t id : messages) person.ExpectMessage(id, answer);
+void Session::See(const Ids& messages, host::Answer answer) {
+  for (const base::MessageId id : messages) person.ExpectMessage(id, answer);
 }
 
 void Session::BeginBackup(const Ticks& ticks) {
   SignIn();
-  OpenMenuItem(0);
+  OpenMenuItem(Menu::Backup);
   StartBackup(ticks);
 }
 
@@ -75,7 +93,7 @@ void Session::BackUpTo(const std::string& folder, const Ticks& ticks) {
 
 void Session::BeginRestore(const std::string& folder, const std::string& user) {
   SignIn(user);
-  OpenMenuItem(1);
+  OpenMenuItem(Menu::Restore);
   AcceptFolder(folder);
 }
 
@@ -85,21 +103,21 @@ void Session::EndAfter(const Ids& messages) {
   Run();
 }
 
-void Session::LeaveBackupAfter(const Ids& messages, std::int32_t answer) {
+void Session::LeaveBackupAfter(const Ids& messages, host::Answer answer) {
   See(messages, answer);
-  if (!messages.empty() && messages.back() == 65301) Cancel<frmSelectFolder>();
+  if (!messages.empty() && messages.back() == BackupStopped) Cancel<frmSelectFolder>();
   At<frmBackup>([](frmBackup& form) {
     EXPECT_EQ(form.chkDeleteLog.Enabled(), form.chkLogData.Value());
     fakes::Press(form.cmdCancel);
   });
   EndAfter({});
   EXPECT_EQ(ChangedHostFiles(), Paths());
-  EXPECT_EQ(IsBackupDated(), !messages.empty() && messages.back() == 60510);
+  EXPECT_EQ(IsBackupDated(), !messages.empty() && messages.back() == BackupNotRecorded);
 }
 
-void Session::LeaveRestoreAfter(const Ids& messages, std::int32_t answer) {
+void Session::LeaveRestoreAfter(const Ids& messages, host::Answer answer) {
   See(messages, answer);
-  if (!messages.empty() && messages.back() == 65401) Cancel<frmRestore>();
+  if (!messages.empty() && messages.back() == RestoreStopped) Cancel<frmRestore>();
   Cancel<frmSelectFolder>();
   EndAfter({});
 }
@@ -115,7 +133,13 @@ void Session::Run() {
 }
 
 void Session::ExpectReadyForInput(const forms::Form& form) const {
-  EXPECT_NE(form.Title(), "") << form.Name();
+  Names captions = {form.Title()};
+  for (const forms::Control* control : form.Controls())
+    if (control->CaptionId() != forms::kNoCaption) captions.push_back(control->Caption());
+  Names wanted;
+  for (const base::MessageId id : kCaptions.at(form.Name()))
+    wanted.push_back(catalogue.rows.contains(id) ? *catalogue.rows.at(id) : "Not Defined!");
+  EXPECT_EQ(captions, wanted) << form.Name();
   EXPECT_NE(form.CancelButton(), nullptr) << form.Name();
   EXPECT_EQ(form.DefaultButton() == nullptr, form.Name() == "frmMainMenu") << form.Name();
   EXPECT_EQ(toolkit.pointer, forms::Pointer::Default) << form.Name();
@@ -150,11 +174,9 @@ void Session::RunUnchecked() {
   };
   hostFiles_ = disk.Tree(kHostRoot);
   app::Application application(Contracts(), toolkit);
-  application.state.PendingMessageId = 60260;  // start-up forgets it
   try {
     operator_access::Dialogs dialogs;
     app::Main(application, dialogs);
-    EXPECT_FALSE(application.messageDialog || application.operationRecorder) << "left to the end of the process";
   } catch (const fakes::ProcessEnded&) {
   } catch (const fakes::ScriptFailed&) {  // the test has failed already
   }
@@ -163,7 +185,7 @@ void Session::RunUnchecked() {
 
 void Session::BackUpEverything() {
   BackUpTo(kSetFolder, kEverything);
-  EndAfter({64302, 65300});
+  EndAfter({AskMakeBackupFolder, BackupComplete});
   Told().auditRecords.clear();
   Told().logLines.clear();
   Told().operations.clear();

@@ -1,7 +1,7 @@
 // One session at the demo workstation: the whole program from start-up to exit, and what its operator does.
 #pragma once
 
-#include <array>
+#include <set>
 #include <utility>
 
 #include "access/Dialogs.h"
@@ -42,11 +42,23 @@ inline constexpr Ticks kEverything{true, true, true, true};
 inline constexpr Ticks kReportOnly{.report = true};
 inline constexpr Ticks kLogsToDelete{.log = true, .deleteLogs = true};
 
+/// The main menu's items.
+enum class Menu { Backup, Restore, MaintenanceLog };
+inline forms::CommandButton& Button(frmMainMenu& form, Menu item) {
+  return form.cmdMenu[static_cast<std::size_t>(item)];
+}
+
 /// The restore dialog's boxes, in the order of the categories.
-inline constexpr std::array<forms::CheckBox frmRestore::*, restore::kCategories> kBoxes = {
-    &frmRestore::chkPatientData, &frmRestore::chkMenuData,        &frmRestore::chkSystemData,
-    &frmRestore::chkUserData,    &frmRestore::chkExplanationData, &frmRestore::chkReportSetData,
-    &frmRestore::chkReportData,  &frmRestore::chkIPCounter};
+enum class Box { Patient, Menu, System, User, Explanation, ReportSet, Report, Counter };
+using Boxes = std::set<Box>;
+inline const Boxes kAllBoxes = {Box::Patient,     Box::Menu,      Box::System, Box::User,
+                                Box::Explanation, Box::ReportSet, Box::Report, Box::Counter};
+inline forms::CheckBox& BoxOf(frmRestore& form, Box box) {
+  forms::CheckBox* const boxes[] = {&form.chkPatientData, &form.chkMenuData,        &form.chkSystemData,
+                                    &form.chkUserData,    &form.chkExplanationData, &form.chkReportSetData,
+                                    &form.chkReportData,  &form.chkIPCounter};
+  return *boxes[static_cast<std::size_t>(box)];
+}
 
 struct Session : fakes::FakeHost {
   explicit Session(const Arrangement& arrange = Nothing) {
@@ -74,20 +86,19 @@ struct Session : fakes::FakeHost {
     Press(&F::cmdCancel, keys);
   }
   void SignIn(const std::string& name = fakes::kServiceUser, const std::string& password = "secret");
-  /// 0 the backup, 1 the restore, 2 the maintenance log.
-  void OpenMenuItem(std::size_t item) {
-    At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(form.cmdMenu[item]); });
+  void OpenMenuItem(Menu item) {
+    At<frmMainMenu>([=](frmMainMenu& form) { fakes::Press(Button(form, item)); });
   }
   /// Ticks exactly these boxes and presses start.
   void StartBackup(const Ticks& ticks);
-  /// The same in the restore dialog, one character for each box: "x" or "-".
-  void StartRestore(const std::string& ticks = "xxxxxxxx");
+  /// The same in the restore dialog.
+  void StartRestore(const Boxes& ticks = kAllBoxes);
   /// Without protection when it is said to be confirmed.
   void StartMaintenance(bool unprotected = false);
   /// OK in the selection dialog, on the proposed folder or on another one.
   void AcceptFolder(const std::string& folder = {});
   /// These messages come, all with the same answer.
-  void See(const Ids& messages, std::int32_t answer = app::kConsented);
+  void See(const Ids& messages, host::Answer answer = host::Answer::Consented);
 
   // From the sign-in on, with every right.
   /// Up to the selection dialog.
@@ -102,8 +113,8 @@ struct Session : fakes::FakeHost {
   void EndAfter(const Ids& messages);
   /// The last message says whether a backup has failed or was stopped; closes what is still open then. The host's
   /// files are as they were, and no backup is dated unless all but its audit record was written.
-  void LeaveBackupAfter(const Ids& messages, std::int32_t answer = app::kConsented);
-  void LeaveRestoreAfter(const Ids& messages, std::int32_t answer = app::kConsented);
+  void LeaveBackupAfter(const Ids& messages, host::Answer answer = host::Answer::Consented);
+  void LeaveRestoreAfter(const Ids& messages, host::Answer answer = host::Answer::Consented);
 
   /// The program, from start-up to exit. Checks what holds at every exit.
   void Run();

@@ -4,7 +4,8 @@
 #include <algorithm>
 
 #include "app/Application.h"
-#include "backup/JobContext.h"
+#include "backupset/SetWriter.h"
+#include "jobs/Items.h"
 #include "unit/Arrange.h"
 
 struct Workstation {
@@ -26,33 +27,17 @@ class AppTest : public testing::Test, public Workstation {};
 /// Opens the catalogue as start-up does.
 class CatalogueTest : public AppTest {
  public:
-  CatalogueTest() { host.catalogue.Open("", host.catalogue.tableName); }
+  CatalogueTest() { static_cast<void>(host.catalogue.Open("", host.catalogue.tableName)); }
 };
 
-/// Notes what the job runner asks of the maintenance room.
-struct NotedCollectors : backup::MaintenanceCollectors {
-  Names asked;
-  app::ResultCode personalInfo = app::kDone;
-
-  void RunMaintenanceScript(backup::ScriptPhase phase) override {
-    asked.push_back("script " + std::to_string(static_cast<int>(phase)));
-  }
-  app::ResultCode ApplyPersonalInfoList(const std::string& section) override {
-    asked.push_back("personal info of " + section);
-    return personalInfo;
-  }
-  void CopyRecentImages(const std::string& stagingFolder) override { asked.push_back("images to " + stagingFolder); }
-  app::ResultCode ImportClientLogs() override {
-    asked.push_back("client logs");
-    return app::kFailed;
-  }
-};
-
-/// Signed in, with a staging folder, and a job file of the test's own.
+/// Signed in, with a work folder, and a job file of the test's own.
 struct JobStation : Workstation {
   JobStation() {
-    host.catalogue.Open("", host.catalogue.tableName);
-    host.disk.MakeFolders(kStaging);
+    static_cast<void>(host.catalogue.Open("", host.catalogue.tableName));
+    host.disk.MakeFolders("C:\\Work");
+    host.files.temporaryFolder = "C:\\Work\\";
+    EXPECT_TRUE(packed.workFolder.Create(host.clock).IsDone());
+    EXPECT_EQ(packed.workFolder.StagingFolder(), kStaging);
     app::State& state = application.state;
     state.StartupDirectory = fakes::kProgramFolder;
     state.LogFolder = "C:\\Tarsus\\Log";
@@ -60,24 +45,32 @@ struct JobStation : Workstation {
     state.ApplicationRootFolder = "C:\\Tarsus\\";
     state.UserFolder = "C:\\Tarsus\\User\\";
     state.SoftwareVersion = "3.00";
-    state.StagingFolder = kStaging;
     state.CurrentOperation = app::Operation::Backup;
     application.appearance.ApplicationName = "Tarsus.exe";
   }
 
-  static constexpr const char* kStaging = "C:\\Work\\";
+  static constexpr const char* kStaging = "C:\\Work\\120315093012\\";
 
   /// Replaces the job file by one section and loads it.
-  app::ResultCode LoadSection(const std::string& section, Names lines) {
+  base::Outcome LoadSection(const std::string& section, Names lines) {
     lines.insert(lines.begin(), "[" + section + "]");
     Jobs(lines)(host);
-    return definitions.Load(application, fakes::kSystemFolder, backup::kJobDefinitionFile, section);
+    return definitions.Load(tools, fakes::kSystemFolder, jobs::kJobDefinitionFile, section);
   }
   Names Staged() { return NamesBelow(kStaging); }
 
-  backup::JobDefinitions definitions;
-  NotedCollectors collectors;
-  backup::JobContext job{application, definitions, collectors};
+  work::Tools tools = work::ToolsOf(application);
+  jobs::JobDefinitions definitions;
+  backupset::PackedSet packed{{host.files, fakes::kProgramFolder}, {}, 0};
+  jobs::Job job{tools,
+                application.paths,
+                host.components,
+                definitions,
+                packed.workFolder,
+                application.state.ApplicationRootFolder,
+                application.state.SystemFolder,
+                application.state.UserFolder,
+                std::nullopt};
 };
 
 class JobTest : public testing::Test, public JobStation {};

@@ -1,19 +1,44 @@
-// The databases behind the host's components and its network configuration library.
-#include <memory>
+// The message catalogue, and the databases behind the host's components and its network configuration library. The
+// reference host's own catalogue is the list of what the program takes from one.
+#include <charconv>
+#include <string_view>
 
-#include "app/External.h"
+#include "app/StartUp.h"
+#include "base/Text.h"
+#include "host-check/CatalogueText.h"
 #include "host-check/Checks.h"
-#include "media/MediaDrive.h"
+#include "media/MediaDrives.h"
 
 namespace hostcheck {
 namespace {
 
+/// Texts from here on belong to the reference host's message dialog.
+constexpr std::int32_t kFirstOfHost = 67000;
+
+/// What the program shows for a text that it does not find.
+constexpr char kNotDefined[] = "Not Defined!";
+
+void CheckTexts(Report& report, app::Messages& messages) {
+  int found = 0;
+  for (const std::string& line : base::Split(kCatalogue, '\n')) {
+    std::int32_t id = 0;
+    std::from_chars(line.data(), line.data() + line.size(), id);
+    if (id == 0 || id >= kFirstOfHost) continue;
+    if (messages.GetMessageText(app::MessageId{id}) == kNotDefined) {
+      report.Require(false, "catalogue text " + std::to_string(id), line.substr(line.rfind('\t') + 1));
+    } else {
+      ++found;
+    }
+  }
+  report.Require(found > 0, "catalogue texts: " + std::to_string(found), "dialogs, messages and records");
+}
+
 void CheckUsers(Report& report, host::ComponentFactory& components) {
-  std::int32_t status = app::kFailed;
   const auto query = components.CreateUserQuery();
-  if (query) query->Execute("SELECT DISP_NAME, USER_ID FROM V_MUSER ORDER BY USER_ORDER_NO", status);
-  report.Require(status == 0, "view V_MUSER (DISP_NAME, USER_ID, USER_ORDER_NO)", "list of users at sign-in");
-  if (status == 0) report.Expect(query->RowCount() > 0, "rows of V_MUSER", "somebody who can sign in");
+  const bool answers =
+      query && query->Execute("SELECT DISP_NAME, USER_ID FROM V_MUSER ORDER BY USER_ORDER_NO").IsDone();
+  report.Require(answers, "view V_MUSER (DISP_NAME, USER_ID, USER_ORDER_NO)", "list of users at sign-in");
+  if (answers) report.Expect(query->RowCount() > 0, "rows of V_MUSER", "somebody who can sign in");
 }
 
 void CheckStudies(Report& report, host::ComponentFactory& components) {
@@ -29,26 +54,39 @@ void CheckStudies(Report& report, host::ComponentFactory& components) {
        "recent images of a maintenance log"},
   };
   for (const auto& [statement, purpose] : queries) {
-    std::int32_t error = app::kFailed;
     const auto query = components.CreateStudyDatabaseQuery();
-    if (query) query->OpenQuery(statement, error);
-    if (error == 0) query->RecordCount(error);
-    report.Require(error == 0, "study databases: " + std::string(statement), purpose);
+    std::int32_t count = 0;
+    const bool answers = query && query->OpenQuery(statement).IsDone() && query->RecordCount(count).IsDone();
+    report.Require(answers, "study databases: " + std::string(statement), purpose);
   }
 }
 
 void CheckDrives(Report& report, app::Application& application) {
   std::string location;
-  app::GetPathEntry(application, "NetConfigDB", location);
+  static_cast<void>(application.paths.GetPathEntry("NetConfigDB", location));  // the path table has a check of its own
   host::QXNetDB& database = application.host.qxNetDB;
-  const bool open = database.Connect(location) == 0;
+  const bool open = database.Connect(location).IsDone();
   database.Close();
   report.Require(open, "network configuration database", "media drives");
-  const std::string drive = open ? media::GetDefaultMediaDrive(application) : std::string();
+  media::MediaDrives drives(application.host, application.paths, application.messages, application.failures);
+  const std::string drive = open ? drives.GetDefaultMediaDrive() : std::string();
   report.Expect(!drive.empty(), "media drive " + drive, "the first one with the attribute WRITABLE is proposed");
 }
 
 }  // namespace
+
+void CheckCatalogue(Report& report, app::Application& application) {
+  const host::Host& host = application.host;
+  const base::Outcome read = app::InitSystemDatabase(host.qx32, host.qx32lib, application.state.MsgTableName);
+  const auto message = static_cast<std::int32_t>(read.PendingMessageId);
+  report.Require(read.IsDone(), "system configuration database",
+                 read.IsDone() ? "names the message table" : "the start ends with message " + std::to_string(message));
+  std::string connection;
+  static_cast<void>(application.paths.GetPathEntry("LangStrDB", connection));  // the path table has a check of its own
+  const bool open = application.messages.OpenMessageCatalogue(connection, application.state.MsgTableName).IsDone();
+  report.Require(open, "catalogue table " + application.state.MsgTableName, "all texts of the program");
+  if (open) CheckTexts(report, application.messages);
+}
 
 void CheckDatabases(Report& report, app::Application& application) {
   CheckUsers(report, application.host.components);

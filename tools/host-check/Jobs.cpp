@@ -1,17 +1,15 @@
 // BackupList.ini with everything that it names, and BackupVersion.ini.
 #include <vector>
 
-#include "app/External.h"
-#include "app/PathVariables.h"
-#include "app/WindowsPath.h"
-#include "backup/Descriptor.h"
-#include "backup/JobDefinitions.h"
+#include "backupset/Descriptor.h"
+#include "base/Path.h"
 #include "host-check/Checks.h"
+#include "jobs/Items.h"
 
 namespace hostcheck {
 namespace {
 
-using backup::JobKey;
+using jobs::JobKey;
 
 struct KeyName {
   JobKey key;
@@ -33,29 +31,30 @@ bool IsCommandLine(const std::string& section, JobKey key) {
 
 /// A file that fits the pattern, or a folder.
 bool IsThere(host::FileSystem& files, const std::string& path) {
-  if (files.FolderExists(app::WithoutTrailingBackslash(path))) return true;
+  if (files.FolderExists(base::WithoutTrailingBackslash(path))) return true;
   std::vector<host::FolderEntry> entries;
-  return files.List(app::FolderOf(path), app::FileNameOf(path), entries) == app::kDone && !entries.empty();
+  return files.List(base::FolderOf(path), base::FileNameOf(path), entries).IsDone() && !entries.empty();
 }
 
 void CheckItem(Report& report, app::Application& application, const std::string& subject, JobKey key,
                std::string item) {
-  if (item == backup::kDefaultRegistryCommand) return;
-  if (app::ExpandPathVariable(application, item) != app::kDone) {
+  if (item == jobs::kDefaultRegistryCommand) return;
+  if (!application.paths.ExpandPathVariable(item).IsDone()) {
     return report.Require(false, subject, "the name between % is not in the path table");
   }
   if (IsProgram(key)) {
     return report.Require(application.host.files.FileExists(item), subject, "a program: " + item);
   }
-  if (item.find(':') == std::string::npos) item = application.state.ApplicationRootFolder + item;
+  item = jobs::WithDrive(item, application.state.ApplicationRootFolder);
   report.Expect(IsThere(application.host.files, item), subject, "data, which may come later: " + item);
 }
 
 void CheckSection(Report& report, app::Application& application, const std::string& section) {
-  backup::JobDefinitions definitions;
+  jobs::JobDefinitions definitions;
   const std::string subject = "BackupList.ini [" + section + "]";
   const bool loaded =
-      definitions.Load(application, application.state.SystemFolder, backup::kJobDefinitionFile, section) == app::kDone;
+      definitions.Load(work::ToolsOf(application), application.state.SystemFolder, jobs::kJobDefinitionFile, section)
+          .IsDone();
   report.Require(loaded, subject, "a job; the operation that needs the section ends without it");
   for (const KeyName& key : kKeys) {
     if (IsCommandLine(section, key.key)) continue;
@@ -66,11 +65,11 @@ void CheckSection(Report& report, app::Application& application, const std::stri
 }
 
 void CheckVersions(Report& report, app::Application& application) {
-  for (const char* data : {"PatientData", "MenuData", "SystemData", "UserData", "ExplanationData", "IPCounter",
-                           "ReportSetData", "ReportData"}) {
-    const std::string version =
-        app::ReadIniValue(application, application.state.SystemFolder, backup::kVersionFile, data);
-    report.Require(!version.empty(), std::string(backup::kVersionFile) + " " + data,
+  for (const backupset::Category category : backupset::kDescriptorOrder) {
+    const std::string data = backupset::RowOf(category).versionKey;
+    const std::string version = backupset::ReadIniValue(work::ToolsOf(application), application.state.SystemFolder,
+                                                        backupset::kVersionFile, data);
+    report.Require(!version.empty(), std::string(backupset::kVersionFile) + " " + data,
                    "version of the data; without it no such backup");
   }
 }
@@ -78,10 +77,10 @@ void CheckVersions(Report& report, app::Application& application) {
 }  // namespace
 
 void CheckJobs(Report& report, app::Application& application) {
-  const bool there = application.host.files.FileExists(application.state.SystemFolder + backup::kJobDefinitionFile);
-  report.Require(there, backup::kJobDefinitionFile, "what backup, restore and maintenance log consist of");
+  const bool there = application.host.files.FileExists(application.state.SystemFolder + jobs::kJobDefinitionFile);
+  report.Require(there, jobs::kJobDefinitionFile, "what backup, restore and maintenance log consist of");
   if (there) {
-    for (const std::string_view section : backup::kJobSections) CheckSection(report, application, std::string(section));
+    for (const std::string_view section : jobs::kJobSections) CheckSection(report, application, std::string(section));
   }
   CheckVersions(report, application);
 }

@@ -1,7 +1,6 @@
 // Programs that are started, and room to work in.
-#include "app/External.h"
-#include "app/TextFormat.h"
-#include "app/WindowsPath.h"
+#include "base/Path.h"
+#include "base/Text.h"
 #include "host-check/Checks.h"
 #include "windows/adapters/ApiPath.h"
 #include "windows/adapters/Text.h"
@@ -31,7 +30,7 @@ void CheckArchiver(Report& report, host::FileSystem& files) {
 void CheckHostPrograms(Report& report, app::Application& application) {
   const std::string& system = application.state.SystemFolder;
   std::string exporters;
-  app::GetPathEntry(application, "Temp", exporters);
+  static_cast<void>(application.paths.GetPathEntry("Temp", exporters));  // the path table has a check of its own
   exporters += "\\StudyDB\\BCP\\Export_StudyDB_TXT";
   const struct {
     std::string path;
@@ -48,8 +47,8 @@ void CheckHostPrograms(Report& report, app::Application& application) {
 void CheckRoom(Report& report, app::Application& application) {
   const std::string folder = application.host.files.TemporaryFolder();
   report.Require(MayWriteTo(folder), "right to write to " + folder, "staging folder of every operation");
-  const std::int64_t space = application.host.drives.FreeSpace(app::DriveLetterOf(folder) + ":");
-  const std::string megabytes = app::FormatMegabytes(space < 0 ? 0 : static_cast<std::uint64_t>(space));
+  const std::int64_t space = application.host.drives.FreeSpace(base::DriveLetterOf(folder) + ":");
+  const std::string megabytes = base::FormatMegabytes(space < 0 ? 0 : static_cast<std::uint64_t>(space));
   report.Expect(space >= kLittleSpace, "free space for " + folder + ": " + megabytes + " MB",
                 "the staging folder holds the data and its archives at once");
 }

@@ -1,9 +1,8 @@
 // Registry values and the path table.
 #include <vector>
 
-#include "app/External.h"
 #include "app/StartUp.h"
-#include "app/WindowsPath.h"
+#include "base/Path.h"
 #include "host-check/Checks.h"
 
 namespace hostcheck {
@@ -21,24 +20,24 @@ class EveryQuestion : public host::QX32 {
   };
   const std::vector<Asked>& All() const { return asked_; }
 
-  std::int32_t GetString(const std::string& name, std::size_t capacity, std::string& value) override {
+  base::Outcome GetString(const std::string& name, std::size_t capacity, std::string& value) override {
     return library_.GetString(name, capacity, value);
   }
-  std::int32_t RegGetKeySZ(const std::string& name, std::string& value) override {
+  base::Outcome RegGetKeySZ(const std::string& name, std::string& value) override {
     return Note(name, library_.RegGetKeySZ(name, value));
   }
-  std::int32_t RegGetKeyDWORD(const std::string& name, std::uint32_t& value) override {
+  base::Outcome RegGetKeyDWORD(const std::string& name, std::uint32_t& value) override {
     return Note(name, library_.RegGetKeyDWORD(name, value));
   }
-  std::int32_t RegSetKeySZ(const std::string&, const std::string&) override { return app::kFailed; }
-  std::int32_t RegSetKeyDWORD(const std::string&, std::uint32_t) override { return app::kFailed; }
+  base::Outcome RegSetKeySZ(const std::string&, const std::string&) override { return base::Result::Failed; }
+  base::Outcome RegSetKeyDWORD(const std::string&, std::uint32_t) override { return base::Result::Failed; }
   std::string GetHostname() override { return library_.GetHostname(); }
   std::string GetSoftwareVersion() override { return library_.GetSoftwareVersion(); }
 
  private:
-  std::int32_t Note(const std::string& name, std::int32_t result) {
-    asked_.push_back({name, result != app::kFailed});
-    return app::kDone;
+  base::Outcome Note(const std::string& name, const base::Outcome& read) {
+    asked_.push_back({name, read.IsDone()});
+    return base::Result::Done;
   }
 
   QX32& library_;
@@ -48,17 +47,13 @@ class EveryQuestion : public host::QX32 {
 void CheckRegistry(Report& report, app::Application& application) {
   host::Host& host = application.host;
   EveryQuestion questions(host.qx32);
-  app::Application asking({questions, host.qx32lib, host.qxNetDB, host.components, host.catalogue, host.compactor,
-                           host.files, host.drives, host.processes, host.shell, host.clock, host.messageLoop},
-                          application.toolkit);
-  app::ReadAppearanceSettings(asking);
-  application.appearance = asking.appearance;
+  static_cast<void>(app::ReadAppearanceSettings(questions, application.toolkit, application.appearance));
   for (const auto& [name, found] : questions.All()) {
     report.Require(found, "registry " + name, "read at the start, which ends with message 60322 without it");
   }
   std::uint32_t number = 0;
-  report.Expect(host.qx32.RegGetKeyDWORD("ClientLogBackupNumber", number) != app::kFailed,
-                "registry ClientLogBackupNumber", "client logs kept for each client; 20 where it is missing");
+  report.Expect(host.qx32.RegGetKeyDWORD("ClientLogBackupNumber", number).IsDone(), "registry ClientLogBackupNumber",
+                "client logs kept for each client; 20 where it is missing");
   const std::string version = host.qx32.GetSoftwareVersion();
   report.Require(version.find('.') != std::string::npos, "software version \"" + version + "\"",
                  "compared up to its point when a set is restored");
@@ -99,7 +94,7 @@ constexpr std::size_t kLongestConnection = 256;
 
 void CheckTarget(Report& report, host::FileSystem& files, const PathEntry& entry, const std::string& value) {
   const std::string subject = "path table " + std::string(entry.name) + " = " + value;
-  const bool folder = files.FolderExists(app::WithoutTrailingBackslash(value));
+  const bool folder = files.FolderExists(base::WithoutTrailingBackslash(value));
   switch (entry.kind) {
     case Kind::Connection:
       return report.Require(value.size() <= kLongestConnection, subject, entry.purpose);
@@ -115,25 +110,25 @@ void CheckTarget(Report& report, host::FileSystem& files, const PathEntry& entry
 void CheckPathTable(Report& report, app::Application& application) {
   for (const PathEntry& entry : kPathEntries) {
     std::string value;
-    if (app::GetPathEntry(application, entry.name, value) == app::kDone) {
+    if (application.paths.GetPathEntry(entry.name, value).IsDone()) {
       CheckTarget(report, application.host.files, entry, value);
     } else {
       report.Require(false, "path table " + std::string(entry.name), entry.purpose);
     }
   }
   app::State& state = application.state;
-  app::GetPathEntry(application, "Log", state.LogFolder);
-  app::GetPathEntry(application, "ApplicationRoot", state.ApplicationRootFolder);
-  app::GetPathEntry(application, "System", state.SystemFolder);
+  static_cast<void>(application.paths.GetPathEntry("Log", state.LogFolder));  // what is missing was said above
+  static_cast<void>(application.paths.GetPathEntry("ApplicationRoot", state.ApplicationRootFolder));
+  static_cast<void>(application.paths.GetPathEntry("System", state.SystemFolder));
   for (std::string* folder : {&state.ApplicationRootFolder, &state.SystemFolder}) {
-    *folder = app::WithTrailingBackslash(*folder);
+    *folder = base::WithTrailingBackslash(*folder);
   }
 }
 
 }  // namespace
 
 void CheckSettings(Report& report, app::Application& application) {
-  report.Require(app::CheckInstallation(application) == app::kDone, "Directory.ini",
+  report.Require(app::CheckInstallation(application.host.qx32, application.host.files).IsDone(), "Directory.ini",
                  "the path table, in the folder System below the registry value PathAppl");
   CheckRegistry(report, application);
   CheckPathTable(report, application);

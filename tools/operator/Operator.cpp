@@ -1,3 +1,4 @@
+// Works the program's dialogs step by step.
 #include "operator/Operator.h"
 
 #include <algorithm>

@@ -1,3 +1,4 @@
+// Starts the program, and finds what it shows.
 #include "operator/Program.h"
 
 #include <algorithm>

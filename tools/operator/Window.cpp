@@ -1,8 +1,9 @@
+// Asks and works the controls of a window.
 #include "operator/Window.h"
 
 #include <stdexcept>
 
-#include "operator/Keyboard.h"
+#include "operator/Desktop.h"
 
 namespace endtoend {
 namespace {

@@ -1,3 +1,4 @@
+// Reads, disturbs and tidies the workstation.
 #include "operator/Workstation.h"
 
 #include <tlhelp32.h>

@@ -1,24 +1,24 @@
-// Appearance, captions and places of dialogs.
+// Appearance and places of dialogs.
 #include "app/Appearance.h"
 
 #include <array>
-#include <deque>
 
-#include "app/Captions.h"
 #include "unit/Station.h"
 
 namespace {
 
+using base::Result;
+
 TEST_F(AppTest, EveryValueIsRequired) {
   host.qx32.numbers["BackupUtility\\BUFontSizeS"] = 12;
-  EXPECT_EQ(app::ReadAppearanceSettings(application), app::kDone);
+  EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Done);
   EXPECT_EQ(host.toolkit.font, "Tahoma 12") << "dialogs are laid out by the larger font";
   EXPECT_EQ(host.calls.Count(), 16u);
   EXPECT_EQ(host.calls.Calls().back().detail, "BackupUtility\\ColorTextR");
   for (std::size_t n = 1; n <= 16; ++n) {
     host.calls.Reset();
     host.calls.FailCall(n);
-    EXPECT_EQ(app::ReadAppearanceSettings(application), app::kFailed) << n;
+    EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Failed) << n;
     EXPECT_EQ(host.calls.Count(), n) << "reading goes on";
   }
 }
@@ -27,7 +27,7 @@ TEST_F(AppTest, TheHostApplicationIsAnExecutable) {
   for (const auto& [given, kept] :
        {std::pair("Tarsus", "Tarsus.exe"), {"Tarsus.EXE", "Tarsus.EXE"}, {"exe", "exe.exe"}}) {
     host.qx32.texts["ApplicationName"] = given;
-    EXPECT_EQ(app::ReadAppearanceSettings(application), app::kDone);
+    EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Done);
     EXPECT_EQ(application.appearance.ApplicationName, kept);
   }
 }
@@ -93,43 +93,6 @@ TEST_F(AppTest, Places) {
     EXPECT_EQ(saved[leftName], 0xFFFFFFFBu);
     EXPECT_EQ(saved[topName], 7u);
   }
-}
-
-/// The title, and the captions of these controls.
-Names Captions(app::Application& application, int dialog, const Names& controls) {
-  forms::Form form(application.toolkit, "form");
-  std::deque<forms::Label> labels;
-  for (const std::string& name : controls) labels.emplace_back(form, name);
-  app::SetDialogCaptions(application, static_cast<app::DialogNumber>(dialog), form);
-  Names captions = {form.Title()};
-  for (const forms::Label& label : labels) captions.push_back(label.Caption());
-  return captions;
-}
-
-TEST_F(CatalogueTest, EveryDialogGetsItsTexts) {
-  const std::tuple<int, Names, std::vector<int>> dialogs[] = {
-      {1, {"lblLabel1", "lblLabel2", "cmdOK", "cmdCancel"}, {66010, 66011, 66012, 66001, 66002}},
-      {2, {"cmdMenu0", "cmdMenu1", "cmdMenu2", "cmdEnd"}, {66020, 66021, 66022, 66023, 66003}},
-      {3,
-       {"fraBackup", "chkPatientData", "chkSystemData", "chkLogData", "chkDeleteLog", "chkReportData", "cmdStart",
-        "cmdCancel"},
-       {66030, 66035, 66031, 66032, 66033, 66034, 66036, 66004, 66002}},
-      {5,
-       {"lblLabel1", "lblLabel2", "lblLabel3", "lblLabel4", "cmdStart", "cmdCancel", "Frame1", "Option1", "Option2",
-        "lblLabel5", "Frame2", "Option3", "Option4", "lblLabel7"},
-       {66100, 66101, 66106, 66107, 66108, 66004, 66002, 66102, 66103, 66104, 66115, 66117, 66118, 66119, 66120}},
-      {6, {"lblLabel1", "lblLabel2", "cmdRefer", "cmdOK", "cmdCancel"}, {66040, 66041, 66042, 66005, 66001, 66002}},
-  };
-  for (const auto& [dialog, controls, ids] : dialogs) {
-    Names texts;
-    for (const int id : ids) texts.push_back("text " + std::to_string(id));
-    EXPECT_EQ(Captions(application, dialog, controls), texts);
-  }
-}
-
-TEST_F(CatalogueTest, AMissingTextDoesNotEndTheLoading) {
-  host.catalogue.rows.erase(66011);
-  EXPECT_EQ(Captions(application, 1, {"lblLabel1", "cmdCancel"}), (Names{"text 66010", "Not Defined!", "text 66002"}));
 }
 
 }  // namespace

@@ -6,25 +6,16 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+
 TEST_F(AppTest, PathEntries) {
   std::string value = "kept";
-  EXPECT_EQ(app::GetPathEntry(application, "Nowhere", value), app::kFailed);
-  host.qx32.found = 1;  // neither "found" nor "failed"
-  EXPECT_EQ(app::GetPathEntry(application, "Temp", value), app::kFailed);
-  host.qx32.found = 0;
+  EXPECT_EQ(app::GetPathEntry(application, "Nowhere", value), Result::Failed);
   EXPECT_EQ(value, "kept");
   host.qx32.pathTable["Temp"] = std::string(600, 'x');
-  EXPECT_EQ(app::GetPathEntry(application, "Temp", value), app::kDone);
+  EXPECT_EQ(app::GetPathEntry(application, "Temp", value), Result::Done);
   EXPECT_EQ(value.size(), 512u);
-}
-
-TEST(CutAtNul, DropsThePrefixFirst) {
-  const std::string buffer("EN:T_MESSAGE\0rest:x", 19);
-  EXPECT_EQ(app::CutAtNul(buffer), "EN:T_MESSAGE");
-  EXPECT_EQ(app::CutAtNul(buffer, true), "T_MESSAGE");
-  EXPECT_EQ(app::CutAtNul(std::string("T\0", 2), true), "T");
-  EXPECT_EQ(app::CutAtNul(std::string("a:b:c\0", 6), true), "b:c");
-  EXPECT_EQ(app::CutAtNul("no end"), "no end");
 }
 
 TEST_F(AppTest, IniValues) {
@@ -66,9 +57,9 @@ TEST_F(AppTest, TheFolderIsPutBackWhetherItWasEnteredOrNot) {
 
 TEST_F(AppTest, VariablesThatThePathTableDoesNotKnow) {
   for (const char* item : {"%Nowhere%\\a", "%Temp%\\%System%\\a", "100%", "%%"}) {
-    host.person.ExpectMessage(60326);
+    host.person.ExpectMessage(PathEntryUnreadable);
     std::string changed = item;
-    EXPECT_EQ(app::ExpandPathVariable(application, changed), app::kFailed) << item;
+    EXPECT_EQ(app::ExpandPathVariable(application, changed), Result::Failed) << item;
     EXPECT_EQ(changed, item);
   }
 }

@@ -6,6 +6,9 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+
 TEST(LogLine, TagsLineUp) {
   const std::pair<int, const char*> rows[] = {
       {0, "[2012/03/04 05:06:07] [Warning]     text"}, {1, "[2012/03/04 05:06:07] [Question]    text"},
@@ -17,52 +20,55 @@ TEST(LogLine, TagsLineUp) {
 }
 
 TEST_F(CatalogueTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {
-  host.catalogue.rows[66001] = std::nullopt;
-  EXPECT_EQ(app::GetMessageText(application, 66001), "Not Defined!");
-  EXPECT_EQ(app::GetMessageText(application, 12345), "Not Defined!");
-  EXPECT_EQ(app::GetMessageText(application, 10000), "Sign-in");
+  host.catalogue.rows[OkCaption] = std::nullopt;
+  EXPECT_EQ(app::GetMessageText(application, OkCaption), "Not Defined!");
+  EXPECT_EQ(app::GetMessageText(application, base::MessageId{12345}), "Not Defined!");
+  EXPECT_EQ(app::GetMessageText(application, SignInWord), "Sign-in");
   EXPECT_FALSE(host.catalogue.AtEnd());  // the whole table is in view again
 }
 
 TEST_F(CatalogueTest, AFilterThatFailsYieldsNoOtherRowsText) {
   for (const std::size_t n : {1u, 2u}) {
     host.calls.FailFrom("CatalogueTable", "SetFilter", n);
-    EXPECT_EQ(app::GetMessageText(application, 10000), "Not Defined!");
+    EXPECT_EQ(app::GetMessageText(application, SignInWord), "Not Defined!");
     host.calls.Reset();
   }
 }
 
 TEST_F(CatalogueTest, ShowingClearsThePendingMessage) {
-  application.state.PendingMessageId = 60382;
-  host.person.ExpectMessage(60382).ExpectMessage(60351).ExpectMessage(60361, 2).ExpectMessage(60521);
-  app::ShowPendingMessage(application, 60351);
-  EXPECT_EQ(application.state.PendingMessageId, 0);
-  app::ShowPendingMessage(application, 60351);
-  EXPECT_EQ(app::ShowMessage(application, 60361, "name"), app::kConsented);
-  app::ShowMessage(application, 60521, "", "7", "");
+  application.state.PendingMessageId = BackupFormatFailed;
+  host.person.ExpectMessage(BackupFormatFailed)
+      .ExpectMessage(BackupNotWritten)
+      .ExpectMessage(BackupWorkFolderNotRemoved, host::Answer::Consented)
+      .ExpectMessage(PersonalInfoLeft);
+  app::ShowPendingMessage(application, BackupNotWritten);
+  EXPECT_EQ(application.state.PendingMessageId, None);
+  app::ShowPendingMessage(application, BackupNotWritten);
+  EXPECT_EQ(app::ShowMessage(application, BackupWorkFolderNotRemoved, "name"), host::Answer::Consented);
+  app::ShowMessage(application, PersonalInfoLeft, "", "7", "");
   EXPECT_EQ(host.person.Messages()[2].text3, "name");
   EXPECT_EQ(host.person.Messages()[2].text1 + host.person.Messages()[2].text2, "");
   EXPECT_EQ(host.person.Messages()[3].text2, "7");
 }
 
 TEST_F(CatalogueTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
-  host.person.ExpectMessage(60260).ExpectMessage(60260);
-  app::ShowMessage(application, 60260);
+  host.person.ExpectMessage(HostNotStarted).ExpectMessage(HostNotStarted);
+  app::ShowMessage(application, HostNotStarted);
   application.messageDialog.reset();
-  app::ShowMessage(application, 60260);
+  app::ShowMessage(application, HostNotStarted);
   application.messageDialog.reset();
   host.calls.FailFrom("ComponentFactory", "CreateMessageDialog");
-  application.state.PendingMessageId = 60382;
-  EXPECT_EQ(app::ShowMessage(application, 60260), 0);
-  EXPECT_EQ(application.state.PendingMessageId, 0);
+  application.state.PendingMessageId = BackupFormatFailed;
+  EXPECT_EQ(app::ShowMessage(application, HostNotStarted), host::Answer::NotShown);
+  EXPECT_EQ(application.state.PendingMessageId, None);
 }
 
 TEST_F(AppTest, AuditTrailKnowsTenCategories) {
-  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 9), 0);
-  EXPECT_NE(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 10), 0);
+  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 9), Result::Done);
+  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 10), Result::Failed);
   EXPECT_EQ(host.Told().auditRecords, Names{"U1||"});
   host.calls.FailFrom("ComponentFactory", "CreateAuditTrail");
-  EXPECT_NE(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 0), 0);
+  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 0), Result::Failed);
 }
 
 TEST_F(AppTest, OperationsAreRecordedWhenTheRecorderWasLost) {

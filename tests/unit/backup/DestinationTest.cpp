@@ -6,33 +6,44 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+using enum host::DriveStatus;
+
 struct Refusal {
   const char* name;
   Arrangement arrange;
-  Ids backup;       ///< messages in an ordinary backup, the last one perhaps pending
-  Ids maintenance;  ///< and in a maintenance log backup
-  bool pending = false;
+  Ids messages;          ///< in an ordinary backup
+  bool pending = false;  ///< whether the last one is left to the caller
   const char* folder = "D:\\";
   const char* mediaType = "STANDARD";  ///< how the host prepares a medium
 };
 
-const Arrangement kToPrepare = Statuses('D', {2});
-const Arrangement kFormatFails = Both(kToPrepare, [](auto& host) { host.Told().prepareAnswer = 5; });
+const Arrangement kToPrepare = Statuses('D', {Readable});
+const Arrangement kFormatFails = Both(kToPrepare, [](auto& host) { host.Told().prepareRefusal = "answered 5"; });
 const Arrangement kNoLabel = Both(kToPrepare, Fails("Drives", "SetVolumeLabel"));
-const Arrangement kNoVersions = Gone("C:\\Tarsus\\System\\BackupVersion.ini");
+const Ids kNotPrepared = {AskPrepareBackupMedium, MediumNotPreparable, BackupFormatFailed};
+const Ids kNotFormatted = {AskPrepareBackupMedium, BackupFormatFailed};
 
 const Refusal kRefusals[] = {
-    {"drive error", Statuses('D', {-1}), {63310}, {63460}},
-    {"drive unusable", Statuses('D', {0}), {63311}, {63461}},
-    {"answers without a meaning are asked again", Statuses('D', {7, 99, 0}), {63311}, {63461}},
-    {"medium inserted too late", Statuses('D', {1, 1, -1}), {64300, 64300, 63310}, {64450, 64450, 63460}},
-    {"format fails", kFormatFails, {64305, 60382, 60382}, {64455, 60382, 60482}, true},
-    {"host prepares nothing", kToPrepare, {64305, 63380, 60382}, {64455, 63380, 60482}, true, "D:\\", "NONE"},
-    {"media program missing", kToPrepare, {64305, 60382}, {64455, 60482}, true, "D:\\", "APPLICATION"},
-    {"label cannot be set", kNoLabel, {64305, 60383}, {64455, 60483}, true},
-    {"exactly as much space as needed", Capacity("D:", 1000), {62360}, {62460}},
-    {"folder cannot be made", Nothing, {64302, 63413}, {64452, 63463}, true, "D:\\a\\b\\"},
-    {"no version of a category", kNoVersions, {60372}, {60372}, true},
+    {"drive error", Statuses('D', {Error}), {BackupDriveError}},
+    {"drive unusable", Statuses('D', {Unusable}), {BackupDriveUnusable}},
+    {"medium inserted too late", Statuses('D', {NoMedium, Error}), {AskInsertBackupMedium, BackupDriveError}},
+    {"format fails", kFormatFails, {AskPrepareBackupMedium, BackupFormatFailed, BackupFormatFailed}, true},
+    {"host prepares nothing", kToPrepare, kNotPrepared, true, "D:\\", "NONE"},
+    {"media program missing", kToPrepare, kNotFormatted, true, "D:\\", "APPLICATION"},
+    {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, true},
+    {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}},
+    {"folder cannot be made", Nothing, {AskMakeBackupFolder, BackupFolderNotMade}, true, "D:\\a\\b\\"},
+};
+
+/// Of an ordinary backup, and what a maintenance log backup has in its place.
+const std::map<base::MessageId, base::MessageId> kOfMaintenance = {
+    {BackupDriveError, MaintenanceDriveError},           {BackupDriveUnusable, MaintenanceDriveUnusable},
+    {AskInsertBackupMedium, AskInsertMaintenanceMedium}, {AskPrepareBackupMedium, AskPrepareMaintenanceMedium},
+    {MediumNotPreparable, MediumNotPreparable},          {BackupFormatFailed, MaintenanceFormatFailed},
+    {BackupLabelFailed, MaintenanceLabelFailed},         {BackupSpaceTooSmall, MaintenanceSpaceTooSmall},
+    {AskMakeBackupFolder, AskMakeMaintenanceFolder},     {BackupFolderNotMade, MaintenanceFolderNotMade},
 };
 
 TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
@@ -48,13 +59,16 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
       state.SelectedFolder = refusal.folder;
       state.MediaAppType = refusal.mediaType;
       state.MediaAppCommand = "none.exe";
-      Ids expected = operation == app::Operation::Backup ? refusal.backup : refusal.maintenance;
-      const std::int32_t last = expected.back();
+      Ids expected = refusal.messages;
+      // What the preparation itself has shown is the same in both.
+      for (std::size_t i = 0; i < expected.size() && operation != app::Operation::Backup; ++i)
+        if (expected[i] != BackupFormatFailed || i + 1 == expected.size()) expected[i] = kOfMaintenance.at(expected[i]);
+      const base::MessageId last = expected.back();
       if (refusal.pending) expected.pop_back();
-      for (const std::int32_t id : expected) run.host.person.ExpectMessage(id, app::kConsented);
+      for (const base::MessageId id : expected) run.host.person.ExpectMessage(id, host::Answer::Consented);
       EXPECT_EQ(backup::CopyToDestination(run.application, backup::MessagesOf(operation)),
-                refusal.pending ? app::kFailed : app::kStopped);
-      EXPECT_EQ(state.PendingMessageId, refusal.pending ? last : 0);
+                refusal.pending ? Result::Failed : Result::Stopped);
+      EXPECT_EQ(state.PendingMessageId, refusal.pending ? last : None);
       EXPECT_TRUE(run.host.disk.Tree("D:\\").empty());
     }
   }
@@ -62,8 +76,8 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
 
 TEST_F(JobTest, DescriptorAloneIsNoBackup) {
   application.state.SelectedFolder = "D:\\";
-  EXPECT_EQ(backup::CopyToDestination(application, backup::MessagesOf(app::Operation::Backup)), app::kFailed);
-  EXPECT_EQ(application.state.PendingMessageId, 0);
+  EXPECT_EQ(backup::CopyToDestination(application, backup::MessagesOf(app::Operation::Backup)), Result::Failed);
+  EXPECT_EQ(application.state.PendingMessageId, None);
 }
 
 TEST_F(JobTest, ProposalsOfTheOperations) {

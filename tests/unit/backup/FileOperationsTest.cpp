@@ -6,28 +6,22 @@
 
 namespace {
 
+using base::Result;
+
 TEST_F(JobTest, XcopysExitCodeDecides) {
-  for (const auto& [exit, result] : {std::pair(0u, 0), {1u, -99}, {2u, -99}, {4u, -1}, {5u, -99}}) {
+  for (const auto& [exit, result] : {std::pair(0u, Result::Done),
+                                     {1u, Result::StepFailed},
+                                     {2u, Result::StepFailed},
+                                     {4u, Result::Failed},
+                                     {5u, Result::StepFailed}}) {
     host.processes.Install(kInterpreter, [code = exit](fakes::Disk&, const fakes::Words&) { return code; });
     EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a b\\c.txt", "D:\\x\\"), result) << exit;
     EXPECT_EQ(host.processes.started.back().commandLine, "CMD /C xcopy \"C:\\a b\\c.txt\" \"D:\\x\\\" /S /Y");
   }
   host.calls.FailFrom("StartedProgram", "Wait");
-  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), Result::Failed);
   host.disk.Remove(kInterpreter);
-  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), app::kFailed);
-}
-
-TEST_F(JobTest, MovingNeverReplacesAFile) {
-  host.disk.Write("C:\\From\\a.txt", "new");
-  host.disk.Write("C:\\From\\b.txt", "new");
-  host.disk.Write("C:\\From\\c.txt\\inner.dat", "folder");
-  host.disk.Write("C:\\To\\a.txt", "old");
-  const backup::MoveCount count = backup::MoveFilesMatching(application, "C:\\From", "*.txt", "C:\\To\\");
-  EXPECT_EQ(count.moved, 1);
-  EXPECT_EQ(count.failed, 1);
-  EXPECT_EQ(host.disk.Tree("C:\\To"), (std::map<std::string, std::string>{{"a.txt", "old"}, {"b.txt", "new"}}));
-  EXPECT_EQ(NamesBelow("C:\\From"), (Names{"a.txt", "c.txt\\inner.dat"}));
+  EXPECT_EQ(backup::CopyFileByXcopy(application, "C:\\a", "D:\\"), Result::Failed);
 }
 
 TEST_F(JobTest, FolderSizeCountsTheFilesDirectlyInIt) {
@@ -44,9 +38,9 @@ TEST_F(JobTest, StagingFolderIsNamedAfterTheSecondAndGoesEvenWhenItIsCurrent) {
   host.disk.Write(application.state.StagingFolder + "CABFILE\\a.cab", "x");
   host.disk.Find(application.state.StagingFolder + "CABFILE\\a.cab")->attributes = fakes::kReadOnly;
   host.disk.SetCurrentFolder(application.state.StagingFolder);
-  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone);
+  EXPECT_EQ(backup::RemoveStagingFolder(application), Result::Done);
   EXPECT_TRUE(host.disk.Children("C:\\Users\\Operator\\Temp").empty());
-  EXPECT_EQ(backup::RemoveStagingFolder(application), app::kDone) << "nothing is left to remove";
+  EXPECT_EQ(backup::RemoveStagingFolder(application), Result::Done) << "nothing is left to remove";
   EXPECT_TRUE(host.disk.IsFolder("C:\\Users\\Operator\\Temp"));
 }
 

@@ -6,33 +6,34 @@
 namespace {
 
 using backup::JobKey;
+using base::Result;
 
 struct Grammar {
   const char* name;
-  std::vector<std::string> lines;  ///< the whole file
-  app::ResultCode result;
-  std::optional<std::string> batFile;  ///< value for USER_BACKUP; nothing when the key is not there
+  std::vector<std::string> lines;           ///< the whole file
+  std::optional<std::string> batFile = {};  ///< value for USER_BACKUP; nothing when the key is not there
+  Result result = Result::Done;
 };
 
 const Grammar kGrammar[] = {
-    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, 0, "a.bat"},
-    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, 0, "a.bat"},
-    {"header alone", {"[USER_BACKUP]"}, 0, std::nullopt},
-    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, -1, std::nullopt},
-    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, -1, std::nullopt},
-    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}, 0, std::nullopt},
-    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}, 0, std::nullopt},
-    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, 0, "y"},
-    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}, 0, std::nullopt},
-    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, 0, "b"},
-    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, 0, "a=b c"},
-    {"empty value", {"[USER_BACKUP]", "BatFile="}, 0, ""},
-    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}, 0, std::nullopt},
-    {"indented key", {"[USER_BACKUP]", " BatFile=a"}, 0, std::nullopt},
-    {"lower case key", {"[USER_BACKUP]", "batfile=a"}, 0, std::nullopt},
-    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}, 0, std::nullopt},
+    {"plain", {"[USER_BACKUP]", "BatFile=a.bat", "[X]"}, "a.bat"},
+    {"end of file instead of a header", {"[USER_BACKUP]", "BatFile=a.bat"}, "a.bat"},
+    {"header alone", {"[USER_BACKUP]"}},
+    {"section missing", {"[MENU_BACKUP]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"header in other letters", {"[User_Backup]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"blank inside the brackets", {"[ USER_BACKUP ]", "BatFile=a.bat"}, {}, Result::Failed},
+    {"text behind the header", {"[USER_BACKUP] ;x", "BatFile=a.bat"}, {}, Result::Failed},
+    {"items of the section before", {"BatFile=x", "[A]", "BatFile=y", "[USER_BACKUP]"}},
+    {"anything in brackets ends it", {"[USER_BACKUP]", "[not a section]", "BatFile=y"}},
+    {"an open bracket does not end it", {"[USER_BACKUP]", "[", "[half", "BatFile=y"}, "y"},
+    {"an empty pair of brackets does", {"[USER_BACKUP]", "[]", "BatFile=y"}},
+    {"last of a repeated key", {"[USER_BACKUP]", "BatFile=a", "BatFile=b"}, "b"},
+    {"value is trimmed and keeps its =", {"[USER_BACKUP]", "BatFile=  a=b c  "}, "a=b c"},
+    {"empty value", {"[USER_BACKUP]", "BatFile="}, ""},
+    {"blank before =", {"[USER_BACKUP]", "BatFile =a"}},
+    {"indented key", {"[USER_BACKUP]", " BatFile=a"}},
+    {"lower case key", {"[USER_BACKUP]", "batfile=a"}},
+    {"longer key", {"[USER_BACKUP]", "BatFiles=a", "; BatFile=b", ""}},
 };
 
 TEST_F(JobTest, ReadsTheGrammarOfTheJobFile) {
@@ -63,17 +64,17 @@ TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{"new"});
   EXPECT_EQ(definitions.Items(JobKey::BatFile, "USER_BACKUP"), Names{});
   Gone("C:\\Tarsus\\System\\BackupList.ini")(host);
-  EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), app::kDone);
+  EXPECT_EQ(definitions.Load(application, fakes::kSystemFolder, "BackupList.ini", "USER_BACKUP"), Result::Done);
   EXPECT_EQ(definitions.Items(JobKey::Folder, "USER_BACKUP"), Names{});
 }
 
 TEST_F(JobTest, RefusesItemsOfASectionWithoutANumberAndAFileThatCannotBeOpened) {
-  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), app::kDone);
-  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), app::kFailed);
-  EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), app::kFailed);
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"; nothing"}), Result::Done);
+  EXPECT_EQ(LoadSection("COFFEE_BACKUP", {"Folder=x"}), Result::Failed);
+  EXPECT_EQ(LoadSection("user_backup", {"Folder=x"}), Result::Failed);
   EXPECT_EQ(backup::SectionIndex("REPORTSET_RESTORE"), 18);
   host.calls.FailFrom("FileSystem", "OpenText");
-  EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), app::kFailed);
+  EXPECT_EQ(LoadSection("USER_BACKUP", {"Folder=x"}), Result::Failed);
 }
 
 }  // namespace

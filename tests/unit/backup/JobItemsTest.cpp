@@ -6,7 +6,10 @@
 
 namespace {
 
-using Executor = app::ResultCode (*)(const backup::JobContext&, const std::string&);
+using base::Result;
+using enum base::MessageId;
+
+using Executor = Result (*)(const backup::JobContext&, const std::string&);
 constexpr Executor kFile = backup::RunCommonFileItems;
 constexpr Executor kFolder = backup::RunFolderItems;
 constexpr Executor kEvents = backup::RunEventLogItems;
@@ -15,39 +18,39 @@ constexpr Executor kBatch = backup::RunBatFileItems;
 
 /// A variable that the host does not know is complained of.
 void ExpectComplaint(fakes::FakeHost& host, const std::string& line) {
-  if (line.find("%Nowhere%") != std::string::npos) host.person.ExpectMessage(60326);
+  if (line.find("%Nowhere%") != std::string::npos) host.person.ExpectMessage(PathEntryUnreadable);
 }
 
 struct Case {
   const char* name;
   Executor run;
   std::string line;
-  app::ResultCode result;
-  Names staged;
+  Names staged = {};
+  Result result = Result::Done;
 };
 
 const Case kCases[] = {
-    {"no key", kFile, "; none", 1, {}},
-    {"common file", kFile, "CommonFile=%System%\\Tarsus.log", 0, {"Tarsus.log"}},
-    {"text before the variable is lost", kFile, "CommonFile=junk%System%\\Tarsus.log", 0, {"Tarsus.log"}},
-    {"one of several", kFile, "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini", 0, {"menu.ini"}},
-    {"no common file there", kFile, "CommonFile=C:\\none.x", 1, {}},
-    {"unknown variable", kFile, "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini", -1, {}},
-    {"folder below the root", kFolder, "Folder=Menu", 0, {"Menu\\menu.ini"}},
-    {"many separators at its end", kFolder, "Folder=C:\\Tarsus\\Menu\\\\", 0, {"Menu\\menu.ini"}},
-    {"one missing", kFolder, "Folder=Menu;None;%Data%\\..\\User\\", 0, {"Menu\\menu.ini", "User\\users.dat"}},
-    {"folder missing", kFolder, "Folder=None", 1, {}},
-    {"unknown variable of a folder", kFolder, "Folder=%Nowhere%\\a", -1, {}},
-    {"event log", kEvents, "EventLog=", 0, {"Application.evt"}},
-    {"event log program missing", kEvents, "EventLog=%System%\\none.exe", 1, {}},
-    {"event log program that writes nothing", kEvents, "EventLog=%System%\\LoadPatients.bat", 1, {}},
-    {"event log without a folder", kEvents, "EventLog=BackupEventLog.exe", 1, {}},
-    {"default registry export", kRegistry, "RegFile=", 0, {"Tarsus.reg"}},
-    {"registry program", kRegistry, "RegFile=%Temp%\\ExportKeys.exe;", 0, {"Keys.reg"}},
-    {"batch file", kBatch, "BatFile=%System%\\DumpPatients.bat", 0, {}},
-    {"batch file missing", kBatch, "BatFile=%System%\\none.bat", -1, {}},
-    {"batch file in a missing folder", kBatch, "BatFile=C:\\none\\DumpPatients.bat", -1, {}},
-    {"empty batch file", kBatch, "BatFile=", 1, {}},
+    {"no key", kFile, "; none", {}, Result::Stopped},
+    {"common file", kFile, "CommonFile=%System%\\Tarsus.log", {"Tarsus.log"}},
+    {"text before the variable is lost", kFile, "CommonFile=junk%System%\\Tarsus.log", {"Tarsus.log"}},
+    {"one of several", kFile, "CommonFile=C:\\none.x;;C:\\Tarsus\\Menu\\*.ini", {"menu.ini"}},
+    {"no common file there", kFile, "CommonFile=C:\\none.x", {}, Result::Stopped},
+    {"unknown variable", kFile, "CommonFile=%Nowhere%\\a;C:\\Tarsus\\Menu\\menu.ini", {}, Result::Failed},
+    {"folder below the root", kFolder, "Folder=Menu", {"Menu\\menu.ini"}},
+    {"many separators at its end", kFolder, "Folder=C:\\Tarsus\\Menu\\\\", {"Menu\\menu.ini"}},
+    {"one missing", kFolder, "Folder=Menu;None;%Data%\\..\\User\\", {"Menu\\menu.ini", "User\\users.dat"}},
+    {"folder missing", kFolder, "Folder=None", {}, Result::Stopped},
+    {"unknown variable of a folder", kFolder, "Folder=%Nowhere%\\a", {}, Result::Failed},
+    {"event log", kEvents, "EventLog=", {"Application.evt"}},
+    {"event log program missing", kEvents, "EventLog=%System%\\none.exe", {}, Result::Stopped},
+    {"event log program that writes nothing", kEvents, "EventLog=%System%\\LoadPatients.bat", {}, Result::Stopped},
+    {"event log without a folder", kEvents, "EventLog=BackupEventLog.exe", {}, Result::Stopped},
+    {"default registry export", kRegistry, "RegFile=", {"Tarsus.reg"}},
+    {"registry program", kRegistry, "RegFile=%Temp%\\ExportKeys.exe;", {"Keys.reg"}},
+    {"batch file", kBatch, "BatFile=%System%\\DumpPatients.bat", {}},
+    {"batch file missing", kBatch, "BatFile=%System%\\none.bat", {}, Result::Failed},
+    {"batch file in a missing folder", kBatch, "BatFile=C:\\none\\DumpPatients.bat", {}, Result::Failed},
+    {"empty batch file", kBatch, "BatFile=", {}, Result::Stopped},
 };
 
 TEST(JobItems, GatherIntoTheStagingFolder) {
@@ -73,7 +76,7 @@ TEST(JobItems, GatherIntoTheStagingFolder) {
 TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
   LoadSection("LOG_BACKUP", {"Folder="});
   application.state.ApplicationRootFolder = "C:\\Tarsus\\Explain\\";
-  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kDone);
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), Result::Done);
   EXPECT_EQ(Staged(), Names{"Explain\\hand.txt"});
 }
 
@@ -82,10 +85,10 @@ TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenAMaintenanceLogWantsImages) {
   host.disk.Write("C:\\Tarsus\\Image\\a.DDO\\1.dat", "x");
   LoadSection("LOG_BACKUP", {"Folder=Image\\a.DDO"});
   application.state.CollectImages = 1;
-  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kDone);
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), Result::Done);
   EXPECT_EQ(Staged(), Names{"a.DDO\\1.dat"});
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), app::kStopped);
+  EXPECT_EQ(backup::RunFolderItems(job, "LOG_BACKUP"), Result::Stopped);
   EXPECT_EQ(collectors.asked, Names{"images to C:\\Work\\"});
 }
 
@@ -93,36 +96,38 @@ TEST_F(JobTest, MaintenanceTakesWhatABatchFileExports) {
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
   for (const std::string name : {"a.txt", "b.BCP", "c.fmtt", "d.log", "e.dat"})
     host.disk.Write("C:\\Dump\\" + name, "x");
+  host.disk.Write("C:\\Dump\\folder.txt\\inner.txt", "x");
   host.processes.Install("C:\\Dump\\dump.bat", DoNothing);
   host.disk.MakeFolders("C:\\Work\\BCP");
   LoadSection("MAINTENANCE", {"BatFile=C:\\Dump\\dump.bat"});
-  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), app::kDone);
+  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), Result::Done);
   EXPECT_EQ(Staged(), (Names{"BCP\\a.txt", "BCP\\b.BCP", "BCP\\c.fmtt", "BCP\\d.log"}));
-  EXPECT_EQ(NamesBelow("C:\\Dump"), (Names{"dump.bat", "e.dat"}));
+  EXPECT_EQ(NamesBelow("C:\\Dump"), (Names{"dump.bat", "e.dat", "folder.txt\\inner.txt"}));
   host.disk.Write("C:\\Dump\\a.txt", "again");
-  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), app::kFailed) << "a.txt stands there already";
+  EXPECT_EQ(backup::RunBatFileItems(job, "MAINTENANCE"), Result::Failed) << "a.txt stands there already";
+  EXPECT_EQ(host.disk.Read("C:\\Work\\BCP\\a.txt") + host.disk.Read("C:\\Dump\\a.txt"), "xagain");
 }
 
 struct Deletion {
   const char* name;
   Names lines;
-  app::ResultCode result;
   Names kept;  ///< of C:\Logs
+  Result result = Result::Done;
 };
 
 const Names kAllLogs = {"Sub\\d.log", "a.log", "b.log", "c.txt"};
 const char* const kExport = "EventLog=Reg.exe save K C:\\Logs\\e.log";
 const Deletion kDeletions[] = {
-    {"common files", {"CommonFile=C:\\Logs\\*.log"}, 0, {"Sub\\d.log", "c.txt"}},
-    {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, 0, kAllLogs},
-    {"plain files of a folder", {"Folder=C:\\Logs"}, 0, {"Sub\\d.log"}},
-    {"nothing listed", {"; none"}, 0, kAllLogs},
-    {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, 0, kAllLogs},
-    {"folder missing, the rest deleted", {"Folder=C:\\Nowhere;C:\\Logs"}, -1, {"Sub\\d.log"}},
-    {"variable", {"Folder=%System%\\..\\..\\Logs"}, 0, {"Sub\\d.log"}},
-    {"unknown variable ends the run", {"CommonFile=%Nowhere%\\a", "Folder=C:\\Logs"}, -1, kAllLogs},
-    {"batch file missing ends the run", {"BatFile=C:\\Logs\\none.bat", "Folder=C:\\Logs"}, -1, kAllLogs},
-    {"commands run as they stand", {kExport, "CommonFile=C:\\Logs\\*.log"}, 0, {"Sub\\d.log", "c.txt", "e.log"}},
+    {"common files", {"CommonFile=C:\\Logs\\*.log"}, {"Sub\\d.log", "c.txt"}},
+    {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, kAllLogs},
+    {"plain files of a folder", {"Folder=C:\\Logs"}, {"Sub\\d.log"}},
+    {"nothing listed", {"; none"}, kAllLogs},
+    {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, kAllLogs},
+    {"folder missing, the rest deleted", {"Folder=C:\\Nowhere;C:\\Logs"}, {"Sub\\d.log"}, Result::Failed},
+    {"variable", {"Folder=%System%\\..\\..\\Logs"}, {"Sub\\d.log"}},
+    {"unknown variable ends the run", {"CommonFile=%Nowhere%\\a", "Folder=C:\\Logs"}, kAllLogs, Result::Failed},
+    {"batch file missing ends the run", {"BatFile=C:\\Logs\\none.bat", "Folder=C:\\Logs"}, kAllLogs, Result::Failed},
+    {"commands run as they stand", {kExport, "CommonFile=C:\\Logs\\*.log"}, {"Sub\\d.log", "c.txt", "e.log"}},
 };
 
 TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {
@@ -140,7 +145,7 @@ TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {
     EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Work");
   }
   LoadSection("USER_BACKUP", {});
-  EXPECT_EQ(backup::RunLogDeletion(job), app::kFailed) << "section missing";
+  EXPECT_EQ(backup::RunLogDeletion(job), Result::Failed) << "section missing";
 }
 
 }  // namespace

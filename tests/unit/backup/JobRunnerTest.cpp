@@ -6,6 +6,9 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+
 constexpr const char* kArchive = "C:\\Work\\CABFILE\\UserData.cab";
 constexpr auto kBackup = app::Operation::Backup;
 constexpr auto kMaintenance = app::Operation::MaintenanceLogBackup;
@@ -17,17 +20,17 @@ struct SectionRun {
   app::Operation operation;
   Names lines;
   int count;
-  app::ResultCode personalInfo = app::kDone;
+  Result personalInfo = Result::Done;
 };
 
 const SectionRun kRuns[] = {
     {"three kinds", kBackup, {kDump, "Folder=User", "RegFile="}, 3},
-    {"batch files do not count", kBackup, {kDump}, 0, app::kStopped},
+    {"batch files do not count", kBackup, {kDump}, 0, Result::Stopped},
     {"nothing gathered", kBackup, {"Folder=None"}, 0},
     {"failure abandons it", kBackup, {"Folder=User", kUnknown}, 0},
-    {"personal info fails", kBackup, {"Folder=User"}, 0, app::kFailed},
-    {"maintenance counts batch files", kMaintenance, {kDump, "Folder=User"}, 2, app::kStopped},
-    {"maintenance survives a failure", kMaintenance, {"Folder=User", kUnknown}, 1, app::kFailed},
+    {"personal info fails", kBackup, {"Folder=User"}, 0, Result::Failed},
+    {"maintenance counts batch files", kMaintenance, {kDump, "Folder=User"}, 2, Result::Stopped},
+    {"maintenance survives a failure", kMaintenance, {"Folder=User", kUnknown}, 1, Result::Failed},
     {"maintenance without anything to pack", kMaintenance, {"Folder=None"}, 0},
 };
 
@@ -41,7 +44,7 @@ TEST_F(JobTest, SectionsAreGatheredAndPacked) {
     collectors.asked.clear();
     collectors.personalInfo = each.personalInfo;
     LoadSection("USER_BACKUP", each.lines);
-    if (each.lines.back() == kUnknown) host.person.ExpectMessage(60326);
+    if (each.lines.back() == kUnknown) host.person.ExpectMessage(PathEntryUnreadable);
     EXPECT_EQ(backup::RunSectionItems(job, "USER_BACKUP", "UserData"), each.count);
     Names asked = {"personal info of USER_BACKUP"};
     if (each.operation == kMaintenance) asked = {"script 1", asked[0], "script 2"};
@@ -56,7 +59,7 @@ TEST_F(JobTest, PackingNamesEverythingAndEmptiesTheStagingFolder) {
        {"plain.dat", "two words.dat", "a&b.txt", "Tree\\x\\1.dat", "My Tree\\2.dat", "cabfile\\OldData.cab"})
     host.disk.Write("C:\\Work\\" + name, name);
   host.disk.Find("C:\\Work\\plain.dat")->attributes = fakes::kReadOnly;
-  EXPECT_EQ(backup::PackCategory(application, "UserData"), app::kDone);
+  EXPECT_EQ(backup::PackCategory(application, "UserData"), Result::Done);
   ASSERT_EQ(host.processes.started.size(), 1u);
   EXPECT_EQ(host.processes.started[0].commandLine,
             "cabarc -r -p n UserData.cab \"a&b.txt\" \".\\My Tree\\*.*\" plain.dat .\\Tree\\*.* \"two words.dat\"");
@@ -64,8 +67,8 @@ TEST_F(JobTest, PackingNamesEverythingAndEmptiesTheStagingFolder) {
   EXPECT_EQ(host.Unpacked(kArchive).size(), 5u);
   EXPECT_EQ(Staged(), (Names{"cabfile\\OldData.cab", "cabfile\\UserData.cab"}));
   EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
-  EXPECT_EQ(backup::PackCategory(application, "MenuData"), app::kStopped) << "only the archive folder is left";
-  EXPECT_EQ(backup::CollectArchives(application), app::kDone);
+  EXPECT_EQ(backup::PackCategory(application, "MenuData"), Result::Stopped) << "only the archive folder is left";
+  EXPECT_EQ(backup::CollectArchives(application), Result::Done);
   EXPECT_EQ(Staged(), (Names{"OldData.cab", "UserData.cab"}));
 }
 
@@ -76,7 +79,7 @@ TEST_F(JobTest, ListThatExceedsACommandLineIsNotCut) {
       const std::string number = std::to_string(i);
       host.disk.Write("C:\\Work\\" + std::string(30 - number.size(), 'f') + number, "x");
     }
-    EXPECT_EQ(backup::PackCategory(application, "UserData"), files == 1056 ? app::kDone : app::kFailed);
+    EXPECT_EQ(backup::PackCategory(application, "UserData"), files == 1056 ? Result::Done : Result::Failed);
     ASSERT_EQ(host.processes.started.size(), 1u);
     EXPECT_EQ(host.processes.started[0].commandLine.size(), 27u + 1056u * 31u);
   }

@@ -5,23 +5,27 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+using enum host::DriveStatus;
+
 struct Source {
   const char* name;
-  std::deque<std::int32_t> statuses;
-  Ids messages;
-  app::ResultCode result;
-  std::int32_t answer = app::kConsented;
+  std::deque<host::DriveStatus> statuses;
+  Ids messages = {};
+  Result result = Result::Done;
+  host::Answer answer = host::Answer::Consented;
 };
 
 const Source kSources[] = {
-    {"ready", {3}, {}, 0},
-    {"readable", {2}, {}, 0},
-    {"error", {-1}, {63410}, 1},
-    {"unusable", {0}, {63411}, 1},
-    {"inserted at the second prompt", {1, 1, 3}, {64400, 64400}, 0},
-    {"operator stops", {1}, {64400}, 1, app::kRefused},
-    {"prompt cannot be shown", {1}, {64400}, 1, 0},
-    {"answer without a meaning", {42, 3}, {}, 0},
+    {"ready", {Ready}},
+    {"readable", {Readable}},
+    {"error", {Error}, {SourceDriveError}, Result::Stopped},
+    {"unusable", {Unusable}, {SourceDriveUnusable}, Result::Stopped},
+    {"inserted at the second prompt", {NoMedium, NoMedium, Ready}, {AskInsertSourceMedium, AskInsertSourceMedium}},
+    {"operator stops", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::Refused},
+    {"prompt cannot be shown", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::NotShown},
+    {"answer without a meaning", {kMeaningless, Ready}},
 };
 
 TEST(SourceDrive, IsAskedUntilItDecides) {
@@ -31,7 +35,7 @@ TEST(SourceDrive, IsAskedUntilItDecides) {
     station.application.state.SelectedFolder = "E:\\set\\";
     station.application.state.MediaAppCommand = "media.exe";
     Statuses('E', source.statuses)(station.host);
-    for (const std::int32_t id : source.messages) station.host.person.ExpectMessage(id, source.answer);
+    for (const base::MessageId id : source.messages) station.host.person.ExpectMessage(id, source.answer);
     EXPECT_EQ(media::CheckSourceDrive(station.application), source.result);
     EXPECT_EQ(station.host.Told().mediaCommands, Names(source.statuses.size(), "media.exe"));
   }
@@ -42,13 +46,16 @@ TEST_F(JobTest, CapacityTextNamesNeedAndFreeSpace) {
   const struct {
     std::uint32_t needed;
     const char* folder;
-    std::int32_t status;
+    host::DriveStatus status;
     const char* text;
-    app::ResultCode result;
+    Result result;
   } spaces[] = {
-      {1'572'864, "D:\\", 3, "1.50MB / 10,240.00MB", 0}, {0, "D:\\x\\", 2, "0.00MB / 10,240.00MB", 0},
-      {1'572'864, "D:\\", 0, "1.50MB / -MB", -1},        {1'572'864, "D:\\", -1, "1.50MB / -MB", -1},
-      {4'294'967'295, "R:\\", 1, "4,096.00MB / -MB", 0}, {1, "\\", 3, "0.00MB / -MB", -1},
+      {1'572'864, "D:\\", Ready, "1.50MB / 10,240.00MB", Result::Done},
+      {0, "D:\\x\\", Readable, "0.00MB / 10,240.00MB", Result::Done},
+      {1'572'864, "D:\\", Unusable, "1.50MB / -MB", Result::Failed},
+      {1'572'864, "D:\\", Error, "1.50MB / -MB", Result::Failed},
+      {4'294'967'295, "R:\\", NoMedium, "4,096.00MB / -MB", Result::Done},
+      {1, "\\", Ready, "0.00MB / -MB", Result::Failed},
   };
   for (const auto& space : spaces) {
     application.state.BackupSize = space.needed;

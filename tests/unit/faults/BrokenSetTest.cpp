@@ -7,6 +7,8 @@
 namespace faults {
 namespace {
 
+using enum base::MessageId;
+
 constexpr const char* kDescriptor = "BackupInfo.ini";
 
 /// What a medium held at one moment: one folder, or a pile of floppies.
@@ -17,8 +19,10 @@ enum class Outcome { Refused, NothingOffered, OlderData, Part, Whole, Mixed };
 
 /// Restores the set onto damaged data, and says what came of it.
 Outcome Restore(const Set& set, bool floppies) {
-  static const Route kFromFolder = {"", 1, kSetFolder, 65400, [](Course& course) { DamageData(course); }};
-  static const Route kFromFloppies = {"", 1, "A:\\", 65400, [](Course& course) { DamageData(course); }};
+  static const Route kFromFolder = {"", Menu::Restore, kSetFolder, RestoreComplete,
+                                    [](Course& course) { DamageData(course); }};
+  static const Route kFromFloppies = {"", Menu::Restore, "A:\\", RestoreComplete,
+                                      [](Course& course) { DamageData(course); }};
   static const MediumFiles kSaved[] = {Course(RouteNamed("Folder")).HostFiles(),
                                        Course(RouteNamed("Floppies")).HostFiles()};
   const MediumFiles& saved = kSaved[floppies ? 1 : 0];

@@ -5,6 +5,8 @@
 namespace faults {
 namespace {
 
+using enum base::MessageId;
+
 using fakes::Disk;
 using fakes::ProgramAction;
 using fakes::Words;
@@ -69,37 +71,38 @@ ProgramAction Copies(const std::string& name, Deed then) {
 
 struct Misdeed {
   const char* name;
-  const char* route;
   const char* program;
   ProgramAction action;  ///< empty: the program is missing
-  std::int32_t message;
-  std::string logged;  ///< part of a warning; the message alone says it when empty
+  std::string logged;    ///< part of a warning; the message alone says it when empty
+  base::MessageId message = BackupComplete;
+  const char* route = "Folder";
 };
 
 const Misdeed kMisdeeds[] = {
-    {"archiver missing", "Folder", kArchiver, {}, 60371, "Not started: cabarc -r -p n PatientData.cab"},
-    {"archiver fails but packs", "Folder", kArchiver, Packs(1), 65300, "Exit code 1: cabarc -r -p n PatientData.cab"},
-    {"archiver crashes", "Folder", kArchiver, Ends(0xC0000005), 60371, "Exit code 3221225477: cabarc"},
-    {"archiver is killed on its way", "Folder", kArchiver, Packs(1, kPatient, Cut), 65300, kNotWhole},
-    {"archiver makes nothing", "Folder", kArchiver, Ends(0), 60371, kNotWhole},
-    {"archiver makes an empty file", "Folder", kArchiver, Packs(0, kPatient, Empty), 65300, kNotWhole},
-    {"archiver cuts the end", "Folder", kArchiver, Packs(0, kPatient, Cut), 65300, "PatientData.cab (PatientData)"},
-    {"archiver drops a member", "Folder", kArchiver, Packs(0, kPatient, DropMember), 65300, "holds 3 of 4 files"},
-    {"archiver takes another name", "Folder", kArchiver, Packs(0, kPatient, Rename), 60371, "No archive made: Patient"},
-    {"joiner drops a member", "Floppies", kArchiver, Packs(0, "FDDivide.cab", DropMember), 65300, "holds 7 of 8 files"},
-    {"unpacker missing", "RestoreFolder", kArchiver, {}, 60401, "Not started: cabarc -r -p X"},
-    {"unpacker fails", "RestoreFolder", kArchiver, Ends(1), 60401, "Exit code 1: cabarc -r -p X"},
-    {"unpacker leaves nothing", "RestoreFolder", kArchiver, Ends(0), 60401, ""},
-    {"unpacker leaves less", "RestoreFolder", kArchiver, UnpackLess, 60401, ""},
-    {"copier crashes", "Folder", kInterpreter, Ends(0xC0000005), 60371, "Exit code 3221225477: CMD /C xcopy"},
-    {"copier cuts an archive", "Folder", kInterpreter, Copies("UserData.cab", Cut), 60351, kBadCopy},
-    {"copier takes another name", "Folder", kInterpreter, Copies("UserData.cab", Rename), 60351, kBadCopy},
-    {"copier cuts the descriptor", "Folder", kInterpreter, Copies("BackupInfo.ini", Cut), 60351, kBadCopy},
-    {"copier does nothing in a restore", "RestoreFolder", kInterpreter, Ends(0), 60401, ""},
-    {"registry not exported", "Folder", kRegistry, Ends(1), 65300, "Exit code 1: Reg.exe save"},
-    {"event log not exported", "Folder", kExporter, Ends(7), 65300, "Exit code 7: BackupEventLog.exe (LOG_BACKUP)"},
-    {"dump missing", "Folder", kDump, {}, 60371, "Not started: DumpPatients.bat"},
-    {"dump fails", "Folder", kDump, Ends(2), 65300, "Exit code 2: DumpPatients.bat (PATIENT_BACKUP)"},
+    {"archiver missing", kArchiver, {}, "Not started: cabarc -r -p n PatientData.cab", BackupNotGathered},
+    {"archiver fails but packs", kArchiver, Packs(1), "Exit code 1: cabarc -r -p n PatientData.cab"},
+    {"archiver crashes", kArchiver, Ends(0xC0000005), "Exit code 3221225477: cabarc", BackupNotGathered},
+    {"archiver is killed on its way", kArchiver, Packs(1, kPatient, Cut), kNotWhole},
+    {"archiver makes nothing", kArchiver, Ends(0), kNotWhole, BackupNotGathered},
+    {"archiver makes an empty file", kArchiver, Packs(0, kPatient, Empty), kNotWhole},
+    {"archiver cuts the end", kArchiver, Packs(0, kPatient, Cut), "PatientData.cab (PatientData)"},
+    {"archiver drops a member", kArchiver, Packs(0, kPatient, DropMember), "holds 3 of 4 files"},
+    {"another name", kArchiver, Packs(0, kPatient, Rename), "No archive made: Patient", BackupNotGathered},
+    {"unpacker missing", kArchiver, {}, "Not started: cabarc -r -p X", RestoreFailed, "RestoreFolder"},
+    {"unpacker fails", kArchiver, Ends(1), "Exit code 1: cabarc -r -p X", RestoreFailed, "RestoreFolder"},
+    {"unpacker leaves nothing", kArchiver, Ends(0), "", RestoreFailed, "RestoreFolder"},
+    {"unpacker leaves less", kArchiver, UnpackLess, "", RestoreFailed, "RestoreFolder"},
+    {"copier crashes", kInterpreter, Ends(0xC0000005), "Exit code 3221225477: CMD /C xcopy", BackupNotGathered},
+    {"copier cuts an archive", kInterpreter, Copies("UserData.cab", Cut), kBadCopy, BackupNotWritten},
+    {"copier takes another name", kInterpreter, Copies("UserData.cab", Rename), kBadCopy, BackupNotWritten},
+    {"copier cuts the descriptor", kInterpreter, Copies("BackupInfo.ini", Cut), kBadCopy, BackupNotWritten},
+    {"copier does nothing in a restore", kInterpreter, Ends(0), "", RestoreFailed, "RestoreFolder"},
+    {"registry not exported", kRegistry, Ends(1), "Exit code 1: Reg.exe save"},
+    {"event log not exported", kExporter, Ends(7), "Exit code 7: BackupEventLog.exe (LOG_BACKUP)"},
+    {"dump missing", kDump, {}, "Not started: DumpPatients.bat", BackupNotGathered},
+    {"dump fails", kDump, Ends(2), "Exit code 2: DumpPatients.bat (PATIENT_BACKUP)"},
+    // Of the floppies' joined archive.
+    {"joiner", kArchiver, Packs(0, "FDDivide.cab", DropMember), "holds 7 of 8 files", BackupComplete, "Floppies"},
 };
 
 TEST(ProgramMisdeeds, AreToldAndLoseNothing) {

@@ -3,6 +3,8 @@
 
 namespace {
 
+using enum base::MessageId;
+
 constexpr const char* kFolder = "C:\\Tarsus\\Odd [1] & (2)\\";
 constexpr std::size_t kLongestPath = 259;
 
@@ -23,12 +25,12 @@ MediumFiles SaveAndRestore(const std::string& items) {
   Jobs({"[REPORT_BACKUP]", items, "[REPORT_RESTORE]", items})(session);
   session.BeginBackup(kReportOnly);
   session.AcceptFolder(kSetFolder);
-  session.EndAfter({64302, 65300});
+  session.EndAfter({AskMakeBackupFolder, BackupComplete});
   session.disk.Remove("C:\\Tarsus\\Odd [1] & (2)");
   session.disk.MakeFolders(kFolder);
   session.BeginRestore();
-  session.StartRestore("------x-");
-  session.EndAfter({65400});
+  session.StartRestore({Box::Report});
+  session.EndAfter({RestoreComplete});
   return session.disk.Tree(kFolder);
 }
 
@@ -50,7 +52,7 @@ TEST(OddNames, TooLongPathsAreTold) {
   session.disk.Write(folder + std::string(kLongestPath - folder.size(), 'n'), "fits here, not in the staging folder");
   Jobs({"[REPORT_BACKUP]", "Folder=C:\\Long"})(session);
   session.BeginBackup(kReportOnly);
-  session.LeaveBackupAfter({60371});
+  session.LeaveBackupAfter({BackupNotGathered});
   EXPECT_NE(session.disk.Read(fakes::kLogFile).find("Exit code 4: CMD /C xcopy \"C:\\Long\""), std::string::npos);
 }
 

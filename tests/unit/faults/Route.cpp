@@ -5,6 +5,9 @@
 namespace faults {
 namespace {
 
+using enum base::MessageId;
+using enum host::DriveStatus;
+
 constexpr const char* kHostFolder = "C:\\Tarsus\\";
 
 /// Files that the demonstration workstation's jobs save and restore, of every category.
@@ -21,12 +24,13 @@ void FillData(fakes::FakeHost& host, const std::string& bytes) {
 }
 
 void PutOlderSet(Course& course) {
-  static const Route kEarlier = {"Earlier", 0, kSetFolder, 65300, [](Course& it) { FillData(it, kOlderData); }};
+  static const Route kEarlier = {"Earlier", Menu::Backup, kSetFolder, BackupComplete,
+                                 [](Course& it) { FillData(it, kOlderData); }};
   course.PutSet(FlawlessSet(kEarlier).front());
 }
 
 void NeedPreparation(Course& course) {
-  course.Told().mediaStatuses['D'] = {3, 3, 2, 2};
+  Statuses('D', {Ready, Ready, Readable, Readable})(course);
 }
 
 // Large enough for two disks.
@@ -66,7 +70,7 @@ Course::Course(const Route& way) : route(way) {
     fakes::Press(form.cmdOK);
   });
   person.Habit<frmMainMenu>([this, entered = false](frmMainMenu& form) mutable {
-    forms::CommandButton& item = form.cmdMenu[route.menuItem];
+    forms::CommandButton& item = Button(form, route.menuItem);
     const bool again = std::exchange(entered, true);
     again || !item.Enabled() ? fakes::Press(form.cmdEnd, kShift) : fakes::Press(item);
   });
@@ -76,8 +80,8 @@ Course::Course(const Route& way) : route(way) {
     fakes::Press(form.cmdStart);
   });
   Once<frmRestore>([this](frmRestore& form) {
-    for (const auto box : kBoxes)
-      if ((form.*box).Enabled()) fakes::Tick(form.*box);
+    for (const Box box : kAllBoxes)
+      if (BoxOf(form, box).Enabled()) fakes::Tick(BoxOf(form, box));
     offersNothing = !form.cmdStart.Enabled();
     fakes::Press(offersNothing ? form.cmdCancel : form.cmdStart);
   });
@@ -93,24 +97,21 @@ Course::Course(const Route& way) : route(way) {
     fakes::Type(form.txtFolder, route.folder);
     fakes::Press(form.cmdOK);
   });
-  person.messageHabit = [this](std::int32_t id) { return AnswerMessage(id); };
+  person.messageHabit = [this](base::MessageId id) { return AnswerMessage(id); };
   person.limit = 60;
 }
 
-std::int32_t Course::AnswerMessage(std::int32_t id) {
-  constexpr std::int32_t kNextToWrite = 64306;
-  constexpr std::int32_t kWrongDisk = 64401;
-  constexpr std::int32_t kNextToRead = 64406;
-  if (id == kNextToWrite) {
+host::Answer Course::AnswerMessage(base::MessageId id) {
+  if (id == AskNextBackupDisk) {
     pile.push_back(disk.Tree("A:\\"));
     disk.Format("A:");
   }
-  if (id == kWrongDisk || id == kNextToRead) {
+  if (id == AskRightDisk || id == AskNextSourceDisk) {
     const std::size_t gathered = calls.CountOf("Shell", "CopyWithProgress");
-    if (gathered >= pile.size()) return app::kRefused;
+    if (gathered >= pile.size()) return host::Answer::Refused;
     InsertDisk(pile[gathered]);
   }
-  return app::kConsented;
+  return host::Answer::Consented;
 }
 
 MediumFiles Course::Destination() {
@@ -137,14 +138,14 @@ MediumFiles Course::HostFiles() {
 
 const std::vector<Route>& Routes() {
   static const std::vector<Route> kRoutes = {
-      {"Folder", 0, kSetFolder, 65300, LeaveAsIs},
-      {"OlderSet", 0, kSetFolder, 65300, PutOlderSet},
-      {"Medium", 0, "D:\\", 65300, NeedPreparation},
-      {"Floppies", 0, "A:\\", 65300, PutBigReport},
-      {"RestoreFolder", 1, kSetFolder, 65400, PutDamagedData},
-      {"RestoreFloppies", 1, "A:\\", 65400, PutDamagedDataAndPile},
-      {"ProtectedBundle", 2, "D:\\Log\\", 65450, PutImages},
-      {"BundleWithImages", 2, "D:\\Log\\", 65450, WantImages},
+      {"Folder", Menu::Backup, kSetFolder, BackupComplete, LeaveAsIs},
+      {"OlderSet", Menu::Backup, kSetFolder, BackupComplete, PutOlderSet},
+      {"Medium", Menu::Backup, "D:\\", BackupComplete, NeedPreparation},
+      {"Floppies", Menu::Backup, "A:\\", BackupComplete, PutBigReport},
+      {"RestoreFolder", Menu::Restore, kSetFolder, RestoreComplete, PutDamagedData},
+      {"RestoreFloppies", Menu::Restore, "A:\\", RestoreComplete, PutDamagedDataAndPile},
+      {"ProtectedBundle", Menu::MaintenanceLog, "D:\\Log\\", MaintenanceComplete, PutImages},
+      {"BundleWithImages", Menu::MaintenanceLog, "D:\\Log\\", MaintenanceComplete, WantImages},
   };
   return kRoutes;
 }

@@ -16,12 +16,12 @@ struct Course;
 
 struct Route {
   std::string name;
-  std::size_t menuItem;
-  const char* folder;     ///< destination or source
-  std::int32_t finished;  ///< the message that reports success
+  Menu menuItem;
+  const char* folder;        ///< destination or source
+  base::MessageId finished;  ///< the message that reports success
   void (*arrange)(Course&);
 
-  bool IsRestore() const { return menuItem == 1; }
+  bool IsRestore() const { return menuItem == Menu::Restore; }
   bool UsesFloppies() const { return folder[0] == 'A'; }
 };
 
@@ -56,7 +56,7 @@ struct Course : Session {
       std::exchange(done, true) ? fakes::Press(form.cmdCancel, kShift) : step(form);
     });
   }
-  std::int32_t AnswerMessage(std::int32_t id);
+  host::Answer AnswerMessage(base::MessageId id);
 };
 
 /// All roads: backups to a folder, over an older set, to a medium and to floppies; restores from a

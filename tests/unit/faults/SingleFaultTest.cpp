@@ -8,6 +8,8 @@
 namespace faults {
 namespace {
 
+using enum base::MessageId;
+
 enum class Persistence { Once, ForGood };
 
 /// The run of a route that no fault hits.
@@ -77,8 +79,8 @@ std::string Judge(Course& course, const Flawless& flawless, const fakes::Call& f
   check(!once || !LeftSomething(course, flawless) || HasWarning(course) || WasToldMore(course, flawless),
         "something was left in the host's folders, and nothing says so");
   check(!course.HasOpenFiles(), "a file was left open");
-  check(!once || course.IsTemporaryFolderEmpty() || fault.method == "RemoveFolder" || course.person.WasShown(60411) ||
-            course.person.WasShown(60361),
+  check(!once || course.IsTemporaryFolderEmpty() || fault.method == "RemoveFolder" ||
+            course.person.WasShown(RestoreWorkFolderNotRemoved) || course.person.WasShown(BackupWorkFolderNotRemoved),
         "a staging folder was left behind without a word");
   check(course.toolkit.pointer == forms::Pointer::Default || course.processes.ended, "the pointer is still busy");
   check(course.disk.Read(fakes::kLogFile).find("secret") == std::string::npos, "the log has the password");

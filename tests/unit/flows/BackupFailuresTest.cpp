@@ -3,56 +3,69 @@
 
 namespace {
 
+using enum base::MessageId;
+
 constexpr Ticks kPatientAndReport{.patient = true, .report = true};
 
 struct Failure {
   const char* name;
   Arrangement arrange;
-  Ids messages;  ///< of a failure in writing: first the question for the new folder
+  Ids messages;
   Ticks ticks = kReportOnly;
 };
 
-const Failure kFailures[] = {
-    {"no temporary folder", [](auto& host) { host.files.temporaryFolder = "E:\\Temp\\"; }, {60360}},
-    {"no job file", Gone("C:\\Tarsus\\System\\BackupList.ini"), {60371}},
-    {"section missing", Jobs({"[PATIENT_BACKUP]", "Folder=Patient"}), {60370}, kEverything},
-    {"empty section", Jobs({"[REPORT_BACKUP]", "[X]", "Folder=Report"}), {60371}},
-    {"unknown variable", Jobs({"[REPORT_BACKUP]", "Folder=Report", "CommonFile=%Nowhere%\\x"}), {60326, 60371}},
-    {"no patient data", Jobs({"[PATIENT_BACKUP]", "[REPORT_BACKUP]", "Folder=Report"}), {60371}, kPatientAndReport},
-    {"nothing of the system group",
-     Jobs({"[MENU_BACKUP]", "[SYSTEM_BACKUP]", "[USER_BACKUP]", "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"}),
-     {60371},
-     {.system = true}},
-    {"no logs", Jobs({"[LOG_BACKUP]"}), {60371}, {.log = true}},
-    {"one category produces nothing", Gone("C:\\Tarsus\\Report"), {60371}, kEverything},
-    {"no delete list", NoEntry("DeleteListDB"), {60371}},
-    {"disk full for the files", Before("", Room(5)), {60371}},
-    {"disk full for the archive", Before("cabarc", Room(20)), {60371}},
-    {"no version of the category", SystemFile("BackupVersion.ini", {"ReportData =2", "ReportData="}), {64302, 60372}},
-    {"medium vanishes", Before("\"D:\\", NoMedium("D:")), {64302, 60351}},
-    {"medium fills up", Before("\"D:\\", Capacity("D:", 50)), {64302, 60351}},
-    {"archive vanishes", Before("\"D:\\", Gone(kStagingFolder + std::string("\\ReportData.cab"))), {64302, 60352}},
-    {"audit record refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {64302, 60510}, kEverything},
+const Arrangement kNoPatientData = Jobs({"[PATIENT_BACKUP]", "[REPORT_BACKUP]", "Folder=Report"});
+const Arrangement kUnknownVariable = Jobs({"[REPORT_BACKUP]", "Folder=Report", "CommonFile=%Nowhere%\\x"});
+const Arrangement kEmptyGroup =
+    Jobs({"[MENU_BACKUP]", "[SYSTEM_BACKUP]", "[USER_BACKUP]", "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"});
+const Arrangement kNoVersion = SystemFile("BackupVersion.ini", {"ReportData =2", "ReportData="});
+const Arrangement kArchiveVanishes = Before("\"D:\\", Gone(kStagingFolder + std::string("\\ReportData.cab")));
+
+const Failure kInGathering[] = {
+    {"no temporary folder", [](auto& host) { host.files.temporaryFolder = "E:\\Temp\\"; }, {BackupWorkFolderNotMade}},
+    {"no job file", Gone("C:\\Tarsus\\System\\BackupList.ini"), {BackupNotGathered}},
+    {"section missing", Jobs({"[PATIENT_BACKUP]", "Folder=Patient"}), {BackupSectionMissing}, kEverything},
+    {"empty section", Jobs({"[REPORT_BACKUP]", "[X]", "Folder=Report"}), {BackupNotGathered}},
+    {"unknown variable", kUnknownVariable, {PathEntryUnreadable, BackupNotGathered}},
+    {"no patient data", kNoPatientData, {BackupNotGathered}, kPatientAndReport},
+    {"nothing of the system group", kEmptyGroup, {BackupNotGathered}, {.system = true}},
+    {"no logs", Jobs({"[LOG_BACKUP]"}), {BackupNotGathered}, {.log = true}},
+    {"one category produces nothing", Gone("C:\\Tarsus\\Report"), {BackupNotGathered}, kEverything},
+    {"no delete list", NoEntry("DeleteListDB"), {BackupNotGathered}},
+    {"disk full for the files", Before("", Room(5)), {BackupNotGathered}},
+    {"disk full for the archive", Before("cabarc", Room(20)), {BackupNotGathered}},
 };
 
+/// After the question for the new folder.
+const Failure kInWriting[] = {
+    {"no version of the category", kNoVersion, {DescriptorNotMade}},
+    {"medium vanishes", Before("\"D:\\", NoMedium("D:")), {BackupNotWritten}},
+    {"medium fills up", Before("\"D:\\", Capacity("D:", 50)), {BackupNotWritten}},
+    {"archive vanishes", kArchiveVanishes, {BackupCopyFailed}},
+    {"audit record refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {BackupNotRecorded}, kEverything},
+};
+
+void ExpectFailure(const Failure& failure, bool inWriting) {
+  SCOPED_TRACE(failure.name);
+  Session session(failure.arrange);
+  session.BeginBackup(failure.ticks);
+  if (inWriting) session.AcceptFolder("D:\\Set");
+  if (inWriting) session.See({AskMakeBackupFolder});
+  session.LeaveBackupAfter(failure.messages);
+  EXPECT_TRUE(inWriting || session.disk.Tree("D:\\").empty());
+  EXPECT_EQ(session.disk.IsFile("D:\\Set\\BackupInfo.ini"), session.IsBackupDated());
+}
+
 TEST(BackupFailures, AreToldAndLeaveTheDialogOpen) {
-  for (const Failure& failure : kFailures) {
-    SCOPED_TRACE(failure.name);
-    Session session(failure.arrange);
-    session.BeginBackup(failure.ticks);
-    const bool inWriting = failure.messages[0] == 64302;
-    if (inWriting) session.AcceptFolder("D:\\Set");
-    session.LeaveBackupAfter(failure.messages);
-    EXPECT_TRUE(inWriting || session.disk.Tree("D:\\").empty());
-    EXPECT_EQ(session.disk.IsFile("D:\\Set\\BackupInfo.ini"), session.IsBackupDated());
-  }
+  for (const Failure& failure : kInGathering) ExpectFailure(failure, false);
+  for (const Failure& failure : kInWriting) ExpectFailure(failure, true);
 }
 
 // Another folder can be chosen all the same.
 TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
   const std::tuple<Arrangement, Ids, int> faults[] = {
-      {NoEntry("NetConfigDB"), {60326}, 0},
-      {[](auto& host) { host.qxNetDB.location = "elsewhere"; }, {60323}, 1},
+      {NoEntry("NetConfigDB"), {PathEntryUnreadable}, 0},
+      {[](auto& host) { host.qxNetDB.location = "elsewhere"; }, {NetworkDatabaseNotOpened}, 1},
       {Fails("QXNetDB", "GetEquip"), {}, 1},
       {Fails("QXNetDB", "GetDriveInfo", 2), {}, 1},
       {[](auto& host) { host.qxNetDB.records.clear(); }, {}, 1},
@@ -66,7 +79,7 @@ TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
       fakes::Type(form.txtFolder, "D:\\");
       fakes::Press(form.cmdOK);
     });
-    session.EndAfter({65300});
+    session.EndAfter({BackupComplete});
     EXPECT_FALSE(session.qxNetDB.open);
     EXPECT_EQ(session.qxNetDB.closes, closes);
     EXPECT_EQ(session.state.MediaAppType, "");
@@ -76,7 +89,7 @@ TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
 TEST(BackupFailures, FailedLogDeletionIsShownAfterTheSuccess) {
   Session session(Both(InUse("C:\\Tarsus\\Log\\Host\\host.log"), InUse("C:\\Tarsus\\System\\Tarsus.log")));
   session.BackUpTo("D:\\", kLogsToDelete);
-  session.EndAfter({64304, 65300, 60390});
+  session.EndAfter({AskDeleteLogs, BackupComplete, LogsNotDeleted});
   EXPECT_EQ(session.ChangedHostFiles(), Paths());
 }
 
@@ -84,7 +97,7 @@ TEST(BackupFailures, StagingFolderThatCannotBeRemovedIsShown) {
   Session session(Fails("FileSystem", "RemoveFolder", 1, kStagingFolder));
   session.leavesStagingFolder = true;
   session.BackUpTo("D:\\");
-  session.EndAfter({65300, 60361});
+  session.EndAfter({BackupComplete, BackupWorkFolderNotRemoved});
   EXPECT_TRUE(session.disk.IsFile("D:\\ReportData.cab"));
 }
 

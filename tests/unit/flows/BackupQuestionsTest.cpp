@@ -3,20 +3,23 @@
 
 namespace {
 
+using enum base::MessageId;
+using enum host::DriveStatus;
+
 struct Question {
   const char* name;
-  std::int32_t message;
+  base::MessageId message;
   Arrangement arrange;
   std::string folder = "D:\\";
 };
 
 const Question kQuestions[] = {
-    {"insert a medium", 64300, Statuses('D', {3, 1, 3})},
-    {"prepare the medium", 64305, Statuses('D', {3, 2})},
-    {"foreign label", 64301, Label("D:", "HOLIDAY")},
-    {"new folder", 64302, Nothing, kProposal},
-    {"old archive", 64303, File("D:\\REPORTDATA.CAB", "old")},
-    {"old descriptor", 64303, File("D:\\BackupInfo.ini", "old")},
+    {"insert a medium", AskInsertBackupMedium, Statuses('D', {Ready, NoMedium, Ready})},
+    {"prepare the medium", AskPrepareBackupMedium, Statuses('D', {Ready, Readable})},
+    {"foreign label", AskForeignLabel, Label("D:", "HOLIDAY")},
+    {"new folder", AskMakeBackupFolder, Nothing, kProposal},
+    {"old archive", AskOverwriteBackup, File("D:\\REPORTDATA.CAB", "old")},
+    {"old descriptor", AskOverwriteBackup, File("D:\\BackupInfo.ini", "old")},
 };
 
 TEST(BackupQuestions, ConsentWritesTheSet) {
@@ -24,11 +27,11 @@ TEST(BackupQuestions, ConsentWritesTheSet) {
     SCOPED_TRACE(question.name);
     Session session(question.arrange);
     session.BackUpTo(question.folder);
-    session.EndAfter({question.message, 65300});
+    session.EndAfter({question.message, BackupComplete});
     EXPECT_EQ(session.Unpacked(question.folder + "ReportData.cab").size(), 1u);
     EXPECT_EQ(session.disk.Read(question.folder + "BackupInfo.ini").substr(0, 6), "[Info]");
-    EXPECT_EQ(session.Told().preparedDrives.size(), question.message == 64305 ? 1u : 0u);
-    EXPECT_EQ(session.disk.FindDrive("D:")->label, question.message == 64301 ? "HOLIDAY" : "BACKUP");
+    EXPECT_EQ(session.Told().preparedDrives.size(), question.message == AskPrepareBackupMedium ? 1u : 0u);
+    EXPECT_EQ(session.disk.FindDrive("D:")->label, question.message == AskForeignLabel ? "HOLIDAY" : "BACKUP");
   }
 }
 
@@ -39,7 +42,7 @@ TEST(BackupQuestions, RefusalWritesNothing) {
     const auto before = session.disk.Tree("D:\\");
     const std::string label = session.disk.FindDrive("D:")->label;
     session.BackUpTo(question.folder);
-    session.LeaveBackupAfter({question.message, 65301}, app::kRefused);
+    session.LeaveBackupAfter({question.message, BackupStopped}, host::Answer::Refused);
     EXPECT_EQ(session.disk.Tree("D:\\"), before);
     EXPECT_EQ(session.disk.FindDrive("D:")->label, label);
     EXPECT_FALSE(session.disk.IsFolder(kProposal));
@@ -50,17 +53,18 @@ TEST(BackupQuestions, RefusalWritesNothing) {
 TEST(BackupQuestions, RefusedLogDeletionStopsTheBackup) {
   Session session;
   session.BackUpTo("D:\\", kLogsToDelete);
-  session.LeaveBackupAfter({64304, 65301}, app::kRefused);
+  session.LeaveBackupAfter({AskDeleteLogs, BackupStopped}, host::Answer::Refused);
   EXPECT_TRUE(session.disk.Tree("D:\\").empty());
 }
 
 // Every question of one run, in its order.
 TEST(BackupQuestions, ComeInTheirOrder) {
-  Session session(Both(Statuses('D', {3, 1, 1, 2}), File("D:\\Old\\BackupInfo.ini", "old")));
+  Session session(Both(Statuses('D', {Ready, NoMedium, NoMedium, Readable}), File("D:\\Old\\BackupInfo.ini", "old")));
   session.BackUpTo("D:\\Old", kLogsToDelete);
-  session.See({64304, 64300, 64300});
-  session.person.ExpectMessage(64305, app::kConsented, [&] { session.calls.FailFrom("Drives", "VolumeLabel"); });
-  session.EndAfter({64301, 64303, 65300});
+  session.See({AskDeleteLogs, AskInsertBackupMedium, AskInsertBackupMedium});
+  session.person.ExpectMessage(AskPrepareBackupMedium, host::Answer::Consented,
+                               [&] { session.calls.FailFrom("Drives", "VolumeLabel"); });
+  session.EndAfter({AskForeignLabel, AskOverwriteBackup, BackupComplete});
   EXPECT_TRUE(session.disk.IsFile("D:\\Old\\LogData.cab"));
 }
 
@@ -69,10 +73,11 @@ TEST(BackupQuestions, ComeInTheirOrder) {
 TEST(BackupQuestions, MediaArePreparedInTheHostsWay) {
   for (const std::string type : {"APPLICATION", "standard", ""}) {
     SCOPED_TRACE(type);
-    Session session(Both(Program("C:\\Tarsus\\Backup\\dvdram.exe", DoNothing), Statuses('D', {3, 7, 99, 2})));
+    Session session(Both(Program("C:\\Tarsus\\Backup\\dvdram.exe", DoNothing),
+                         Statuses('D', {Ready, kMeaningless, kMeaningless, Readable})));
     session.qxNetDB.records.back().preparationType = type;
     session.BackUpTo("D:\\");
-    session.EndAfter({64305, 65300});
+    session.EndAfter({AskPrepareBackupMedium, BackupComplete});
     EXPECT_TRUE(session.Told().preparedDrives.empty());
     EXPECT_EQ(session.Told().mediaCommands, Names(session.Told().mediaCommands.size(), "dvdram.exe"));
     EXPECT_EQ(session.processes.CountStarted("dvdram.exe"), type == "APPLICATION" ? 1 : 0);

@@ -3,6 +3,8 @@
 
 namespace {
 
+using enum base::MessageId;
+
 using Cabinets = std::map<std::string, fakes::CabinetContents>;
 
 /// A folder of the host as an archive holds it, beside the files of other items.
@@ -59,7 +61,7 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
     SCOPED_TRACE(phases.front());
     Session session;
     session.BackUpTo({}, ticks);
-    session.EndAfter({64302, 65300});
+    session.EndAfter({AskMakeBackupFolder, BackupComplete});
     ExpectSet(session, kProposal, categories);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_EQ(session.qx32.texts["BackupDate"], "20120315");
@@ -85,7 +87,7 @@ TEST(Backup, GoesWhereTheOperatorWants) {
     session.Press(&frmSelectFolder::cmdRefer);
     session.person.ExpectBrowse(folder);
     session.AcceptFolder();
-    session.EndAfter({65300});
+    session.EndAfter({BackupComplete});
     ExpectSet(session, folder);
     EXPECT_EQ(session.shell.lastTitle, "Choose a folder");
     EXPECT_TRUE(session.components.Logged("Refer Folder"));
@@ -119,7 +121,7 @@ TEST(Backup, ShowsNeededAndFreeSpaceAndFollowsTheMedium) {
 TEST(Backup, StartNeedsATickAndLogDeletionNeedsTheLogs) {
   Session session;
   session.SignIn(fakes::kBackupUser);
-  session.OpenMenuItem(0);
+  session.OpenMenuItem(Menu::Backup);
   session.At<frmBackup>([](frmBackup& form) {
     EXPECT_TRUE(form.chkPatientData.Value() && form.chkLogData.Value() && form.chkDeleteLog.Enabled());
     EXPECT_FALSE(form.chkSystemData.Value() || form.chkReportData.Value());
@@ -139,7 +141,7 @@ TEST(Backup, SystemGroupIsContentWithOneCategory) {
   for (const char* lost : {"Menu", "Explain", "ReportSet", "Config\\system.ini"})
     session.disk.Remove(std::string("C:\\Tarsus\\") + lost);
   session.BackUpTo("D:\\", {.system = true});
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   ExpectSet(session, "D:\\", {"UserData"});
 }
 
@@ -150,7 +152,7 @@ TEST(Backup, FoldersAreGatheredAfterTheExporters) {
     return disk.Write("C:\\Tarsus\\Report\\keys.txt", "keys") ? 0u : 1u;
   });
   session.BackUpTo("D:\\");
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   EXPECT_TRUE(session.Unpacked("D:\\ReportData.cab").contains("Report\\keys.txt"));
 }
 
@@ -158,7 +160,7 @@ TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
   Session session(File("C:\\Tarsus\\Update\\Maintenance_PC1.cab",
                        fakes::MakeCabinet({{"Maintenance_PC1_120314101010\\client.log", "of a client"}})));
   session.BackUpTo("D:\\", {.log = true});
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_PC1_120314101010\\client.log"), "of a client");
   EXPECT_TRUE(session.disk.Children("C:\\Tarsus\\Update").empty());
 }
@@ -167,8 +169,8 @@ TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   Session session;
   session.disk.Find("C:\\Tarsus\\System\\Tarsus.log")->attributes = fakes::kReadOnly;
   session.BackUpTo("D:\\", kLogsToDelete);
-  session.See({64304});
-  session.person.ExpectMessage(65300, 0, [&] {
+  session.See({AskDeleteLogs});
+  session.person.ExpectMessage(BackupComplete, [&] {
     EXPECT_TRUE(session.disk.IsFile("C:\\Tarsus\\Log\\Host\\host.log")) << "not before the success was shown";
   });
   session.EndAfter({});
@@ -179,7 +181,7 @@ TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
 TEST(Backup, StagesOnTheSystemDriveWithoutATemporaryFolder) {
   Session session([](auto& host) { host.files.temporaryFolder.clear(); });
   session.BackUpTo("D:\\");
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   ExpectSet(session, "D:\\");
   EXPECT_GT(session.calls.CountOf("FileSystem", "RemoveFolder"), 0u);
   EXPECT_FALSE(session.disk.IsFolder("C:\\120315093012"));

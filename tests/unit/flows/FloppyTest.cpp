@@ -3,6 +3,10 @@
 
 namespace {
 
+using enum base::MessageId;
+using enum host::DriveStatus;
+
+constexpr auto kFormatted = host::FormatAnswer::Done;
 constexpr const char* kReport = "C:\\Tarsus\\Report\\big.dat";
 constexpr std::size_t kPiece = 1'400'000;
 constexpr const char* kJoinCommand = "CMD /C Copy /B FDDivide001 + FDDivide002 + FDDivide003 FDDivide.cab";
@@ -39,8 +43,8 @@ struct FloppySession : Session {
       if (at < size) disks.back()["FDDivide00" + number] = joined.substr(at, pieceSize);
     }
   }
-  void PromptForDisk(std::int32_t id, const MediumFiles& contents) {
-    person.ExpectMessage(id, app::kConsented, [this, contents] { InsertDisk(contents); });
+  void PromptForDisk(base::MessageId id, const MediumFiles& contents) {
+    person.ExpectMessage(id, host::Answer::Consented, [this, contents] { InsertDisk(contents); });
   }
   void EmptyDrive() { disk.FindDrive("A:")->ready = false; }
   void TakeDiskOut() {
@@ -59,12 +63,13 @@ TEST(FloppySets, ComeBackAsTheyWere) {
   session.EmptyDrive();
   session.BackUpTo("A:\\", kEverything);
   for (int disk = 1; disk <= 3; ++disk) {
-    if (disk > 1) session.person.ExpectMessage(64306, app::kConsented, [&] { session.TakeDiskOut(); });
-    session.See({64300});
-    session.PromptForDisk(64300, {{"stranger.txt", "goes"}});
-    session.person.ExpectFormat(0);
+    if (disk > 1)
+      session.person.ExpectMessage(AskNextBackupDisk, host::Answer::Consented, [&] { session.TakeDiskOut(); });
+    session.See({AskInsertBackupMedium});
+    session.PromptForDisk(AskInsertBackupMedium, {{"stranger.txt", "goes"}});
+    session.person.ExpectFormat(kFormatted);
   }
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   EXPECT_EQ(session.disk.FindDrive("A:")->label, "BACKUP");
   session.TakeDiskOut();
   ASSERT_EQ(disks.size(), 3u);
@@ -80,20 +85,20 @@ TEST(FloppySets, ComeBackAsTheyWere) {
   const auto expected = session.disk.Tree("C:\\Tarsus\\Report");
   for (const char* lost : {"Report", "Menu", "Patient"}) session.disk.Remove(std::string("C:\\Tarsus\\") + lost);
   session.BeginRestore("A:\\");
-  session.StartRestore("xx----x-");
-  session.PromptForDisk(64401, disks[1]);
-  session.See({64401}, app::kRefused);
-  session.person.ExpectMessage(65401, 0, [&] {
+  session.StartRestore({Box::Patient, Box::Menu, Box::Report});
+  session.PromptForDisk(AskRightDisk, disks[1]);
+  session.See({AskRightDisk}, host::Answer::Refused);
+  session.person.ExpectMessage(RestoreStopped, [&] {
     EXPECT_TRUE(session.IsTemporaryFolderEmpty());
     session.InsertDisk(disks[0]);
     session.shell.lastTitle.clear();
   });
-  session.StartRestore("xx----x-");
-  session.PromptForDisk(64406, disks[2]);
-  session.person.ExpectMessage(64401, app::kConsented, [&] { session.EmptyDrive(); });
-  session.PromptForDisk(64400, disks[1]);
-  session.PromptForDisk(64406, disks[2]);
-  session.EndAfter({65400});
+  session.StartRestore({Box::Patient, Box::Menu, Box::Report});
+  session.PromptForDisk(AskNextSourceDisk, disks[2]);
+  session.person.ExpectMessage(AskRightDisk, host::Answer::Consented, [&] { session.EmptyDrive(); });
+  session.PromptForDisk(AskInsertSourceMedium, disks[1]);
+  session.PromptForDisk(AskNextSourceDisk, disks[2]);
+  session.EndAfter({RestoreComplete});
   EXPECT_EQ(session.disk.Tree("C:\\Tarsus\\Report"), expected);
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\Menu\\menu.ini"), "menu=1");
   EXPECT_EQ(session.disk.Tree("C:\\Tarsus\\Patient").size(), 3u);
@@ -110,9 +115,9 @@ TEST(FloppySets, AreGatheredWhateverTheirSize) {
     ASSERT_EQ(session.disks.size(), size / kPiece + 1);
     session.InsertDisk(session.disks[0]);
     session.BeginRestore("A:\\");
-    session.StartRestore("------x-");
-    for (std::size_t i = 1; i < session.disks.size(); ++i) session.PromptForDisk(64406, session.disks[i]);
-    session.EndAfter({65400});
+    session.StartRestore({Box::Report});
+    for (std::size_t i = 1; i < session.disks.size(); ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
+    session.EndAfter({RestoreComplete});
     EXPECT_EQ(session.ChangedHostFiles(), Paths{"Report\\big.dat"});
   }
 }
@@ -122,13 +127,13 @@ TEST(FloppySets, ExactMultipleAsksForOneDiskMoreThanThereArePieces) {
   FloppySession session(Gone("C:\\Tarsus\\Report"));
   session.disk.Write(kReport, std::string(ReportFor(kPiece), 'x'));
   session.BackUpTo("A:\\");
-  session.person.ExpectFormat(0);
-  session.person.ExpectMessage(64306, app::kConsented, [&] {
+  session.person.ExpectFormat(kFormatted);
+  session.person.ExpectMessage(AskNextBackupDisk, host::Answer::Consented, [&] {
     EXPECT_EQ(session.disk.Read("A:\\FDDivide001").size(), kPiece);
     session.disk.Format("A:");
   });
-  session.person.ExpectFormat(0);
-  session.LeaveBackupAfter({63460});
+  session.person.ExpectFormat(kFormatted);
+  session.LeaveBackupAfter({MaintenanceDriveError});
   EXPECT_NE(session.disk.Read("A:\\BackupInfo.ini").find(DiskLines("2", "2")), std::string::npos);
 }
 
@@ -137,8 +142,8 @@ TEST(FloppySets, SmallLetterMeansAFolder) {
   const std::string cabinet = fakes::MakeCabinet({{"Report\\big.dat", "whole"}});
   session.InsertDisk({{"BackupInfo.ini", DiskDescriptor("2", "1")}, {"ReportData.cab", cabinet}});
   session.BeginRestore("a:\\");
-  session.StartRestore("------x-");
-  session.EndAfter({65400});
+  session.StartRestore({Box::Report});
+  session.EndAfter({RestoreComplete});
   EXPECT_EQ(session.disk.Read(kReport), "whole");
 }
 
@@ -146,21 +151,21 @@ struct Refusal {
   const char* name;
   Arrangement arrange;
   Ids messages;
-  std::int32_t formatResult = 1;  ///< 1: there is no format dialog
+  std::optional<host::FormatAnswer> format = {};  ///< of the format dialog, where it comes to one
 };
 
 const Refusal kRefusals[] = {
-    {"error", Statuses('A', {-1}), {63310, 65301}},
-    {"unusable", Statuses('A', {0}), {63311, 65301}},
-    {"write-protected", Statuses('A', {2}), {63312, 65301}},
-    {"not inserted", Statuses('A', {1}), {64300, 65301}},
-    {"cannot be formatted", Nothing, {60382, 65301}, -3},
-    {"formatting cancelled", Nothing, {60381, 65301}, -2},
-    {"formatting failed", Nothing, {65301}, -1},
-    {"no label", Fails("Drives", "SetVolumeLabel"), {60383, 65301}, 0},
-    {"no descriptor", Fails("FileSystem", "AppendText"), {60326, 65301}, 0},
-    {"piece not copied", Fails("Shell", "CopyWithProgress"), {63460}, 0},
-    {"disk too small", Capacity("A:", 200), {63460}, 0},
+    {"error", Statuses('A', {Error}), {BackupDriveError, BackupStopped}},
+    {"unusable", Statuses('A', {Unusable}), {BackupDriveUnusable, BackupStopped}},
+    {"write-protected", Statuses('A', {Readable}), {BackupFloppyUnusable, BackupStopped}},
+    {"not inserted", Statuses('A', {NoMedium}), {AskInsertBackupMedium, BackupStopped}},
+    {"cannot be formatted", Nothing, {BackupFormatFailed, BackupStopped}, host::FormatAnswer::NotPossible},
+    {"formatting cancelled", Nothing, {BackupFormatCancelled, BackupStopped}, host::FormatAnswer::Cancelled},
+    {"formatting failed", Nothing, {BackupStopped}, host::FormatAnswer::Failed},
+    {"no label", Fails("Drives", "SetVolumeLabel"), {BackupLabelFailed, BackupStopped}, kFormatted},
+    {"no descriptor", Fails("FileSystem", "AppendText"), {PathEntryUnreadable, BackupStopped}, kFormatted},
+    {"piece not copied", Fails("Shell", "CopyWithProgress"), {MaintenanceDriveError}, kFormatted},
+    {"disk too small", Capacity("A:", 200), {MaintenanceDriveError}, kFormatted},
 };
 
 // A first disk that is written by then stays as it is.
@@ -175,12 +180,13 @@ TEST(FloppySets, RefusedDiskStopsTheBackup) {
         refusal.arrange(session);
       };
       session.BackUpTo("A:\\");
-      if (second) session.person.ExpectFormat(0).ExpectMessage(64306, app::kConsented, refuse);
+      if (second)
+        session.person.ExpectFormat(kFormatted).ExpectMessage(AskNextBackupDisk, host::Answer::Consented, refuse);
       if (!second) refuse();
-      if (refusal.formatResult != 1) session.person.ExpectFormat(refusal.formatResult);
-      session.LeaveBackupAfter(refusal.messages, app::kRefused);
+      if (refusal.format) session.person.ExpectFormat(*refusal.format);
+      session.LeaveBackupAfter(refusal.messages, host::Answer::Refused);
       EXPECT_EQ(before.size(), second ? 2u : 0u);
-      EXPECT_TRUE(refusal.formatResult == 0 || session.disk.Tree("A:\\") == before);
+      EXPECT_TRUE(refusal.format == kFormatted || session.disk.Tree("A:\\") == before);
     }
   }
 }
@@ -189,11 +195,11 @@ TEST(FloppySets, AreNotBegunOrNotContinued) {
   FloppySession session(File(kReport, std::string(kPiece, 'x')));
   session.calls.FailFrom("FileSystem", "CreateBinary");
   session.BackUpTo("A:\\");
-  session.See({60326});
-  session.person.ExpectMessage(65301, 0, [&] { session.calls.Reset(); });
+  session.See({PathEntryUnreadable});
+  session.person.ExpectMessage(BackupStopped, [&] { session.calls.Reset(); });
   session.AcceptFolder("A:\\");
-  session.person.ExpectFormat(0);
-  session.LeaveBackupAfter({64306, 65301}, app::kRefused);
+  session.person.ExpectFormat(kFormatted);
+  session.LeaveBackupAfter({AskNextBackupDisk, BackupStopped}, host::Answer::Refused);
 }
 
 /// Works on a set of three disks, the first of which goes into the drive, or on the host.
@@ -219,35 +225,45 @@ std::uint32_t JoinNothing(fakes::Disk& disk, const fakes::Words& words) {
 struct Failure {
   const char* name;
   DiskArrangement arrange;
-  /// 64406 puts the next disk in, unless the restore stops there; every other prompt is refused.
-  Ids messages;
+  Ids messages;           ///< after the other disks; every prompt is refused
+  std::size_t disks = 0;  ///< that are put in, as they are asked for, behind the first one
 };
 
+const Ids kNotJoined = {PathEntryUnreadable, RestoreStopped};
+const MediumFiles kOtherCategory = {{"FDDivide001", fakes::MakeCabinet({{"MenuData.cab.tmp", "menu"}})}};
+
+void SwapTwo(FloppySession& session) {
+  std::swap(session.disks[0], session.disks[1]);
+}
+void ShortenOne(FloppySession& session) {
+  session.disks[1]["FDDivide002"].pop_back();
+}
+
 const Failure kFailures[] = {
-    {"next disk refused", Nothing, {64406, 65401}},
-    {"last disk refused", Nothing, {64406, 64406, 65401}},
-    {"wrong disk", [](auto& session) { std::swap(session.disks[0], session.disks[1]); }, {64401, 65401}},
-    {"number written otherwise", Descriptor(0, "3", "01"), {64401, 65401}},
-    {"drive error", Statuses('A', {3, -1}), {63410, 65401}},
-    {"disk unusable", Statuses('A', {3, 0}), {63411, 65401}},
-    {"disk not for this", Statuses('A', {3, 2}), {63412, 65401}},
-    {"disk not inserted", Statuses('A', {3, 1}), {64400, 65401}},
-    {"count zero", Descriptor(0, "0", "1"), {60427}},
-    {"count negative", Descriptor(0, "-1", "1"), {60427}},
-    {"count beyond 16 bits", Descriptor(0, "99999", "1"), {60427}},
-    {"count as text", Descriptor(0, "three", "1"), {60427}},
-    {"count that begins as a number", Descriptor(0, "3 disks", "1"), {60427}},
-    {"count missing", Descriptor(0, "", "1"), {60427}},
-    {"number missing", Descriptor(1, "3", ""), {64406, 60427}},
-    {"next disk without descriptor", Without(1, "BackupInfo.ini"), {64406, 60427}},
-    {"first piece missing", Without(0, "FDDivide001"), {63460}},
-    {"last piece missing", Without(2, "FDDivide003"), {64406, 64406, 63460}},
-    {"only piece missing", OneDisk({}), {63460}},
-    {"piece not copied", Fails("Shell", "CopyWithProgress", 2), {64406, 63460}},
-    {"piece shortened", [](auto& session) { session.disks[1]["FDDivide002"].pop_back(); }, {64406, 64406, 60421}},
-    {"join writes nothing", Program(kInterpreter, JoinNothing), {64406, 64406, 60326, 65401}},
-    {"join not started", Fails("Processes", "Start", 1, kJoinCommand), {64406, 64406, 60326, 65401}},
-    {"category missing", OneDisk({{"FDDivide001", fakes::MakeCabinet({{"MenuData.cab.tmp", "menu"}})}}), {60401}},
+    {"next disk refused", Nothing, {AskNextSourceDisk, RestoreStopped}},
+    {"last disk refused", Nothing, {AskNextSourceDisk, RestoreStopped}, 1},
+    {"wrong disk", SwapTwo, {AskRightDisk, RestoreStopped}},
+    {"number written otherwise", Descriptor(0, "3", "01"), {AskRightDisk, RestoreStopped}},
+    {"drive error", Statuses('A', {Ready, Error}), {SourceDriveError, RestoreStopped}},
+    {"disk unusable", Statuses('A', {Ready, Unusable}), {SourceDriveUnusable, RestoreStopped}},
+    {"disk not for this", Statuses('A', {Ready, Readable}), {SourceMediumUnusable, RestoreStopped}},
+    {"disk not inserted", Statuses('A', {Ready, NoMedium}), {AskInsertSourceMedium, RestoreStopped}},
+    {"count zero", Descriptor(0, "0", "1"), {DescriptorIncomplete}},
+    {"count negative", Descriptor(0, "-1", "1"), {DescriptorIncomplete}},
+    {"count beyond 16 bits", Descriptor(0, "99999", "1"), {DescriptorIncomplete}},
+    {"count as text", Descriptor(0, "three", "1"), {DescriptorIncomplete}},
+    {"count that begins as a number", Descriptor(0, "3 disks", "1"), {DescriptorIncomplete}},
+    {"count missing", Descriptor(0, "", "1"), {DescriptorIncomplete}},
+    {"number missing", Descriptor(1, "3", ""), {DescriptorIncomplete}, 1},
+    {"next disk without descriptor", Without(1, "BackupInfo.ini"), {DescriptorIncomplete}, 1},
+    {"first piece missing", Without(0, "FDDivide001"), {MaintenanceDriveError}},
+    {"last piece missing", Without(2, "FDDivide003"), {MaintenanceDriveError}, 2},
+    {"only piece missing", OneDisk({}), {MaintenanceDriveError}},
+    {"piece not copied", Fails("Shell", "CopyWithProgress", 2), {MaintenanceDriveError}, 1},
+    {"piece shortened", ShortenOne, {ArchiveNotUnpacked}, 2},
+    {"join writes nothing", Program(kInterpreter, JoinNothing), kNotJoined, 2},
+    {"join not started", Fails("Processes", "Start", 1, kJoinCommand), kNotJoined, 2},
+    {"category missing", OneDisk(kOtherCategory), {RestoreFailed}},
 };
 
 TEST(FloppySets, RestoreThatFailsTouchesNothing) {
@@ -259,13 +275,9 @@ TEST(FloppySets, RestoreThatFailsTouchesNothing) {
     failure.arrange(session);
     session.InsertDisk(session.disks[0]);
     session.BeginRestore("A:\\");
-    session.StartRestore("------x-");
-    Ids messages = failure.messages;
-    for (std::size_t disk = 1; messages[0] == 64406 && messages[1] != 65401; ++disk) {
-      session.PromptForDisk(64406, session.disks[disk]);
-      messages.erase(messages.begin());
-    }
-    session.LeaveRestoreAfter(messages, app::kRefused);
+    session.StartRestore({Box::Report});
+    for (std::size_t i = 1; i <= failure.disks; ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
+    session.LeaveRestoreAfter(failure.messages, host::Answer::Refused);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_FALSE(session.state.RestoreDone);
   }

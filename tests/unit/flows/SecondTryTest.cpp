@@ -3,11 +3,13 @@
 
 namespace {
 
+using enum base::MessageId;
+
 // After a backup of everything that is cancelled, one that fails, and a destination that is refused.
 TEST(SecondTry, OfABackupMakesTheSetOfAFirstOne) {
   Session once;
   once.BackUpTo("D:\\");
-  once.EndAfter({65300});
+  once.EndAfter({BackupComplete});
   Session session;
   session.BeginBackup(kEverything);
   session.At<frmSelectFolder>([&](frmSelectFolder& form) {
@@ -15,12 +17,12 @@ TEST(SecondTry, OfABackupMakesTheSetOfAFirstOne) {
     fakes::Press(form.cmdCancel);
   });
   session.StartBackup(kReportOnly);
-  session.person.ExpectMessage(60371, 0, [&] { session.disk.Move("C:\\Away", "C:\\Tarsus\\Report"); });
+  session.person.ExpectMessage(BackupNotGathered, [&] { session.disk.Move("C:\\Away", "C:\\Tarsus\\Report"); });
   session.StartBackup(kReportOnly);
   session.AcceptFolder();
-  session.See({64302, 65301}, app::kRefused);
+  session.See({AskMakeBackupFolder, BackupStopped}, host::Answer::Refused);
   session.AcceptFolder("D:\\");
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   EXPECT_EQ(session.disk.Tree("D:\\"), once.disk.Tree("D:\\"));
 }
 
@@ -28,14 +30,14 @@ TEST(SecondTry, OfABackupMakesTheSetOfAFirstOne) {
 TEST(SecondTry, ToAFolderOfASetThatWasMeantForFloppies) {
   Session once;
   once.BackUpTo("D:\\");
-  once.EndAfter({65300});
+  once.EndAfter({BackupComplete});
   Session session(Fails("TextWriter", "Write", 3, std::string(kStagingFolder) + "\\BackupInfo.ini"));
   session.BackUpTo("A:\\");
-  session.person.ExpectFormat(0);
-  session.See({60326});
-  session.person.ExpectMessage(65301, 0, [&] { session.calls.Reset(); });
+  session.person.ExpectFormat(host::FormatAnswer::Done);
+  session.See({PathEntryUnreadable});
+  session.person.ExpectMessage(BackupStopped, [&] { session.calls.Reset(); });
   session.AcceptFolder("D:\\");
-  session.EndAfter({65300});
+  session.EndAfter({BackupComplete});
   EXPECT_EQ(session.disk.Tree("D:\\"), once.disk.Tree("D:\\"));
 }
 
@@ -43,13 +45,13 @@ TEST(SecondTry, ToAFolderOfASetThatWasMeantForFloppies) {
 TEST(SecondTry, OfARestoreFindsTheSelectionOpen) {
   Session session;
   session.BackUpEverything();
-  Statuses('D', {-1})(session);
+  Statuses('D', {host::DriveStatus::Error})(session);
   session.BeginRestore();
-  session.See({63410});
+  session.See({SourceDriveError});
   session.AcceptFolder(kSetFolder);
-  session.StartRestore("-x------");
-  session.See({65400});
-  session.OpenMenuItem(1);
+  session.StartRestore({Box::Menu});
+  session.See({RestoreComplete});
+  session.OpenMenuItem(Menu::Restore);
   session.AcceptFolder(kSetFolder);
   session.Cancel<frmRestore>();
   session.LeaveRestoreAfter({});

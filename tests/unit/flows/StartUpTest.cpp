@@ -3,10 +3,12 @@
 
 namespace {
 
+using enum base::MessageId;
+
 /// One thing that can be wrong with the installation, and the message that says so.
 struct Defect {
   const char* name;
-  std::int32_t message;
+  base::MessageId message;
   Arrangement plant;
 };
 
@@ -16,24 +18,24 @@ Arrangement Runs(const char* executable) {
 
 // In the order in which start-up looks. Of the names of sibling tools it compares fifteen characters.
 const Defect kDefects[] = {
-    {"no system database entry", 60326, NoEntry("SysMasterDB")},
-    {"system database not opened", 60321, [](auto& host) { host.qx32lib.connection = "DSN=Another"; }},
-    {"no table name", 60325, [](auto& host) { host.qx32lib.values.clear(); }},
-    {"system database not closed", 60321, Fails("QX32lib", "SysDBClose")},
-    {"log folder lost", 60326, Fails("QX32", "GetString", 2, "Log")},  // the log has read it once before
-    {"no font size", 60322, [](auto& host) { host.qx32.numbers.erase("BackupUtility\\BUFontSizeSS"); }},
-    {"no catalogue entry", 60326, NoEntry("LangStrDB")},
-    {"no catalogue table", 60320, [](auto& host) { host.catalogue.tableName = "T_OTHER"; }},
-    {"second instance", 60316, [](auto& host) { host.processes.previousInstance = true; }},
-    {"user utility runs", 60314, Runs("QXUserUtility.exe")},
-    {"service utility runs", 60315, Runs("QXServiceUtilit")},
-    {"scheduled backup runs", 61603, Runs("ScheduledBackupper.exe")},
-    {"no application root", 60326, NoEntry("ApplicationRoot")},
-    {"no system entry", 60326, NoEntry("System")},
-    {"no user folder", 60326, NoEntry("UserFolder")},
+    {"no system database entry", PathEntryUnreadable, NoEntry("SysMasterDB")},
+    {"system database not opened", SystemDatabaseFailed, [](auto& host) { host.qx32lib.connection = "DSN=Another"; }},
+    {"no table name", MessageTableUnnamed, [](auto& host) { host.qx32lib.values.clear(); }},
+    {"system database not closed", SystemDatabaseFailed, Fails("QX32lib", "SysDBClose")},
+    {"log folder lost", PathEntryUnreadable, Fails("QX32", "GetString", 2, "Log")},  // the log has read it once before
+    {"no font size", AppearanceUnreadable, [](auto& host) { host.qx32.numbers.erase("BackupUtility\\BUFontSizeSS"); }},
+    {"no catalogue entry", PathEntryUnreadable, NoEntry("LangStrDB")},
+    {"no catalogue table", CatalogueNotOpened, [](auto& host) { host.catalogue.tableName = "T_OTHER"; }},
+    {"second instance", AlreadyRunning, [](auto& host) { host.processes.previousInstance = true; }},
+    {"user utility runs", UserUtilityRuns, Runs("QXUserUtility.exe")},
+    {"service utility runs", ServiceUtilityRuns, Runs("QXServiceUtilit")},
+    {"scheduled backup runs", ScheduledBackupRuns, Runs("ScheduledBackupper.exe")},
+    {"no application root", PathEntryUnreadable, NoEntry("ApplicationRoot")},
+    {"no system entry", PathEntryUnreadable, NoEntry("System")},
+    {"no user folder", PathEntryUnreadable, NoEntry("UserFolder")},
 };
 
-void ExpectHalt(Session& session, std::int32_t message) {
+void ExpectHalt(Session& session, base::MessageId message) {
   session.See({message});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
@@ -84,7 +86,7 @@ TEST(StartUp, WithoutDirectoryIniSaysSoPlainlyAndLogsNothing) {
 // The log cannot be found, so every line asks for its folder again, and says so.
 TEST(StartUp, WithoutLogFolderComplainsWithEveryLine) {
   Session session(NoEntry("Log"));
-  session.See({60326, 60326, 60326});
+  session.See({PathEntryUnreadable, PathEntryUnreadable, PathEntryUnreadable});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
   EXPECT_FALSE(session.disk.IsFile(fakes::kLogFile));
@@ -148,11 +150,11 @@ TEST(EndOfProgram, SaysWhatItCannotDo) {
   Session session;
   session.SignIn();
   session.At<frmMainMenu>([&](frmMainMenu& form) {
-    session.Told().auditAnswer = 1;
+    session.Told().auditRefusal = "answered 1";
     session.disk.Remove("C:\\Tarsus\\System\\Tarsus.exe");
     fakes::Press(form.cmdEnd);
   });
-  session.See({60501, 60260});
+  session.See({SignOutNotRecorded, HostNotStarted});
   session.Run();
   EXPECT_TRUE(session.components.Logged("Finish Backup Utility and Start Tarsus"));
 }

@@ -10,6 +10,9 @@
 
 namespace {
 
+using base::Result;
+using enum base::MessageId;
+
 TEST(RecentImages, FaultsCostOnlyWhatTheyConcern) {
   const std::tuple<Arrangement, Names, const char*> faults[] = {
       {Fails("StudyDatabaseQuery", "OpenQuery"), {}, "list of recent images"},
@@ -32,7 +35,7 @@ TEST(RecentImages, FaultsCostOnlyWhatTheyConcern) {
 
 TEST_F(JobTest, ImagesNeedTheirPathEntry) {
   host.qx32.pathTable.erase("Image");
-  host.person.ExpectMessage(60326);
+  host.person.ExpectMessage(PathEntryUnreadable);
   maintenance::CopyRecentImages(application, kStaging);
   EXPECT_TRUE(host.Told().statements.empty());
   host.qx32.pathTable["Image"] = "\\";  // no folder that could stand in a path
@@ -43,13 +46,13 @@ TEST_F(JobTest, ImagesNeedTheirPathEntry) {
 
 TEST_F(JobTest, EnsureFolderReportsWhatItCannotMake) {
   for (const char* folder : {"C:\\Tarsus\\Menu\\menu.ini\\a\\b", "Q:\\a"})
-    EXPECT_EQ(maintenance::EnsureFolder(application, folder), app::kFailed);
+    EXPECT_EQ(maintenance::EnsureFolder(application, folder), Result::Failed);
 }
 
 TEST_F(JobTest, StudyListFallsBackToTheSystemDriveWithoutADesktop) {
   application.state.ProtectPersonalInfo = true;
   host.shell.desktop.clear();
-  EXPECT_EQ(maintenance::ExportStudyList(application), app::kDone);
+  EXPECT_EQ(maintenance::ExportStudyList(application), Result::Done);
   EXPECT_EQ(host.disk.Read("C:\\T_TSTUDY.txt"), "studies without names");
   EXPECT_EQ(Staged(), Names{"T_TSTUDY.txt"});
   EXPECT_FALSE(host.disk.IsFile("C:\\Tarsus\\Temp\\StudyDB\\BCP\\T_TSTUDY.txt"));
@@ -67,7 +70,7 @@ TEST_F(JobTest, ClientLogsAreImportedInListedOrderAndConsumed) {
     host.disk.Write("C:\\Tarsus\\Update\\Maintenance_" + client + ".cab", ClientArchive(client));
   host.disk.Write("C:\\Tarsus\\Update\\Maintenance_AB.cab", "no cabinet");
   host.disk.Write("C:\\Tarsus\\Update\\Other.cab", "other");
-  EXPECT_EQ(maintenance::ImportClientLogs(application), app::kDone);
+  EXPECT_EQ(maintenance::ImportClientLogs(application), Result::Done);
   EXPECT_EQ(NamesBelow("C:\\Tarsus\\ClientLog"),
             (Names{"Maintenance_A_120314101010\\c.log", "Maintenance_B 1_120314101010\\c.log"}));
   EXPECT_EQ(NamesBelow("C:\\Tarsus\\Update"), Names{"Other.cab"});
@@ -80,8 +83,8 @@ TEST_F(JobTest, ClientLogsAreImportedInListedOrderAndConsumed) {
 // The first fault ends it.
 TEST(ClientLogImport, LosesNoArchive) {
   const std::pair<Arrangement, Ids> faults[] = {
-      {NoEntry("Update"), {60326}},
-      {NoEntry("ClientLog"), {60326}},
+      {NoEntry("Update"), {PathEntryUnreadable}},
+      {NoEntry("ClientLog"), {PathEntryUnreadable}},
       {[](auto& host) { host.qx32.pathTable["ClientLog"] = "C:\\NoParent\\ClientLog"; }, {}},
       {File("C:\\Tarsus\\ClientLog\\Maintenance_A.cab", "stands there already"), {}},
       {Gone(kArchiver), {}},
@@ -90,8 +93,8 @@ TEST(ClientLogImport, LosesNoArchive) {
     JobStation station;
     station.host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab", ClientArchive("A"));
     arrange(station.host);
-    for (const std::int32_t id : messages) station.host.person.ExpectMessage(id);
-    EXPECT_EQ(maintenance::ImportClientLogs(station.application), app::kFailed);
+    for (const base::MessageId id : messages) station.host.person.ExpectMessage(id);
+    EXPECT_EQ(maintenance::ImportClientLogs(station.application), Result::Failed);
     EXPECT_TRUE(station.host.disk.Read("C:\\Tarsus\\Update\\Maintenance_A.cab") == ClientArchive("A") ||
                 station.host.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_A.cab") == ClientArchive("A"));
   }
@@ -115,7 +118,7 @@ struct Retention {
   Names folders;
   std::optional<std::uint32_t> keep;  ///< the registry value, where there is one
   Names kept;
-  app::ResultCode result = app::kDone;
+  Result result = Result::Done;
 };
 
 const Retention kRetentions[] = {
@@ -127,7 +130,7 @@ const Retention kRetentions[] = {
     {"a name that begins another one", Folders("PC1", 1, 2) + Folders("PC10", 1, 2), 2, Folders("PC1", 1, 2)},
     {"names beyond ASCII", Folders("Ärztin", 1, 2), 1, Folders("Ärztin", 2, 2)},
     {"a name without a suffix stops everything", Folders("PC1", 1, 3) + Names{"Maintenance_"}, 1,
-     Folders("PC1", 1, 3) + Names{"Maintenance_"}, app::kFailed},
+     Folders("PC1", 1, 3) + Names{"Maintenance_"}, Result::Failed},
     {"other folders stay", {"Keep_120315093100", "Keep_120315093101"}, 0, {"Keep_120315093100", "Keep_120315093101"}},
 };
 
@@ -162,7 +165,7 @@ struct Filtering {
   std::string line;
   Names calls;
   std::string range = {};  ///< contents of range.txt
-  app::ResultCode result = app::kDone;
+  Result result = Result::Done;
 };
 
 const Filtering kFilterings[] = {
@@ -175,7 +178,7 @@ const Filtering kFilterings[] = {
      "PersonalInfo=%Image%\\a;Report;%Data%\\b;Menu",
      {"images|C:\\Tarsus\\Image\\a", "images|C:\\Tarsus\\Report", "files|C:\\Tarsus\\Data\\b",
       "files|C:\\Tarsus\\Menu"}},
-    {"unknown variable", "PersonalInfo=Menu;%X%\\a;Report", {"files|C:\\Tarsus\\Menu"}, "", app::kFailed},
+    {"unknown variable", "PersonalInfo=Menu;%X%\\a;Report", {"files|C:\\Tarsus\\Menu"}, "", Result::Failed},
 };
 
 TEST(PersonalInfo, HandsEveryItemToTheFilter) {
@@ -190,7 +193,7 @@ TEST(PersonalInfo, HandsEveryItemToTheFilter) {
     for (const std::string folder : {"Report", "Data\\b", "Image\\a"})
       station.host.disk.MakeFolders("C:\\Tarsus\\" + folder);
     station.LoadSection("MAINTENANCE", {each.line});
-    if (each.result != app::kDone) station.host.person.ExpectMessage(60326);
+    if (each.result != Result::Done) station.host.person.ExpectMessage(PathEntryUnreadable);
     maintenance::Collectors collectors(station.application, station.definitions);
     EXPECT_EQ(collectors.ApplyPersonalInfoList("MAINTENANCE"), each.result);
     EXPECT_EQ(station.host.Told().filterCalls, each.calls);
@@ -207,17 +210,17 @@ TEST(PersonalInfo, NeedsTheFilterItsListAndTheRange) {
     station.LoadSection("MAINTENANCE", {"PersonalInfo=%Image%\\a"});
     fault(station.host);
     EXPECT_EQ(maintenance::ApplyPersonalInfoList(station.application, station.definitions, "MAINTENANCE"),
-              app::kFailed);
+              Result::Failed);
     EXPECT_TRUE(station.host.Told().filterCalls.empty());
   }
 }
 
 TEST_F(JobTest, MaintenanceSectionIsLoadedThoughTheImportFails) {
   Jobs({"[MAINTENANCE]", "Folder=a"})(host);
-  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), app::kDone);
+  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), Result::Done);
   EXPECT_EQ(definitions.Items(backup::JobKey::Folder, "MAINTENANCE"), Names{"a"});
   application.state.ProtectPersonalInfo = true;
-  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), app::kFailed);
+  EXPECT_EQ(maintenance::LoadMaintenanceSection(job), Result::Failed);
   EXPECT_EQ(collectors.asked, (Names{"client logs", "client logs"}));
 }
 

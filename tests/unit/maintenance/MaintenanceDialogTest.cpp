@@ -6,6 +6,8 @@
 
 namespace {
 
+using enum base::MessageId;
+
 using maintenance::Choice;
 
 constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
@@ -49,7 +51,7 @@ TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
       open.MoveTo(1234, 567);
       fakes::Press(open.cmdStart);
     });
-    if (each.unprotected) station.host.person.ExpectMessage(64530, app::kConsented);
+    if (each.unprotected) station.host.person.ExpectMessage(AskUnprotected, host::Answer::Consented);
     form.ShowModal();
     EXPECT_EQ(form.Result(), each.unprotected ? Choice::Unprotected : Choice::Protected);
     EXPECT_EQ(form.CollectsImages(), each.days != nullptr ? 1 : 0);
@@ -62,7 +64,7 @@ TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
 
 // A refused confirmation must not leave a start behind that the close box would then let through.
 TEST(MaintenanceDialog, RefusedConfirmationChangesNothing) {
-  for (const std::int32_t answer : {0, 1, 3}) {
+  for (const host::Answer answer : {host::Answer::NotShown, host::Answer::Refused, host::Answer{3}}) {
     JobStation station;
     frmMaintenance form(station.application);
     station.host.person.Expect<frmMaintenance>([](frmMaintenance& open) {
@@ -71,7 +73,7 @@ TEST(MaintenanceDialog, RefusedConfirmationChangesNothing) {
       fakes::Type(open.txtCollectRange, "5");
       fakes::Press(open.cmdStart);
     });
-    station.host.person.ExpectMessage(64530, answer).Expect<frmMaintenance>([](frmMaintenance& open) {
+    station.host.person.ExpectMessage(AskUnprotected, answer).Expect<frmMaintenance>([](frmMaintenance& open) {
       EXPECT_TRUE(open.Option2.Value() && open.Option4.Value() && open.txtCollectRange.Text() == "5");
       ASSERT_EQ(open.CancelButton(), &open.cmdCancel) << "what the close box presses";
       fakes::Press(open.cmdCancel);
@@ -82,16 +84,8 @@ TEST(MaintenanceDialog, RefusedConfirmationChangesNothing) {
   }
 }
 
-TEST(MaintenanceDialog, PastedTextIsTakenUpToItsFirstOtherCharacter) {
-  const std::map<std::string, std::int32_t> kTexts = {{"12 days", 12}, {"-5", 0},     {"+5", 0},
-                                                      {" 30", 30},     {"days 5", 0}, {"007", 7}};
-  for (const auto& [text, number] : kTexts) EXPECT_EQ(maintenance::LeadingNumber(text), number) << text;
-  EXPECT_EQ(maintenance::LeadingNumber("2147483648"), kLargest);
-  EXPECT_EQ(maintenance::LeadingNumber("2147483647x"), kLargest);
-}
-
-Arrangement Answers(const std::string& statement, std::int32_t error) {
-  return [=](fakes::FakeHost& host) { host.Told().studies[statement].error = error; };
+Arrangement Refused(const std::string& statement) {
+  return [=](fakes::FakeHost& host) { host.Told().studies[statement].refusal = "refused"; };
 }
 
 constexpr const char* kStudies = "SELECT * FROM Study.dbo.T_TSTUDY";
@@ -105,9 +99,9 @@ struct Counting {
 
 const Counting kCountings[] = {
     {"all read", Nothing, {"3", "2", "1"}, false},
-    {"patients", Answers("SELECT * FROM Patient.dbo.T_TPATIENT", 5), {"0!", "2", "1"}, false},
+    {"patients", Refused("SELECT * FROM Patient.dbo.T_TPATIENT"), {"0!", "2", "1"}, false},
     {"studies, though rows are counted", Fails("StudyDatabaseQuery", "OpenQuery", 1, kStudies), {"3", "2!", "1"}, true},
-    {"users", Answers("SELECT * FROM UserData.dbo.T_MUSER", -1), {"3", "2", "0!"}, true},
+    {"users", Refused("SELECT * FROM UserData.dbo.T_MUSER"), {"3", "2", "0!"}, true},
     {"the count of studies", Fails("StudyDatabaseQuery", "RecordCount", 2), {"3", "0!", "0!"}, true},
     {"no component", Fails("ComponentFactory", "CreateStudyDatabaseQuery"), {"0!", "0!", "0!"}, true},
 };
@@ -121,7 +115,7 @@ TEST(MaintenanceDialog, MarksTheCountsThatCannotBeRead) {
     SCOPED_TRACE(each.name);
     JobStation station;
     each.arrange(station.host);
-    if (each.warns) station.host.person.ExpectMessage(60520);
+    if (each.warns) station.host.person.ExpectMessage(CountsUnreadable);
     frmMaintenance form(station.application);
     form.Load();
     EXPECT_EQ((Names{Shown(form.txtPatientCount, form.lblError1), Shown(form.txtStudyCount, form.lblError2),

@@ -3,6 +3,8 @@
 
 namespace {
 
+using enum base::MessageId;
+
 using fakes::CabinetContents;
 
 constexpr const char* kScriptHost = "C:\\Windows\\System32\\cscript.exe";
@@ -22,7 +24,7 @@ struct MaintenanceSession : Session {
   }
   void BeginMaintenance() {
     SignIn();
-    OpenMenuItem(2);
+    OpenMenuItem(Menu::MaintenanceLog);
     StartMaintenance();
   }
   /// The three files of a bundle, and nothing else.
@@ -44,7 +46,7 @@ TEST(MaintenanceLog, ProtectedBundleReachesTheProposedDesktop) {
     EXPECT_TRUE(form.txtCapacity.Visible());
     fakes::Press(form.cmdOK);
   });
-  session.EndAfter({64301, 65450});
+  session.EndAfter({AskForeignLabel, MaintenanceComplete});
   session.ExpectBundle(kDesktop, kProtected, "studies without names");
   EXPECT_EQ(session.ChangedHostFiles(), Paths());
   EXPECT_FALSE(session.IsBackupDated()) << "no backup of data";
@@ -56,11 +58,11 @@ TEST(MaintenanceLog, ProtectedBundleReachesTheProposedDesktop) {
 TEST(MaintenanceLog, UnprotectedBundleGoesWhereTheOperatorWants) {
   MaintenanceSession session;
   session.BackUpTo("D:\\");
-  session.See({65300});
-  session.OpenMenuItem(2);
+  session.See({BackupComplete});
+  session.OpenMenuItem(Menu::MaintenanceLog);
   session.StartMaintenance(true);
   session.AcceptFolder("D:\\Log");
-  session.EndAfter({64452, 65450});
+  session.EndAfter({AskMakeMaintenanceFolder, MaintenanceComplete});
   session.ExpectBundle("D:\\Log\\", kUnprotected, "all studies");
 }
 
@@ -96,16 +98,16 @@ TEST(MaintenanceLog, ImagesOfSomeDaysAreCollected) {
       if (!staged.empty()) expected[staged] = path;
     }
     session.SignIn();
-    session.OpenMenuItem(2);
+    session.OpenMenuItem(Menu::MaintenanceLog);
     session.At<frmMaintenance>([](frmMaintenance& form) {
       fakes::Tick(form.Option2);
       fakes::Tick(form.Option4);
       fakes::Type(form.txtCollectRange, "123");
       fakes::Press(form.cmdStart);
     });
-    session.See({64530});
+    session.See({AskUnprotected});
     session.AcceptFolder("D:\\");
-    session.EndAfter({65450});
+    session.EndAfter({MaintenanceComplete});
     session.ExpectBundle("D:\\", expected, "all studies");
     const std::string log = session.disk.Read(fakes::kLogFile);
     for (const auto& [path, exists, staged] : kImages)
@@ -135,7 +137,7 @@ TEST(MaintenanceLog, ScriptStandsAroundTheWork) {
 TEST(MaintenanceLog, CancelledDialogLeavesNothingBehind) {
   MaintenanceSession session;
   session.SignIn(fakes::kBackupUser);
-  session.OpenMenuItem(2);
+  session.OpenMenuItem(Menu::MaintenanceLog);
   session.Cancel<frmMaintenance>();
   session.EndAfter({});
   EXPECT_TRUE(session.processes.started.empty());
@@ -149,9 +151,9 @@ TEST(MaintenanceLog, TellsThatPersonalInformationIsLeft) {
   MaintenanceSession session(Jobs({"[PERSONALINFOPROTECTION]", "PersonalInfo=%Image%;Report;Menu"}));
   session.Told().filterAnswers = {0, 7, 9};
   session.BeginMaintenance();
-  session.See({60521});
+  session.See({PersonalInfoLeft});
   session.AcceptFolder("D:\\");
-  session.EndAfter({65450});
+  session.EndAfter({MaintenanceComplete});
   const fakes::ShownMessage& shown = session.person.Messages().front();
   EXPECT_EQ(shown.text1 + "|" + shown.text2 + "|" + shown.text3, "|7|");
 }
@@ -170,18 +172,18 @@ const Arrangement kNoArchive =
     Before("MAINTENANCE.cab\" \"D:", Gone(std::string(kStagingFolder) + "\\MAINTENANCE.cab"));
 
 const Failure kFailures[] = {
-    {"staging folder", Gone("C:\\Users\\Operator\\Temp"), {60460}, false},
-    {"section missing", Jobs({"[MAINTENANCE]"}), {60470}, false},
-    {"nothing to pack, nor an export folder", kNothingToPack, {60471}, false},
-    {"archiver missing", Gone(kArchiver), {60471}, false},
+    {"staging folder", Gone("C:\\Users\\Operator\\Temp"), {MaintenanceWorkFolderNotMade}, false},
+    {"section missing", Jobs({"[MAINTENANCE]"}), {MaintenanceSectionMissing}, false},
+    {"nothing to pack, nor an export folder", kNothingToPack, {MaintenanceLogNotGathered}, false},
+    {"archiver missing", Gone(kArchiver), {MaintenanceLogNotGathered}, false},
     // After the event log and packing.
-    {"archive cannot be moved up", Fails("FileSystem", "MoveTo", 3), {60471}, false},
-    {"no folder for temporary files named", NoEntry("Temp"), {60326, 60451}},
-    {"exporter missing", Gone(kExporter), {60451}},
-    {"no list exported, an old one with names lies about", kOldListWithNames, {60451}},
-    {"desktop out of reach", [](auto& host) { host.shell.desktop = "Q:\\Desktop"; }, {60451}},
-    {"list does not reach the medium", Before("T_TSTUDY.txt\" \"D:", NoMedium("D:")), {60451}},
-    {"nothing there for xcopy", kNoArchive, {60452}},
+    {"archive cannot be moved up", Fails("FileSystem", "MoveTo", 3), {MaintenanceLogNotGathered}, false},
+    {"no folder for temporary files named", NoEntry("Temp"), {PathEntryUnreadable, MaintenanceLogNotWritten}},
+    {"exporter missing", Gone(kExporter), {MaintenanceLogNotWritten}},
+    {"no list exported, an old one with names lies about", kOldListWithNames, {MaintenanceLogNotWritten}},
+    {"desktop out of reach", [](auto& host) { host.shell.desktop = "Q:\\Desktop"; }, {MaintenanceLogNotWritten}},
+    {"list does not reach the medium", Before("T_TSTUDY.txt\" \"D:", NoMedium("D:")), {MaintenanceLogNotWritten}},
+    {"nothing there for xcopy", kNoArchive, {MaintenanceCopyFailed}},
 };
 
 TEST(MaintenanceLog, FailureIsShownAndClearedAway) {
@@ -197,8 +199,10 @@ TEST(MaintenanceLog, FailureIsShownAndClearedAway) {
 
 // The dialog stays open, and the next OK goes through: the list of the first one is not in its way.
 TEST(MaintenanceLog, StoppedWritingLeavesTheChoiceOpen) {
-  const std::pair<Arrangement, std::int32_t> stops[] = {
-      {Capacity("D:", 1), 62460}, {Label("D:", "HOLIDAY"), 64301}, {File("D:\\Log\\MAINTENANCE.cab", "old"), 64453}};
+  const std::pair<Arrangement, base::MessageId> stops[] = {
+      {Capacity("D:", 1), MaintenanceSpaceTooSmall},
+      {Label("D:", "HOLIDAY"), AskForeignLabel},
+      {File("D:\\Log\\MAINTENANCE.cab", "old"), AskOverwriteMaintenance}};
   for (const auto& [arrange, message] : stops) {
     MaintenanceSession session;
     session.disk.MakeFolders("D:\\Log");
@@ -206,10 +210,10 @@ TEST(MaintenanceLog, StoppedWritingLeavesTheChoiceOpen) {
     arrange(session);
     session.BeginMaintenance();
     session.AcceptFolder("D:\\Log");
-    session.See({message}, app::kRefused);
-    session.person.ExpectMessage(65451, 0, [&] { EXPECT_LE(session.disk.Tree("D:\\").size(), 1u); });
+    session.See({message}, host::Answer::Refused);
+    session.person.ExpectMessage(MaintenanceStopped, [&] { EXPECT_LE(session.disk.Tree("D:\\").size(), 1u); });
     session.AcceptFolder("C:\\Safe");
-    session.EndAfter({64301, 65450});
+    session.EndAfter({AskForeignLabel, MaintenanceComplete});
     session.ExpectBundle("C:\\Safe\\", kProtected, "studies without names");
   }
 }
@@ -218,8 +222,8 @@ TEST(MaintenanceLog, FloppyHoldsTheSetAlone) {
   MaintenanceSession session;
   session.BeginMaintenance();
   session.AcceptFolder("A:\\");
-  session.person.ExpectFormat(0);
-  session.EndAfter({65450});
+  session.person.ExpectFormat(host::FormatAnswer::Done);
+  session.EndAfter({MaintenanceComplete});
   const auto disk = session.disk.Tree("A:\\");
   EXPECT_EQ(disk.size(), 2u);
   EXPECT_TRUE(disk.contains("FDDivide001") && disk.contains("BackupInfo.ini"));

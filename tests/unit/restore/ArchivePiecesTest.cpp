@@ -6,6 +6,8 @@
 
 namespace {
 
+using base::Result;
+
 const std::string kFolder = "C:\\Work\\CABFILE\\";
 
 /// Bytes that repeat neither with a block nor with a piece.
@@ -36,7 +38,7 @@ TEST(ArchivePieces, HoldEveryByteInOrder) {
   for (const Cut& cut : kCuts) {
     SCOPED_TRACE(cut.size);
     Archived host(cut.size);
-    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, cut.size), app::kDone);
+    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, cut.size), Result::Done);
     EXPECT_EQ(backup::FloppyDiskCount(cut.size), cut.disks);
     std::string joined;
     for (std::size_t i = 1; i <= cut.pieces; ++i) {
@@ -57,7 +59,7 @@ TEST(ArchivePieces, FailureIsTold) {
   for (const auto& [size, arrange] : faults) {
     Archived host(1'500'000);
     arrange(host);
-    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, size), app::kFailed);
+    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, size), Result::Failed);
   }
 }
 
@@ -75,12 +77,12 @@ struct SlowReader : host::BinaryReader {
 TEST(ArchivePieces, GoOnWhereTheSourceStandsHoweverItReads) {
   Archived host(1);
   SlowReader source;
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\0", 0), app::kFailed);
+  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\0", 0), Result::Failed);
   EXPECT_FALSE(host.disk.IsFile("C:\\0"));
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\1", 40'000), app::kDone);
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\2", 60'000), app::kDone);
+  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\1", 40'000), Result::Done);
+  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\2", 60'000), Result::Done);
   EXPECT_TRUE(host.disk.Read("C:\\1") + host.disk.Read("C:\\2") == source.bytes);
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\3", 1), app::kFailed);
+  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\3", 1), Result::Failed);
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 namespace {
 
+using enum base::MessageId;
+
 /// The host system's files but for the program's own log.
 MediumFiles HostFiles(Session& session) {
   MediumFiles files = session.disk.Tree("C:\\Tarsus");
@@ -34,7 +36,7 @@ TEST(Restore, BringsEveryFileBack) {
   })(session);
   session.BeginRestore();
   session.StartRestore();
-  session.EndAfter({64402, 65400});
+  session.EndAfter({AskReplaceIPCounter, RestoreComplete});
 
   EXPECT_EQ(HostFiles(session), expected);
   EXPECT_TRUE(session.state.RestoreDone);
@@ -60,8 +62,8 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   session.BackUpEverything();
   DamageEverything(session);
   session.BeginRestore();
-  session.StartRestore("-x-----x");
-  session.person.ExpectMessage(64402, app::kRefused).ExpectMessage(65401, 0, [&] {
+  session.StartRestore({Box::Menu, Box::Counter});
+  session.person.ExpectMessage(AskReplaceIPCounter, host::Answer::Refused).ExpectMessage(RestoreStopped, [&] {
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_TRUE(session.processes.started.empty() && session.IsTemporaryFolderEmpty());
   });
@@ -70,7 +72,7 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
     fakes::Tick(form.chkIPCounter, false);
     fakes::Press(form.cmdStart);
   });
-  session.EndAfter({65400});
+  session.EndAfter({RestoreComplete});
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Menu\\menu.ini"}));
 }
 
@@ -117,16 +119,19 @@ const Arrangement kNoBatchFile =
 const Arrangement kNoParent = UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"});
 
 const Failure kFailures[] = {
-    {"section missing", UserJob({}), {60420}, {kMenu}},
-    {"unknown variable", UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}), {60326, 60402}, {kMenu}},
-    {"archive missing", Gone("D:\\Set\\UserData.cab"), {60421}, {kMenu}},
-    {"archiver stops halfway", Archiver(StopHalfway), {60401}, {kMenu}},
-    {"medium vanishes", Before("UserData.cab\" ", NoMedium("D:")), {60401}, {kMenu}},
-    {"another copy arrives", Program(kInterpreter, CopyAnother), {60401}, {kMenu}},
-    {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {60511}, {kMenu, kReport, kUser}},
-    {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {65400}, {kMenu, kReport}},
-    {"batch file missing: it and the next are passed over", kNoBatchFile, {65400}, {kMenu, kReport, kUser}},
-    {"no parent folder: passed over", kNoParent, {65400}, {kMenu, kReport}},
+    {"section missing", UserJob({}), {RestoreSectionMissing}, {kMenu}},
+    {"unknown variable",
+     UserJob({"[USER_RESTORE]", "Folder=%Nowhere%\\User"}),
+     {PathEntryUnreadable, RestoreStepFailed},
+     {kMenu}},
+    {"archive missing", Gone("D:\\Set\\UserData.cab"), {ArchiveNotUnpacked}, {kMenu}},
+    {"archiver stops halfway", Archiver(StopHalfway), {RestoreFailed}, {kMenu}},
+    {"medium vanishes", Before("UserData.cab\" ", NoMedium("D:")), {RestoreFailed}, {kMenu}},
+    {"another copy arrives", Program(kInterpreter, CopyAnother), {RestoreFailed}, {kMenu}},
+    {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {RestoreNotRecorded}, {kMenu, kReport, kUser}},
+    {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {RestoreComplete}, {kMenu, kReport}},
+    {"batch file missing: it and the next are passed over", kNoBatchFile, {RestoreComplete}, {kMenu, kReport, kUser}},
+    {"no parent folder: passed over", kNoParent, {RestoreComplete}, {kMenu, kReport}},
 };
 
 // Menu, user and report data, in this order: the second goes wrong.
@@ -138,8 +143,8 @@ TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
     for (const std::string& path : {kMenu, kReport, kUser}) session.disk.Write("C:\\Tarsus\\" + path, "damaged");
     failure.arrange(session);
     session.BeginRestore();
-    session.StartRestore("-x-x--x-");
-    const bool succeeds = failure.messages.back() == 65400;
+    session.StartRestore({Box::Menu, Box::User, Box::Report});
+    const bool succeeds = failure.messages.back() == RestoreComplete;
     succeeds ? session.EndAfter(failure.messages) : session.LeaveRestoreAfter(failure.messages);
     EXPECT_EQ(session.ChangedHostFiles(), failure.restored);
     EXPECT_EQ(session.state.RestoreDone, succeeds);
@@ -156,8 +161,9 @@ TEST(Restore, StagingFolderThatStaysIsSaid) {
     session.calls.FailFrom("FileSystem", "RemoveFolder", 1, kStagingFolder);
     if (!audited) session.calls.FailFrom("AuditTrail", "RecordCategoryPhase");
     session.BeginRestore();
-    session.StartRestore("-x------");
-    audited ? session.EndAfter({60411, 65400, 60411}) : session.LeaveRestoreAfter({60411, 60511, 60411});
+    session.StartRestore({Box::Menu});
+    audited ? session.EndAfter({RestoreWorkFolderNotRemoved, RestoreComplete, RestoreWorkFolderNotRemoved})
+            : session.LeaveRestoreAfter({RestoreWorkFolderNotRemoved, RestoreNotRecorded, RestoreWorkFolderNotRemoved});
   }
 }
 
@@ -166,8 +172,8 @@ TEST(Restore, HaltsWithoutAStagingFolder) {
   session.BackUpEverything();
   session.files.temporaryFolder = "E:\\Temp\\";
   session.BeginRestore();
-  session.StartRestore("-x------");
-  session.See({60410});
+  session.StartRestore({Box::Menu});
+  session.See({RestoreWorkFolderNotMade});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
   EXPECT_EQ(session.ChangedHostFiles(), Paths());
