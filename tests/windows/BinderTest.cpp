@@ -1,5 +1,4 @@
 // The binder: the same state in form and window, whoever changes it, and every change told once.
-#include "TestForms.h"
 #include "WindowTest.h"
 #include "windows/toolkit/Window.h"
 

@@ -6,7 +6,6 @@
 #include <atomic>
 #include <thread>
 
-#include "TestForms.h"
 #include "WindowTest.h"
 #include "windows/toolkit/Window.h"
 
