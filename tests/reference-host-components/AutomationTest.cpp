@@ -58,7 +58,7 @@ TEST_F(Automation, ConvertsArgumentsFillsWhatIsByReferenceAndNamesTheBadOneByIts
   VARIANT status = Text(L"what a script's variable held before");
   ASSERT_EQ(InvokeRaw(L"Execute", {Reference(VT_VARIANT, &status), Text(L"SELECT 'Zoë', 2")}), S_OK);
   EXPECT_EQ(status.vt, VT_I4);
-  EXPECT_EQ(status.lVal, 0);
+  EXPECT_EQ(status.lVal, kDone);
 
   // Arguments come last to first: a row that is a number, a column that is a text.
   VARIANT value = {}, row = {};
@@ -74,7 +74,7 @@ TEST_F(Automation, ConvertsArgumentsFillsWhatIsByReferenceAndNamesTheBadOneByIts
   BSTR text = SysAllocString(L"old");
   const VARIANT results[] = {Reference(VT_I4, &number), Reference(VT_BSTR, &text)};
   ASSERT_EQ(InvokeRaw(L"Value", {results[0], results[1], Text(L"0"), Text(L"0")}), S_OK);
-  EXPECT_EQ(number, 0);
+  EXPECT_EQ(number, kDone);
   EXPECT_STREQ(text, L"Zoë");
   EXPECT_EQ(InvokeRaw(L"Value", {results[0], results[1], Text(L"first"), Text(L"0")}), DISP_E_TYPEMISMATCH);
   EXPECT_EQ(badArgument_, 2u);  // counted from the end: the third of four

@@ -1,13 +1,14 @@
 // The message window, answered by a second thread as an operator would.
-#include <chrono>
 #include <functional>
 #include <future>
-#include <thread>
 
 #include "HostFixture.h"
 #include "components/MessageDialogIds.h"
+#include "operator/Window.h"
 
 namespace {
+
+using endtoend::Window;
 
 struct Seen {
   std::string title, text, id, consent, refuse;
@@ -16,46 +17,40 @@ struct Seen {
 };
 
 /// What the operator does with the window.
-using Answer = std::function<void(HWND window)>;
+using Answer = std::function<void(const Window& window)>;
 
 Answer Press(int button) {
-  return [=](HWND window) { PostMessageW(GetDlgItem(window, button), BM_CLICK, 0, 0); };
+  return [=](const Window& window) { window.Press(button); };
 }
 Answer Strike(const std::vector<WORD>& keys) {
-  return [=](HWND window) {
-    for (const WORD key : keys) PostMessageW(window, WM_KEYDOWN, key, 1);
+  return [=](const Window& window) {
+    for (const WORD key : keys) PostMessageW(window.Handle(), WM_KEYDOWN, key, 1);
   };
 }
-void CloseBox(HWND window) {
-  PostMessageW(window, WM_CLOSE, 0, 0);
+void CloseBox(const Window& window) {
+  PostMessageW(window.Handle(), WM_CLOSE, 0, 0);
 }
 
-std::string Text(HWND window) {
-  wchar_t text[2048] = {};
-  GetWindowTextW(window, text, 2048);
-  return windows::Utf8(text);
-}
-
-std::string Shown(HWND window, int control) {
-  const HWND item = GetDlgItem(window, control);
-  return item && IsWindowVisible(item) ? Text(item) : "(hidden)";
+std::string Shown(const Window& window, int control) {
+  return Window(GetDlgItem(window.Handle(), control)).IsOpen() ? window.Text(control) : "(hidden)";
 }
 
 /// Waits for the message window, reads it, and answers it.
 Seen Operate(const Answer& answer) {
-  HWND window = nullptr;
-  for (int tries = 0; tries < 1000 && !(window && IsWindowVisible(window)); ++tries) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    window = FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr);
-  }
-  if (!window) return {};
-  const Seen seen = {Text(window),
+  Window window;
+  const bool open = endtoend::WaitUntil([&] {
+    window = Window(FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr));
+    return window.IsOpen();
+  });
+  if (!open) return {};
+  const HWND handle = window.Handle();
+  const Seen seen = {window.Title(),
                      Shown(window, TARSUS_MESSAGE_TEXT),
                      Shown(window, TARSUS_MESSAGE_ID),
                      Shown(window, TARSUS_MESSAGE_CONSENT),
                      Shown(window, TARSUS_MESSAGE_REFUSE),
-                     LOWORD(SendMessageW(window, DM_GETDEFID, 0, 0)),
-                     GetWindow(window, GW_OWNER) != nullptr};
+                     LOWORD(SendMessageW(handle, DM_GETDEFID, 0, 0)),
+                     GetWindow(handle, GW_OWNER) != nullptr};
   answer(window);
   return seen;
 }
