@@ -12,12 +12,12 @@ namespace {
 class Damage : public Workspace {
  protected:
   struct Result {
-    int code = 0;
+    ExitCode code = ExitCode::Ok;
     Tree tree;
     std::string list;    // names, sizes, dates and attributes
     bool wrote = false;  // any file, under whatever name
 
-    bool IsCleanRefusal() const { return code == 3 && !wrote; }
+    bool IsCleanRefusal() const { return code == ExitCode::Broken && !wrote; }
   };
 
   static Result Extract(const std::string& bytes) {
@@ -31,7 +31,7 @@ class Damage : public Workspace {
     result.code = Cabarc("-t 1 --allow-unchecked -p x damaged.cab out\\").code;
     result.wrote = fs::exists("out");
     if (result.wrote) result.tree = Read("out");
-    if (result.code == 0) result.list = Cabarc("l damaged.cab").out;
+    if (result.code == ExitCode::Ok) result.list = Cabarc("l damaged.cab").out;
     return result;
   }
 
@@ -54,7 +54,7 @@ TEST_F(Damage, OfAnOwnCabinetIsFoundBeforeAnythingIsWritten) {
   Write("a.txt", "a short text, a short text");
   Write("Images/b", Noise(9, 1));
   Write("empty", "");
-  ASSERT_EQ(0, Cabarc("-p -r n whole.cab a.txt .\\Images\\*.* empty").code);
+  Succeeds("-p -r n whole.cab a.txt .\\Images\\*.* empty");
   const std::string whole = ReadFile("whole.cab");
   const Result good = Extract(whole);
   ASSERT_EQ(3u, good.tree.size());
@@ -65,7 +65,7 @@ TEST_F(Damage, OfAnOwnCabinetIsFoundBeforeAnythingIsWritten) {
   ChangeEveryByte(whole, [&](const Result& result, std::size_t at) {
     // Without its mark it counts as another archiver's cabinet, a whole one.
     const bool inMark = at >= cabinet::kCrcAt - cabinet::kCrcMark.size() && at < cabinet::kCrcAt;
-    const bool isExact = result.code == 0 && result.tree == good.tree && result.list == good.list;
+    const bool isExact = result.code == ExitCode::Ok && result.tree == good.tree && result.list == good.list;
     EXPECT_TRUE(inMark ? isExact : result.IsCleanRefusal()) << "at " << at;
     ++(isExact ? exact : refused);
   });
@@ -78,21 +78,23 @@ TEST_F(Damage, OfAForeignCabinetNeverChangesDataUnseen) {
   const std::string data = "0123456789";
   RawCabinet cabinet = PlainCabinet("a.txt", data);
   cabinet.members = {{"a.txt", 4}, {"b\\c.txt", 6, 4}};
-  cabinet.reserves = true;
+  cabinet.reserves = cabinet.reserveCounts = true;
   const std::string whole = cabinet.Build();
   const Result good = Extract(whole);
   ASSERT_EQ((Tree{{"a.txt", ".0123"}, {"b/c.txt", ".456789"}}), good.tree);
-  for (std::size_t size = 0; size < whole.size(); ++size) EXPECT_EQ(3, Extract(whole.substr(0, size)).code) << size;
+  for (std::size_t size = 0; size < whole.size(); ++size)
+    EXPECT_EQ(ExitCode::Broken, Extract(whole.substr(0, size)).code) << size;
   std::map<std::string, int> counts;
   ChangeEveryByte(whole, [&](const Result& result, std::size_t at) {
-    EXPECT_TRUE(result.code == 0 || result.code == 3 || result.code == 4) << "at " << at;
+    EXPECT_TRUE(result.code == ExitCode::Ok || result.code == ExitCode::Broken || result.code == ExitCode::UnsafeName)
+        << "at " << at;
     for (const auto& [name, text] : result.tree) {
       EXPECT_NE(std::string::npos, data.find(text.substr(1))) << name << " at " << at;
     }
-    ++counts[result.code != 0           ? "refused"
-             : result.tree != good.tree ? "other names or sizes"
-             : result.list != good.list ? "other dates or attributes"
-                                        : "harmless"];
+    ++counts[result.code != ExitCode::Ok ? "refused"
+             : result.tree != good.tree  ? "other names or sizes"
+             : result.list != good.list  ? "other dates or attributes"
+                                         : "harmless"];
   });
   for (const auto& [what, count] : counts)
     std::printf("foreign cabinet: %d changes of one byte: %s\n", count, what.c_str());
@@ -101,18 +103,18 @@ TEST_F(Damage, OfAForeignCabinetNeverChangesDataUnseen) {
 TEST_F(Damage, IsSalvagedOnRequestOnlyAndWithoutUnfinishedFiles) {
   Write("first", Noise(40000, 1));
   Write("second", Noise(40000, 2));
-  ASSERT_EQ(0, Cabarc("n whole.cab first second").code);
+  Succeeds("n whole.cab first second");
   std::string bytes = ReadFile("whole.cab");
   bytes[bytes.size() - 10] ^= 1;
-  EXPECT_TRUE(ExtractedBytes(bytes, 3).empty());
-  EXPECT_EQ(3, Cabarc("--salvage x raw.cab out\\").code);
+  EXPECT_TRUE(ExtractedBytes(bytes, ExitCode::Broken).empty());
+  Fails(ExitCode::Broken, "--salvage x raw.cab out\\");
   EXPECT_EQ((Tree{{"first", Read()["first"]}}), Read("out"));
 }
 
 TEST_F(Damage, OtherDataBeforeOrBehindIsRefused) {
   const std::string whole = PlainCabinet("a", "x").Build();
-  EXPECT_EQ(3, Extract('\0' + whole).code);
-  EXPECT_EQ(3, Extract(whole + '\0').code);
+  EXPECT_EQ(ExitCode::Broken, Extract('\0' + whole).code);
+  EXPECT_EQ(ExitCode::Broken, Extract(whole + '\0').code);
 }
 
 // The archive of a floppy set, put together wrongly. The second set is the first one with another file in its middle:
@@ -122,7 +124,7 @@ class JoinedPieces : public Damage {
   // The set's pieces are called by letters from `first`.
   void MakeSet(char first, unsigned middle) {
     for (unsigned i = 0; i < 5; ++i) Write("set/" + std::to_string(i), Noise(50000, i == 2 ? middle : i));
-    ASSERT_EQ(0, Cabarc("n joined.cab set").code);
+    Succeeds("n joined.cab set");
     sets_.push_back(Read("set"));
     const std::string whole = ReadFile("joined.cab");
     for (std::size_t at = 0; at < whole.size(); at += 40000) pieces_[first++] = whole.substr(at, 40000);
@@ -131,7 +133,7 @@ class JoinedPieces : public Damage {
   void Join(const std::string& names) {
     const Result result = Extract(std::accumulate(names.begin(), names.end(), std::string(),
                                                   [&](std::string all, char name) { return all + pieces_[name]; }));
-    const bool isExact = result.code == 0 && std::count(sets_.begin(), sets_.end(), result.tree) == 1;
+    const bool isExact = result.code == ExitCode::Ok && std::count(sets_.begin(), sets_.end(), result.tree) == 1;
     EXPECT_TRUE(isExact || result.IsCleanRefusal()) << names;
     ++(isExact ? exact_ : refused_);
   }

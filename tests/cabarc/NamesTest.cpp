@@ -26,8 +26,8 @@ TEST_F(Names, UnsafeOnesAreNeitherExtractedNorPacked) {
   for (const auto& [reason, names] : unsafe) {
     for (const std::string& name : names) {
       EXPECT_EQ(reason, cabinet::WhyUnsafe(name).value_or("safe")) << name;
-      EXPECT_TRUE(ExtractedBytes(PlainCabinet(name, "x", kNameIsUtf8).Build(), 4).empty()) << name;
-      EXPECT_EQ(4, Cabarc("x raw.cab out\\").code) << name;  // not without its folders either
+      EXPECT_TRUE(ExtractedBytes(PlainCabinet(name, "x", kNameIsUtf8).Build(), ExitCode::UnsafeName).empty()) << name;
+      Fails(ExitCode::UnsafeName, "x raw.cab out\\");  // not without its folders either
     }
   }
   for (const std::string name : {"a", "a.b", "..a", "a..b", "console", "com10", "comx", "nulls.txt", "LPT", " a",
@@ -39,23 +39,23 @@ TEST_F(Names, UnsafeOnesAreNeitherExtractedNorPacked) {
   Write("a", "x");
   const std::string absolute = fs::absolute("a");
   for (const std::string& argument : {std::string("a:b"), std::string("sub/../a"), absolute}) {
-    EXPECT_EQ(4, Cabarc("-p n u.cab " + argument).code) << argument;
+    Fails(ExitCode::UnsafeName, "-p n u.cab " + argument);
   }
   EXPECT_FALSE(fs::exists("u.cab"));
-  EXPECT_EQ(0, Cabarc("n u.cab " + absolute).code);
+  Succeeds("n u.cab " + absolute);
 }
 
 TEST_F(Names, TwoOfTheSameAreRefused) {
   for (const auto& [one, other] : {std::pair{"a", "a"}, {"a\\B", "A/b"}}) {
     RawCabinet raw = PlainCabinet(one, "xy");
     raw.members = {{one, 1}, {other, 1, 1}};
-    EXPECT_TRUE(ExtractedBytes(raw.Build(), 4).empty()) << one;
+    EXPECT_TRUE(ExtractedBytes(raw.Build(), ExitCode::UnsafeName).empty()) << one;
   }
   Write("1/a", "x");
   Write("2/A", "y");
-  EXPECT_EQ(4, Cabarc("n t.cab 1/a 2/A").code);
-  EXPECT_EQ(0, Cabarc("-p n t.cab 1/a 2/A").code);
-  EXPECT_EQ(4, Cabarc("x t.cab out\\").code);
+  Fails(ExitCode::UnsafeName, "n t.cab 1/a 2/A");
+  Succeeds("-p n t.cab 1/a 2/A");
+  Fails(ExitCode::UnsafeName, "x t.cab out\\");
 }
 
 TEST_F(Names, AreDecodedAsTheCabinetSays) {
@@ -67,7 +67,9 @@ TEST_F(Names, AreDecodedAsTheCabinetSays) {
       {"\xE2\x82", kNameIsUtf8, ""},     {"\xF0\x9F\x98\x80", kNameIsUtf8, "😀"}};
   for (const auto& [bytes, flag, name] : cases) {
     const Tree expected = name.empty() ? Tree() : Tree{{name, ".x"}};
-    EXPECT_EQ(expected, ExtractedBytes(PlainCabinet(bytes, "x", flag).Build(), name.empty() ? 3 : 0)) << bytes;
+    EXPECT_EQ(expected,
+              ExtractedBytes(PlainCabinet(bytes, "x", flag).Build(), name.empty() ? ExitCode::Broken : ExitCode::Ok))
+        << bytes;
   }
 }
 

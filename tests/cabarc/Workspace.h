@@ -16,8 +16,18 @@
 #include <vector>
 
 #include "cabarc/Commands.h"
+#include "cabarc/Status.h"
 
 namespace fs = std::filesystem;
+using cabinet::ExitCode;
+
+namespace cabinet {
+
+inline void PrintTo(ExitCode code, std::ostream* out) {
+  *out << "exit code " << static_cast<int>(code);
+}
+
+}  // namespace cabinet
 
 /// What a tree holds: relative path with "/" to contents, preceded by "R" for a read-only file and "." for others.
 using Tree = std::map<std::string, std::string>;
@@ -26,7 +36,7 @@ using Tree = std::map<std::string, std::string>;
 class Workspace : public testing::Test {
  protected:
   struct RunResult {
-    int code = 0;
+    ExitCode code = ExitCode::Ok;
     std::string out, err;
   };
 
@@ -71,20 +81,25 @@ class Workspace : public testing::Test {
     for (std::string word; words >> std::quoted(word, '\'', '\0');) arguments.push_back(word);
     std::ostringstream out, err;
     const int code = cabinet::Run(arguments, out, err);
-    return {code, out.str(), err.str()};
+    return {ExitCode{code}, out.str(), err.str()};
   }
 
+  static void Fails(ExitCode code, const std::string& commandLine) {
+    const RunResult result = Cabarc(commandLine);
+    EXPECT_EQ(code, result.code) << commandLine << '\n' << result.err;
+    EXPECT_EQ(code == ExitCode::Ok, result.err.empty()) << commandLine;
+  }
+  static void Succeeds(const std::string& commandLine) { Fails(ExitCode::Ok, commandLine); }
+
   /// Extracts to an emptied folder "out"; what it holds afterwards is the result.
-  static Tree Extracted(const std::string& cabinet, int expectedCode = 0) {
+  static Tree Extracted(const std::string& cabinet, ExitCode expectedCode = ExitCode::Ok) {
     fs::remove_all("out");
-    const RunResult result = Cabarc("-p x " + cabinet + " out\\");
-    EXPECT_EQ(expectedCode, result.code) << result.err;
-    EXPECT_EQ(expectedCode != 0, !result.err.empty());
+    Fails(expectedCode, "-p x " + cabinet + " out\\");
     return fs::exists("out") ? Read("out") : Tree();
   }
 
   /// The same with a cabinet of these bytes, which stays as "raw.cab".
-  static Tree ExtractedBytes(const std::string& bytes, int expectedCode = 0) {
+  static Tree ExtractedBytes(const std::string& bytes, ExitCode expectedCode = ExitCode::Ok) {
     Write("raw.cab", bytes);
     return Extracted("raw.cab", expectedCode);
   }
@@ -93,7 +108,7 @@ class Workspace : public testing::Test {
   static Tree ExtractedByPeer(const std::string& command) {
     fs::remove_all("peer");
     fs::create_directory("peer");
-    EXPECT_EQ(0, std::system(("cd peer && " + command).c_str())) << command;
+    EXPECT_TRUE(Runs("cd peer && " + command)) << command;
     return Read("peer");
   }
 
@@ -104,9 +119,9 @@ class Workspace : public testing::Test {
     return text;
   }
 
-  static bool Installed(const std::string& program) {
-    return std::system(("command -v " + program + " >/dev/null").c_str()) == 0;
-  }
+  /// Whether a command of the shell succeeds.
+  static bool Runs(const std::string& command) { return std::system(command.c_str()) == 0; }
+  static bool Installed(const std::string& program) { return Runs("command -v " + program + " >/dev/null"); }
 
  private:
   fs::path folder_;

@@ -13,6 +13,15 @@ namespace endtoend {
 namespace {
 
 constexpr wchar_t kUninstall[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
+/// What an installer answers.
+enum : DWORD {
+  kInstalled = 0,
+  kAborted = 2,
+  kInUse = ERROR_SHARING_VIOLATION,
+  kWrongOption = ERROR_INVALID_PARAMETER,
+  kAnotherHost = ERROR_ALREADY_EXISTS
+};
+
 const fs::path kAlone = L"C:\\Program Files\\QXBackupUtility";
 const fs::path kBesideHost = kTarsus / "Program";
 const fs::path kShortcut = L"C:\\ProgramData\\Microsoft\\Windows\\Start Menu\\Programs\\QXBackupUtility.lnk";
@@ -92,7 +101,7 @@ class Installer : public EndToEndTest {
 };
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
-  ASSERT_EQ(InstallProgram(), 0U);
+  ASSERT_EQ(InstallProgram(), kInstalled);
   const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
                                            "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
@@ -125,34 +134,34 @@ TEST_F(Installer, TheArchiverIsForFoldersWithoutOne) {
     fs::create_directory(folder);
     if (row.before) WriteBytes(archiver, "other");
     for (int times = 0; times < 2; ++times) {  // a second run finds its own work
-      ASSERT_EQ(InstallProgram(std::string(row.option) + " /D=C:\\Elsewhere"), 0U);
+      ASSERT_EQ(InstallProgram(std::string(row.option) + " /D=C:\\Elsewhere"), kInstalled);
       EXPECT_TRUE(ReadBytes(archiver) == row.now);
     }
     ASSERT_TRUE(Uninstall());
     EXPECT_EQ(ReadBytes(archiver), row.before ? "other" : "");
     fs::remove_all(folder);
   }
-  EXPECT_EQ(InstallProgram("/CABARC=maybe"), 87U);
-  EXPECT_EQ(InstallProgram("/D=Q:\\Nowhere"), 87U);
+  EXPECT_EQ(InstallProgram("/CABARC=maybe"), kWrongOption);
+  EXPECT_EQ(InstallProgram("/D=Q:\\Nowhere"), kWrongOption);
   fs::create_directories(folder / "QXBackupUtility.html");  // in the file's way
-  EXPECT_EQ(InstallProgram("/D=C:\\Elsewhere"), 2U);
+  EXPECT_EQ(InstallProgram("/D=C:\\Elsewhere"), kAborted);
   EXPECT_TRUE(Listed(L"DisplayName").empty());
   EXPECT_FALSE(fs::exists(kAlone));
 }
 
 TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
-  ASSERT_EQ(InstallHost(), 0U);
+  ASSERT_EQ(InstallHost(), kInstalled);
   EXPECT_TRUE(fs::exists(kTarsus / "THIS IS A DEMONSTRATION.txt"));
   const std::set<std::string> hostFiles = NamesIn(kBesideHost);
-  ASSERT_EQ(InstallProgram(), 0U);
+  ASSERT_EQ(InstallProgram(), kInstalled);
   EXPECT_EQ(Listed(L"InstallLocation"), Utf8(kBesideHost.wstring()));
-  EXPECT_EQ(ExitCodeOf("cmd /c C:\\Tarsus\\Program\\QXHostCheck.exe >nul"), 0U);
+  EXPECT_EQ(ExitCodeOf("cmd /c C:\\Tarsus\\Program\\QXHostCheck.exe >nul"), 0U) << "things are missing";
   {
     Operator person;
     person.SignIn();
-    EXPECT_EQ(InstallProgram("", Packages() / "older"), 32U);
-    EXPECT_EQ(ExitCodeOf("\"C:\\Tarsus\\Program\\QXBackupUtility-uninstall.exe\" /S _?=C:\\Tarsus\\Program"), 32U);
-    EXPECT_EQ(ExitCodeOf("\"C:\\Tarsus\\ReferenceHost-uninstall.exe\" /S _?=C:\\Tarsus"), 32U);
+    EXPECT_EQ(InstallProgram("", Packages() / "older"), kInUse);
+    EXPECT_EQ(ExitCodeOf("\"C:\\Tarsus\\Program\\QXBackupUtility-uninstall.exe\" /S _?=C:\\Tarsus\\Program"), kInUse);
+    EXPECT_EQ(ExitCodeOf("\"C:\\Tarsus\\ReferenceHost-uninstall.exe\" /S _?=C:\\Tarsus"), kInUse);
     EXPECT_TRUE(fs::exists(kBesideHost / "QX32.dll"));
     EXPECT_TRUE(fs::exists(kShortcut));
     EXPECT_EQ(ReadBytes(kBesideHost / "QXBackupUtility.exe"), BuiltProgram());
@@ -170,7 +179,7 @@ TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
 }
 
 TEST_F(Installer, AnUpgradeReplacesTheFilesAndKeepsTheSettings) {
-  ASSERT_EQ(InstallProgram("", Packages() / "older"), 0U);
+  ASSERT_EQ(InstallProgram("", Packages() / "older"), kInstalled);
   EXPECT_EQ(Listed(L"DisplayVersion"), "0.9.0");
   EXPECT_NE(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   const std::set<std::string> names = NamesIn(kAlone);
@@ -178,17 +187,17 @@ TEST_F(Installer, AnUpgradeReplacesTheFilesAndKeepsTheSettings) {
   const std::wstring settings = std::wstring(kHostKey) + L"\\BackupUtility";
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, settings.c_str(), L"dlgMainMenuLeft", REG_DWORD, &place, sizeof(place));
 
-  ASSERT_EQ(InstallProgram(), 0U);
+  ASSERT_EQ(InstallProgram(), kInstalled);
   EXPECT_NE(Listed(L"DisplayVersion"), "0.9.0");
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_NE(ReadBytes(kAlone / "QXBackupUtility.html").find("<html"), std::string::npos);
   EXPECT_EQ(NamesIn(kAlone), names);
 
-  ASSERT_EQ(InstallProgram("/CABARC=no"), 0U);
+  ASSERT_EQ(InstallProgram("/CABARC=no"), kInstalled);
   EXPECT_FALSE(fs::exists(kAlone / "cabarc.exe"));
 
   // To another folder: one program serves the machine.
-  ASSERT_EQ(InstallProgram("/D=C:\\Elsewhere"), 0U);
+  ASSERT_EQ(InstallProgram("/D=C:\\Elsewhere"), kInstalled);
   EXPECT_FALSE(fs::exists(kAlone));
   EXPECT_EQ(NamesIn(L"C:\\Elsewhere"), names);
   ASSERT_TRUE(Uninstall());
@@ -197,10 +206,10 @@ TEST_F(Installer, AnUpgradeReplacesTheFilesAndKeepsTheSettings) {
 
 TEST_F(Installer, TheDemonstrationRefusesAMachineWithAHost) {
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, kHostKey, L"PathAppl", REG_SZ, L"D:\\Host", 16);
-  EXPECT_EQ(InstallHost(), 183U);
+  EXPECT_EQ(InstallHost(), kAnotherHost);
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, kHostKey);
   fs::create_directory(kTarsus);
-  EXPECT_EQ(InstallHost(), 183U);
+  EXPECT_EQ(InstallHost(), kAnotherHost);
   EXPECT_TRUE(NamesIn(kTarsus).empty());
 }
 

@@ -1,4 +1,4 @@
-// Backups, restores and maintenance logs that are refused or go wrong, through the real dialogs and on real media.
+// Backups and restores that are refused or go wrong, through the real dialogs and on real media.
 // The demonstration of ./run does the ones that go well, with every category, and compares every byte.
 
 #include "EndToEndTest.h"
@@ -70,22 +70,6 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
     EXPECT_TRUE(Snapshot(kTarsus / "Data") == before);
     EXPECT_TRUE(IsTemporaryFolderEmpty());
   }
-  person.End();
-}
-
-TEST_F(Operations, ARefusedMaintenanceLogLeavesNothingBehind) {
-  Operator person;
-  person.SignIn().Press(ID_frmMainMenu_cmdMenu2);
-  const Window dialog = person.TheProgram().WaitForDialog(ID_frmMaintenance_cmdStart);
-  EXPECT_EQ(dialog.Text(ID_frmMaintenance_txtPatientCount), "120");
-  EXPECT_FALSE(dialog.IsEnabled(ID_frmMaintenance_txtCollectRange));
-  dialog.Tick(ID_frmMaintenance_Option2);
-  dialog.Press(ID_frmMaintenance_cmdStart);
-  EXPECT_EQ(person.Answer(Answer::Refuse), 64530);
-  EXPECT_TRUE(dialog.IsTicked(ID_frmMaintenance_Option2));
-  dialog.Press(ID_frmMaintenance_cmdCancel);
-  person.MainMenu();
-  EXPECT_TRUE(IsTemporaryFolderEmpty());
   person.End();
 }
 

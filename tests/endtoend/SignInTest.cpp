@@ -1,4 +1,4 @@
-// Sign-in, rights and both ends of the program.
+// Sign-in and rights. The demonstration of ./run ends the program without the Shift key, which starts the host again.
 
 #include "EndToEndTest.h"
 
@@ -35,7 +35,8 @@ TEST_F(SignIn, EachRightEnablesItsButtonsAndNoForceTheOthers) {
   }
 }
 
-TEST_F(SignIn, RefusalsKeepTheDialogOpen) {
+TEST_F(SignIn, RefusalsKeepTheDialogOpenAndCompactingKeepsTheDatabases) {
+  const auto before = Snapshot(kTarsus / "Config");
   Operator person;
   EXPECT_FALSE(person.SignInDialog().IsEnabled(ID_frmUserAuthentication_cmdOK));
   person.TrySignIn({kPrivileged.name, "wrong"});
@@ -43,14 +44,6 @@ TEST_F(SignIn, RefusalsKeepTheDialogOpen) {
   person.TrySignIn({"Nobody' OR '1'='1", "x"});
   EXPECT_EQ(person.Answer(), 63360);
   person.SignIn(kPrivileged);
-  person.End();
-  for (const std::string& line : LogLines()) EXPECT_EQ(line.find(kPrivileged.password), std::string::npos);
-}
-
-TEST_F(SignIn, CompactsTheHostsDatabasesAndKeepsThemReadable) {
-  const auto before = Snapshot(kTarsus / "Config");
-  Operator person;
-  person.SignIn();
   const auto after = Snapshot(kTarsus / "Config");
   EXPECT_EQ(before.size(), after.size());
   for (const auto& [name, bytes] : after) {
@@ -58,30 +51,9 @@ TEST_F(SignIn, CompactsTheHostsDatabasesAndKeepsThemReadable) {
     EXPECT_TRUE(bytes.starts_with("SQLite format 3")) << name;
   }
   person.End();
-}
-
-TEST_F(SignIn, EndRestartsTheHostUnlessShiftIsHeld) {
-  for (const bool shift : {true, false}) {
-    Operator person;
-    person.SignIn();
-    person.End(shift);
-    EXPECT_EQ(LogLines().back(),
-              std::string("[Informatin]  Finish Backup Utility") + (shift ? "" : " and Start Tarsus"));
-    EXPECT_EQ(WaitUntil([] { return IsRunning(L"Tarsus.exe"); }, shift ? 0 : 20000), !shift);
-  }
-}
-
-TEST_F(SignIn, EnterAndEscReachTheDialogsButtons) {
-  Operator person;
-  const Window dialog = person.SignInDialog();
-  dialog.Type(ID_frmUserAuthentication_cmbUserName, kPrivileged.name);
-  dialog.Type(ID_frmUserAuthentication_txtPassword, kPrivileged.password);
-  WaitUntil([&] { return dialog.IsEnabled(ID_frmUserAuthentication_cmdOK); });
-  dialog.Key(VK_RETURN);
-  person.MainMenu().Press(ID_frmMainMenu_cmdMenu0);
-  person.TheProgram().WaitForDialog(ID_frmBackup_cmdStart).Key(VK_ESCAPE);
-  person.MainMenu();
-  person.End();
+  EXPECT_FALSE(IsRunning(L"Tarsus.exe")) << "with the Shift key the host stays down";
+  EXPECT_EQ(LogLines().back(), "[Informatin]  Finish Backup Utility");
+  for (const std::string& line : LogLines()) EXPECT_EQ(line.find(kPrivileged.password), std::string::npos);
 }
 
 }  // namespace

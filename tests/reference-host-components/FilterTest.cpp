@@ -3,6 +3,8 @@
 
 namespace {
 
+using components::PersonalInfoFilter;
+
 class Filter : public HostTest {
  protected:
   enum class Kind { kFiles, kImages };
@@ -37,21 +39,17 @@ TEST_F(Filter, LeavesOutLinesThatNameListedPatients) {
       {"Sub\\deep.txt", "not directly in the folder", "(none)"},
   };
   for (const auto& [name, before, after] : cases) WriteFile(from_ + "\\" + name, before);
-  ASSERT_EQ(Run(Kind::kFiles, from_ + "\\"), 0);
+  ASSERT_EQ(Run(Kind::kFiles, from_ + "\\"), kDone);
   for (const auto& [name, before, after] : cases) EXPECT_EQ(ReadFile(to_ + "Logs\\" + name), after) << name;
   EXPECT_FALSE(Exists(to_ + "Logs\\Sub"));
-}
-
-TEST_F(Filter, TakesASingleFile) {
-  WriteFile(from_ + "\\one.log", "P99 out\r\nin\r\n");
-  ASSERT_EQ(Run(Kind::kFiles, from_ + "\\one.log"), 0);
-  EXPECT_EQ(ReadFile(to_ + "one.log"), "in\r\n");
+  ASSERT_EQ(Run(Kind::kFiles, from_ + "\\utf8.log"), kDone);
+  EXPECT_EQ(ReadFile(to_ + "utf8.log"), "P120 stays\r\nend") << "a file by itself";
 }
 
 TEST_F(Filter, MakesNothingOfASourceWithoutFiles) {
   WriteFile(from_ + "\\Sub\\x.txt", "x");
-  EXPECT_EQ(Run(Kind::kFiles, from_), 0);
-  EXPECT_EQ(Run(Kind::kImages, from_), 0);
+  EXPECT_EQ(Run(Kind::kFiles, from_), kDone);
+  EXPECT_EQ(Run(Kind::kImages, from_), kDone);
   EXPECT_FALSE(Exists(to_));
 }
 
@@ -59,7 +57,7 @@ TEST_F(Filter, CopiesImagesOfPatientsThatAreNotListed) {
   const std::string unlisted[] = {"P120_1.DDO", "P1_P12.ddo"}, others[] = {"P12_1.ddo", "77.ddo", "note.txt"};
   for (const std::string& name : unlisted) WriteFile(from_ + "\\003\\" + name, name);
   for (const std::string& name : others) WriteFile(from_ + "\\003\\" + name, name);
-  ASSERT_EQ(Run(Kind::kImages, from_), 0);
+  ASSERT_EQ(Run(Kind::kImages, from_), kDone);
   for (const std::string& name : unlisted) EXPECT_EQ(ReadFile(to_ + "Logs\\003\\" + name), name);
   for (const std::string& name : others) EXPECT_FALSE(Exists(to_ + "Logs\\003\\" + name)) << name;
 }
@@ -70,11 +68,11 @@ TEST_F(Filter, KeepsToTheRangeOfDays) {
     fs::last_write_time(from_ + "\\" + name, fs::file_time_type::clock::now() - std::chrono::hours(24 * days));
   }
   WriteFile(from_ + "\\range.txt", "-30");
-  ASSERT_EQ(Run(Kind::kImages, from_), 0);
+  ASSERT_EQ(Run(Kind::kImages, from_), kDone);
   EXPECT_TRUE(Exists(to_ + "Logs\\new.ddo"));
   EXPECT_FALSE(Exists(to_ + "Logs\\old.ddo"));
   WriteFile(from_ + "\\range.txt", "-9999");
-  ASSERT_EQ(Run(Kind::kImages, from_), 0);
+  ASSERT_EQ(Run(Kind::kImages, from_), kDone);
   EXPECT_TRUE(Exists(to_ + "Logs\\old.ddo"));
 }
 
@@ -82,14 +80,14 @@ TEST_F(Filter, TellsWhatFailed) {
   WriteFile(from_ + "\\x.txt", "x");
   WriteFile(from_ + "\\x.ddo", "x");
   for (const Kind kind : {Kind::kFiles, Kind::kImages}) {
-    EXPECT_EQ(Run(kind, from_, "C:\\missing.db"), 1);
-    EXPECT_EQ(Run(kind, from_, kDatabase), 1) << "no such table";
-    EXPECT_EQ(Run(kind, folder_ + "missing"), 2);
-    EXPECT_EQ(Run(kind, ""), 2);
+    EXPECT_EQ(Run(kind, from_, "C:\\missing.db"), PersonalInfoFilter::kListUnreadable);
+    EXPECT_EQ(Run(kind, from_, kDatabase), PersonalInfoFilter::kListUnreadable) << "no such table";
+    EXPECT_EQ(Run(kind, folder_ + "missing"), PersonalInfoFilter::kNoSource);
+    EXPECT_EQ(Run(kind, ""), PersonalInfoFilter::kNoSource);
   }
   WriteFile(folder_ + "Out", "a file in the way of the destination");
-  EXPECT_EQ(Run(Kind::kFiles, from_), 3);
-  EXPECT_EQ(Run(Kind::kImages, from_), 3);
+  EXPECT_EQ(Run(Kind::kFiles, from_), PersonalInfoFilter::kCopyFailed);
+  EXPECT_EQ(Run(Kind::kImages, from_), PersonalInfoFilter::kCopyFailed);
 }
 
 }  // namespace

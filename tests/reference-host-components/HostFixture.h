@@ -5,11 +5,12 @@
 
 #include <filesystem>
 #include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
 
 #include "common/Database.h"
+#include "components/Components.h"
+#include "operator/Workstation.h"
 #include "windows/adapters/Com.h"
 #include "windows/adapters/Components.h"
 #include "windows/adapters/Dispatch.h"
@@ -17,17 +18,10 @@
 
 namespace fs = std::filesystem;
 
-/// Takes a file or a folder away for as long as it lives.
-class Without {
- public:
-  explicit Without(const fs::path& path) : path_(path) { EXPECT_TRUE(MoveFileW(path_.c_str(), away_.c_str())); }
-  ~Without() { EXPECT_TRUE(MoveFileW(away_.c_str(), path_.c_str())); }
-  Without(const Without&) = delete;
-  Without& operator=(const Without&) = delete;
-
- private:
-  const std::wstring path_, away_ = path_ + L".away";
-};
+using components::kDone;
+using components::kFailed;
+using endtoend::Altered;
+using endtoend::Fault;
 
 class HostTest : public testing::Test {
  protected:
@@ -43,8 +37,7 @@ class HostTest : public testing::Test {
   }
   /// "(none)" for a file that does not exist.
   static std::string ReadFile(const std::string& path) {
-    std::ifstream file(Path(path), std::ios::binary);
-    return file ? std::string(std::istreambuf_iterator<char>(file), {}) : "(none)";
+    return Exists(path) ? endtoend::ReadBytes(Path(path)) : "(none)";
   }
 
   /// A statement on the test host's database; cells end in "|", rows in a line end, NULL is "NULL".

@@ -6,6 +6,8 @@
 
 namespace {
 
+using components::MediaComponent;
+
 class Media : public HostTest {
  protected:
   std::int32_t Status(const std::string& drive) {
@@ -20,10 +22,10 @@ class Media : public HostTest {
 
 TEST_F(Media, ReportsDriveStates) {
   const std::map<std::int32_t, std::vector<std::string>> states = {
-      {3, {"C", "C:", "c:\\", "C:\\Host\\System\\", "C:\\not\\there", "A", "A:\\Folder"}},
-      {2, {"Z:\\proc\\sys"}},
-      {0, {"X", "X:\\Folder"}},
-      {-1, {"", "1", "no drive", "\\\\nowhere\\share"}}};
+      {MediaComponent::kReady, {"C", "C:", "c:\\", "C:\\Host\\System\\", "C:\\not\\there", "A", "A:\\Folder"}},
+      {MediaComponent::kReadOnly, {"Z:\\proc\\sys"}},
+      {MediaComponent::kNoDrive, {"X", "X:\\Folder"}},
+      {MediaComponent::kError, {"", "1", "no drive", "\\\\nowhere\\share"}}};
   for (const auto& [status, drives] : states) {
     for (const std::string& drive : drives) EXPECT_EQ(Status(drive), status) << drive;
   }
@@ -32,30 +34,28 @@ TEST_F(Media, ReportsDriveStates) {
 TEST_F(Media, ReportsAMissingMedium) {
   {
     // The folder behind the drive: Z: is the root of the machine's file system.
-    const Without medium(Path("Z:" + std::string(std::getenv("WINEPREFIX")) + ".medium"));
-    EXPECT_EQ(Status("A"), 1);
-    EXPECT_EQ(Status("A:\\Folder"), 1);
-    EXPECT_EQ(Prepare("A"), -1);
+    const Fault gone = Altered(Path("Z:" + std::string(std::getenv("WINEPREFIX")) + ".medium"));
+    EXPECT_EQ(Status("A"), MediaComponent::kNoMedium);
+    EXPECT_EQ(Status("A:\\Folder"), MediaComponent::kNoMedium);
+    EXPECT_EQ(Prepare("A"), kFailed);
   }
-  EXPECT_EQ(Status("A"), 3);
+  EXPECT_EQ(Status("A"), MediaComponent::kReady);
 }
 
 TEST_F(Media, EmptiesAndLabelsRemovableMediaOnlyAndLeavesNothingElse) {
   WriteFile("A:\\BackupInfo.ini", "x");
   WriteFile("A:\\Deep\\er\\Übung.cab", "x");
   SetFileAttributesW(L"A:\\BackupInfo.ini", FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(Prepare("A:"), 0);
+  EXPECT_EQ(Prepare("A:"), kDone);
   WriteFile("A:\\kept.txt", "x");
-  EXPECT_EQ(Status("A"), 3);
+  EXPECT_EQ(Status("A"), MediaComponent::kReady);
   EXPECT_TRUE(Exists("A:\\kept.txt"));
   // Where Wine keeps a label; what it answers about a volume is from before.
   EXPECT_EQ(ReadFile("A:\\.windows-label"), "TARSUS\n");
   EXPECT_EQ(std::distance(fs::directory_iterator("A:\\"), {}), 2);
 
-  EXPECT_EQ(Prepare("C"), -1);
+  for (const char* drive : {"C", "X", ""}) EXPECT_EQ(Prepare(drive), kFailed) << drive;
   EXPECT_TRUE(Exists(kDatabase));
-  EXPECT_EQ(Prepare("X"), -1);
-  EXPECT_EQ(Prepare(""), -1);
 }
 
 }  // namespace

@@ -1,13 +1,14 @@
 // The message window, answered by a second thread as an operator would.
-#include <chrono>
 #include <functional>
 #include <future>
-#include <thread>
 
 #include "HostFixture.h"
 #include "components/MessageDialogIds.h"
+#include "operator/Window.h"
 
 namespace {
+
+using endtoend::Window;
 
 struct Seen {
   std::string title, text, id, consent, refuse;
@@ -16,49 +17,45 @@ struct Seen {
 };
 
 /// What the operator does with the window.
-using Answer = std::function<void(HWND window)>;
+using Answer = std::function<void(const Window& window)>;
 
 Answer Press(int button) {
-  return [=](HWND window) { PostMessageW(GetDlgItem(window, button), BM_CLICK, 0, 0); };
+  return [=](const Window& window) { window.Press(button); };
 }
 Answer Strike(const std::vector<WORD>& keys) {
-  return [=](HWND window) {
-    for (const WORD key : keys) PostMessageW(window, WM_KEYDOWN, key, 1);
+  return [=](const Window& window) {
+    for (const WORD key : keys) PostMessageW(window.Handle(), WM_KEYDOWN, key, 1);
   };
 }
-void CloseBox(HWND window) {
-  PostMessageW(window, WM_CLOSE, 0, 0);
+void CloseBox(const Window& window) {
+  PostMessageW(window.Handle(), WM_CLOSE, 0, 0);
 }
 
-std::string Text(HWND window) {
-  wchar_t text[2048] = {};
-  GetWindowTextW(window, text, 2048);
-  return windows::Utf8(text);
-}
-
-std::string Shown(HWND window, int control) {
-  const HWND item = GetDlgItem(window, control);
-  return item && IsWindowVisible(item) ? Text(item) : "(hidden)";
+std::string Shown(const Window& window, int control) {
+  return Window(GetDlgItem(window.Handle(), control)).IsOpen() ? window.Text(control) : "(hidden)";
 }
 
 /// Waits for the message window, reads it, and answers it.
 Seen Operate(const Answer& answer) {
-  HWND window = nullptr;
-  for (int tries = 0; tries < 1000 && !(window && IsWindowVisible(window)); ++tries) {
-    std::this_thread::sleep_for(std::chrono::milliseconds(10));
-    window = FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr);
-  }
-  if (!window) return {};
-  const Seen seen = {Text(window),
+  Window window;
+  const bool open = endtoend::WaitUntil([&] {
+    window = Window(FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr));
+    return window.IsOpen();
+  });
+  if (!open) return {};
+  const HWND handle = window.Handle();
+  const Seen seen = {window.Title(),
                      Shown(window, TARSUS_MESSAGE_TEXT),
                      Shown(window, TARSUS_MESSAGE_ID),
                      Shown(window, TARSUS_MESSAGE_CONSENT),
                      Shown(window, TARSUS_MESSAGE_REFUSE),
-                     LOWORD(SendMessageW(window, DM_GETDEFID, 0, 0)),
-                     GetWindow(window, GW_OWNER) != nullptr};
+                     LOWORD(SendMessageW(handle, DM_GETDEFID, 0, 0)),
+                     GetWindow(handle, GW_OWNER) != nullptr};
   answer(window);
   return seen;
 }
+
+using components::MessageDialog;
 
 class Message : public HostTest {
  protected:
@@ -74,49 +71,45 @@ class Message : public HostTest {
   Seen seen_;
 };
 
-TEST_F(Message, ShowsTextWithInsertionsAndNumber) {
+TEST_F(Message, ShowsTextWithInsertionsAndNumberAndMakesRefusalTheDefaultOfAWarning) {
+  Show(64400, refuse_);
+  EXPECT_EQ(seen_.text, "Medium einlegen: 100 % leer, %4?");
+  EXPECT_EQ(seen_.consent + seen_.refuse, "&Ja&Nein");
+  EXPECT_EQ(seen_.id, "") << "the option is not set";
+  EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_CONSENT);
+  Show(64530, refuse_);
+  EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_REFUSE);
   dialog_->SetDisplayOptions(1, 1);
-  EXPECT_EQ(Show(60370, consent_, {"ä%2.ini", "C:\\&x", "drei"}), 1);
+  Show(60370, consent_, {"ä%2.ini", "C:\\&x", "drei"});
   EXPECT_EQ(seen_.text, "Die Datei ä%2.ini fehlt in C:\\&x (drei, ä%2.ini).");
   EXPECT_EQ(seen_.title, "Tarsus Mitteilung");
   EXPECT_EQ(seen_.id, "ID 60370");
-  EXPECT_EQ(seen_.consent, "OK");
-  EXPECT_EQ(seen_.refuse, "(hidden)");
+  EXPECT_EQ(seen_.consent + seen_.refuse, "OK(hidden)");
 }
 
 TEST_F(Message, AnswersWithTheButtonsCode) {
   const Answer enter = Strike({VK_RETURN}), escape = Strike({VK_ESCAPE}), otherButton = Strike({VK_TAB, VK_RETURN});
+  constexpr auto kConsent = MessageDialog::kConsent, kOk = MessageDialog::kOkOrRefusal, kRefusal = kOk;
   const std::tuple<std::int32_t, Answer, std::int32_t> cases[] = {
-      {64400, consent_, 2}, {64400, refuse_, 1},     {64400, CloseBox, 1}, {64400, enter, 2},
-      {64400, escape, 1},   {64400, otherButton, 1}, {64530, enter, 1},    {64530, otherButton, 2},
-      {60370, CloseBox, 1}, {60370, enter, 1},       {60370, escape, 1}};
+      {64400, consent_, kConsent}, {64400, refuse_, kRefusal},
+      {64400, CloseBox, kRefusal}, {64400, enter, kConsent},
+      {64400, escape, kRefusal},   {64400, otherButton, kRefusal},
+      {64530, enter, kRefusal},    {64530, otherButton, kConsent},
+      {60370, CloseBox, kOk},      {60370, enter, kOk},
+      {60370, escape, kOk}};
   for (std::size_t index = 0; index < std::size(cases); ++index) {
     const auto& [id, answer, code] = cases[index];
     EXPECT_EQ(Show(id, answer), code) << "case " << index;
   }
 }
 
-TEST_F(Message, OffersTheCataloguesWordsAndMakesRefusalTheDefaultOfAWarning) {
-  Show(64400, refuse_);
-  EXPECT_EQ(seen_.text, "Medium einlegen: 100 % leer, %4?");
-  EXPECT_EQ(seen_.consent, "&Ja");
-  EXPECT_EQ(seen_.refuse, "&Nein");
-  EXPECT_EQ(seen_.id, "") << "the option is not set";
-  EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_CONSENT);
-  Show(64530, refuse_);
-  EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_REFUSE);
-}
-
-TEST_F(Message, NamesNumbersThatAreNotDefined) {
+TEST_F(Message, SpeaksWithoutATextOrTheWholeCatalogue) {
   for (const std::int32_t id : {60999, 12345}) {
-    EXPECT_EQ(Show(id, consent_), 1);
+    EXPECT_EQ(Show(id, consent_), MessageDialog::kOkOrRefusal);
     EXPECT_EQ(seen_.text, std::to_string(id) + ": Not Defined!");
   }
-}
-
-TEST_F(Message, SpeaksWithoutItsCatalogue) {
-  const Without gone(kDatabase);
-  EXPECT_EQ(Show(60320, consent_), 1);
+  const Fault gone = Altered(kDatabase);
+  EXPECT_EQ(Show(60320, consent_), MessageDialog::kOkOrRefusal);
   EXPECT_EQ(seen_.text, "The message catalogue could not be opened.");
   EXPECT_EQ(seen_.consent, "OK");
   Show(64400, consent_);
