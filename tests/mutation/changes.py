@@ -1,7 +1,7 @@
 """The faults that mutate.py puts into C++ code: what a hand that slips, or forgets, would write."""
 import re
 
-# Statements that begin a block or go over more lines than this are taken line by line.
+# What goes over more lines than this is taken line by line.
 LONGEST_STATEMENT = 6
 
 # What a name or a call looks like: "made", "tree.Add(name)", "Make(files, Name(entry))".
@@ -89,7 +89,7 @@ def is_step(text):
 
 
 def mutants(lines):
-    """All mutants of a file: first line, line behind the last, and the line that is to stand there instead."""
+    """All mutants of a file: first line, line behind the last, and what is to stand there instead."""
     found, previous, returns_result = [], None, False
     for (at, end), text in statements(lines):
         if FUNCTION.fullmatch(text):
@@ -101,6 +101,6 @@ def mutants(lines):
             found += [(at, end, new) for new in change(text, returns_result)]
         step = is_step(text)
         if step and previous and previous[1] == at:
-            found.append((previous[0], end, text.strip() + " " + previous[2].strip()))
+            found.append((previous[0], end, text + "\n" + previous[2]))
         previous = (at, end, text) if step else None
     return found

@@ -66,7 +66,7 @@ class Workshop:
         self.programs = sorted({program for program, _ in self.area.tests})
         self.tree, self.build, self.log = folder / "tree", folder / "build", folder / "log"
         self.home, self.prefix, self.pristine = folder / "home", folder / "prefix", folder / "pristine-prefix"
-        self.bits = (ROOT / "build/target").read_text().strip() if self.area.is_windows else "native"
+        self.target = "i686" if shutil.which("i686-w64-mingw32-g++-posix") else "x86_64"  # of the Windows programs
         self.timeout = 1800  # seconds, until it is known how long the tests take
 
     def run(self, *command, timeout=None, **options):
@@ -86,7 +86,7 @@ class Workshop:
         """The same in a home of its own: a Wine prefix has links to the user's, where broken code may delete."""
         apart = {"HOME": str(self.home), "TMPDIR": str(self.home), "WINEPREFIX": str(prefix or self.prefix),
                  "LC_ALL": "C.UTF-8", "WINEDEBUG": "-all", "WINEDLLOVERRIDES": "mscoree,mshtml,winemenubuilder.exe="}
-        if self.bits == "i686":
+        if self.target == "i686":
             apart["WINEARCH"] = "win32"
         drive = self.prefix / "drive_z"
         return self.run(*command, env=os.environ | apart, cwd=drive if drive.exists() else self.home, **options)
@@ -100,7 +100,7 @@ class Workshop:
         self.clean()
         options = ["-DCMAKE_CXX_FLAGS=-O1 -Wno-error=parentheses"]
         if self.area.is_windows:
-            options.append(f"-DCMAKE_TOOLCHAIN_FILE={self.tree}/cmake/mingw-{self.bits}.cmake")
+            options.append(f"-DCMAKE_TOOLCHAIN_FILE={self.tree}/cmake/mingw-{self.target}.cmake")
             self.make_prefix()
         if self.run("cmake", "-S", self.tree, "-B", self.build, "-G", "Ninja", *options) != 0:
             sys.exit(f"CMake fails; see {self.log}")
@@ -184,6 +184,10 @@ class Workshop:
             file.write_text(original)
 
 
+def described(path, at, new):
+    return f"{path}:{at + 1}: " + " / ".join(line.strip() for line in new.splitlines())
+
+
 def read_arguments():
     parser = argparse.ArgumentParser(description=__doc__, formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("area", choices=AREAS)
@@ -212,7 +216,7 @@ def main():
     random.shuffle(candidates)
     if arguments.list:
         for path, at, _, new in candidates:
-            print(f"{path}:{at + 1}: {new.strip()}")
+            print(described(path, at, new))
         return
     if not workshop.builds():
         sys.exit(f"the build fails; see {workshop.log}")
@@ -228,7 +232,7 @@ def main():
         died += bool(killer)
         survived += killer == ""
         if killer == "" or (killer and arguments.verbose):
-            print(f"{killer or 'survived'}: {path}:{at + 1}: {new.strip()}", flush=True)
+            print(f"{killer or 'survived'}: {described(path, at, new)}", flush=True)
     if (killer := workshop.killer()) != "":
         sys.exit(f"the score is worth nothing: sound code fails at the end as well: {killer}")
     workshop.clean()
