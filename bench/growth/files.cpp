@@ -12,8 +12,8 @@
 
 #include "fakes/FakeHost.h"
 #include "jobs/ClientLogs.h"
+#include "windows/adapters/Win32Desktop.h"
 #include "windows/adapters/Win32FileSystem.h"
-#include "windows/adapters/Win32MessageLoop.h"
 #include "work/FileOperations.h"
 #include "work/WorkFolder.h"
 

@@ -10,6 +10,7 @@
 
 #include "common/Database.h"
 #include "components/Components.h"
+#include "fakes/Printing.h"
 #include "operator/Workstation.h"
 #include "windows/adapters/Com.h"
 #include "windows/adapters/Components.h"
@@ -20,6 +21,7 @@ namespace fs = std::filesystem;
 
 using components::kDone;
 using components::kFailed;
+using enum base::Result;
 using endtoend::Altered;
 using endtoend::Fault;
 

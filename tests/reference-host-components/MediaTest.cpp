@@ -13,9 +13,9 @@ class Media : public HostTest {
   std::int32_t Status(const std::string& drive) {
     const auto media = factory_.CreateMediaComponent();
     media->SetUp("media.exe /x");
-    return media->GetDriveStatus(drive);
+    return static_cast<std::int32_t>(media->GetDriveStatus(drive));
   }
-  std::int32_t Prepare(const std::string& drive) {
+  base::Outcome Prepare(const std::string& drive) {
     return factory_.CreateMediaComponent()->PrepareDrive(drive, "C:\\", 0, 0);
   }
 };
@@ -37,7 +37,7 @@ TEST_F(Media, ReportsAMissingMedium) {
     const Fault gone = Altered(Path("Z:" + std::string(std::getenv("WINEPREFIX")) + ".medium"));
     EXPECT_EQ(Status("A"), MediaComponent::kNoMedium);
     EXPECT_EQ(Status("A:\\Folder"), MediaComponent::kNoMedium);
-    EXPECT_EQ(Prepare("A"), kFailed);
+    EXPECT_EQ(Prepare("A"), Failed);
   }
   EXPECT_EQ(Status("A"), MediaComponent::kReady);
 }
@@ -46,7 +46,7 @@ TEST_F(Media, EmptiesAndLabelsRemovableMediaOnlyAndLeavesNothingElse) {
   WriteFile("A:\\BackupInfo.ini", "x");
   WriteFile("A:\\Deep\\er\\Übung.cab", "x");
   SetFileAttributesW(L"A:\\BackupInfo.ini", FILE_ATTRIBUTE_READONLY);
-  EXPECT_EQ(Prepare("A:"), kDone);
+  EXPECT_EQ(Prepare("A:"), Done);
   WriteFile("A:\\kept.txt", "x");
   EXPECT_EQ(Status("A"), MediaComponent::kReady);
   EXPECT_TRUE(Exists("A:\\kept.txt"));
@@ -54,7 +54,7 @@ TEST_F(Media, EmptiesAndLabelsRemovableMediaOnlyAndLeavesNothingElse) {
   EXPECT_EQ(ReadFile("A:\\.windows-label"), "TARSUS\n");
   EXPECT_EQ(std::distance(fs::directory_iterator("A:\\"), {}), 2);
 
-  for (const char* drive : {"C", "X", ""}) EXPECT_EQ(Prepare(drive), kFailed) << drive;
+  for (const char* drive : {"C", "X", ""}) EXPECT_EQ(Prepare(drive), Failed) << drive;
   EXPECT_TRUE(Exists(kDatabase));
 }
 

@@ -1,14 +1,13 @@
 // The message window, answered by a second thread as an operator would.
+#include <chrono>
 #include <functional>
 #include <future>
+#include <thread>
 
 #include "HostFixture.h"
 #include "components/MessageDialogIds.h"
-#include "operator/Window.h"
 
 namespace {
-
-using endtoend::Window;
 
 struct Seen {
   std::string title, text, id, consent, refuse;
@@ -17,40 +16,46 @@ struct Seen {
 };
 
 /// What the operator does with the window.
-using Answer = std::function<void(const Window& window)>;
+using Answer = std::function<void(HWND window)>;
 
 Answer Press(int button) {
-  return [=](const Window& window) { window.Press(button); };
+  return [=](HWND window) { PostMessageW(GetDlgItem(window, button), BM_CLICK, 0, 0); };
 }
 Answer Strike(const std::vector<WORD>& keys) {
-  return [=](const Window& window) {
-    for (const WORD key : keys) PostMessageW(window.Handle(), WM_KEYDOWN, key, 1);
+  return [=](HWND window) {
+    for (const WORD key : keys) PostMessageW(window, WM_KEYDOWN, key, 1);
   };
 }
-void CloseBox(const Window& window) {
-  PostMessageW(window.Handle(), WM_CLOSE, 0, 0);
+void CloseBox(HWND window) {
+  PostMessageW(window, WM_CLOSE, 0, 0);
 }
 
-std::string Shown(const Window& window, int control) {
-  return Window(GetDlgItem(window.Handle(), control)).IsOpen() ? window.Text(control) : "(hidden)";
+std::string Text(HWND window) {
+  wchar_t text[2048] = {};
+  GetWindowTextW(window, text, 2048);
+  return windows::Utf8(text);
+}
+
+std::string Shown(HWND window, int control) {
+  const HWND item = GetDlgItem(window, control);
+  return item && IsWindowVisible(item) ? Text(item) : "(hidden)";
 }
 
 /// Waits for the message window, reads it, and answers it.
 Seen Operate(const Answer& answer) {
-  Window window;
-  const bool open = endtoend::WaitUntil([&] {
-    window = Window(FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr));
-    return window.IsOpen();
-  });
-  if (!open) return {};
-  const HWND handle = window.Handle();
-  const Seen seen = {window.Title(),
+  HWND window = nullptr;
+  for (int tries = 0; tries < 1000 && !(window && IsWindowVisible(window)); ++tries) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    window = FindWindowW(L"" TARSUS_MESSAGE_CLASS, nullptr);
+  }
+  if (!window) return {};
+  const Seen seen = {Text(window),
                      Shown(window, TARSUS_MESSAGE_TEXT),
                      Shown(window, TARSUS_MESSAGE_ID),
                      Shown(window, TARSUS_MESSAGE_CONSENT),
                      Shown(window, TARSUS_MESSAGE_REFUSE),
-                     LOWORD(SendMessageW(handle, DM_GETDEFID, 0, 0)),
-                     GetWindow(handle, GW_OWNER) != nullptr};
+                     LOWORD(SendMessageW(window, DM_GETDEFID, 0, 0)),
+                     GetWindow(window, GW_OWNER) != nullptr};
   answer(window);
   return seen;
 }
@@ -61,7 +66,7 @@ class Message : public HostTest {
  protected:
   std::int32_t Show(std::int32_t id, const Answer& answer, const std::vector<std::string>& texts = {"", "", ""}) {
     auto seen = std::async(std::launch::async, Operate, answer);
-    const std::int32_t code = dialog_->Show(id, texts[0], texts[1], texts[2]);
+    const auto code = static_cast<std::int32_t>(dialog_->Show(base::MessageId{id}, texts[0], texts[1], texts[2]));
     seen_ = seen.get();
     return code;
   }

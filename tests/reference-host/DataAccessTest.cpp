@@ -6,10 +6,8 @@
 
 #include "common/Database.h"
 #include "common/Host.h"
-#include "windows/adapters/AdoCatalogueTable.h"
-#include "windows/adapters/DaoDatabaseCompactor.h"
-#include "windows/adapters/Dispatch.h"
-#include "windows/adapters/ProgIds.h"
+#include "fakes/Printing.h"
+#include "windows/adapters/Databases.h"
 
 #include <objbase.h>
 
@@ -17,30 +15,37 @@ namespace {
 
 namespace fs = std::filesystem;
 
-using reference::kDone;
-using reference::kFailed;
+using enum base::Result;
 
 class CatalogueTest : public testing::Test {
  protected:
+  void SetUp() override { ASSERT_EQ(table_.Open(connection_, "MSG_ENGLISH"), Done); }
+
+  std::string Text(const std::string& criterion) {
+    EXPECT_EQ(table_.SetFilter(criterion), Done) << criterion;
+    return table_.StringField().value_or(table_.AtEnd() ? "(end)" : "(null)");
+  }
+
   windows::ComApartment apartment_;
+  windows::AdoCatalogueTable table_;
   /// With blanks behind it, as start-up passes it.
   const std::string connection_ = *reference::ReadPathEntry("LangStrDB") + std::string(100, ' ');
 };
 
-// Tables and texts that are missing are planted in the tests of the host check.
 TEST_F(CatalogueTest, FindsTextsByFilter) {
+  EXPECT_FALSE(table_.AtEnd());
+  EXPECT_EQ(Text("ID = 66000"), "Tarsus Backup Utility");
+  EXPECT_EQ(Text("ID = 12345"), "(end)");
+  EXPECT_EQ(Text(""), "Sign-in");
+  EXPECT_EQ(table_.SetFilter("ID LIKE 1"), Failed);
+  table_.Close();
+  EXPECT_EQ(table_.SetFilter("ID = 10000"), Failed);
   const auto database = reference::Database::Open(connection_);
   ASSERT_TRUE(database->Run("INSERT OR REPLACE INTO MSG_GERMAN VALUES (69999, 1, 'information', NULL)"));
-  windows::AdoCatalogueTable table;
-  ASSERT_EQ(table.Open(connection_, "MSG_GERMAN"), kDone);
-  EXPECT_EQ(table.SetFilter("ID LIKE 1"), kFailed);
-  EXPECT_EQ(table.SetFilter("ID = 66053"), kDone);
-  EXPECT_EQ(table.StringField(), "&Menüs");
-  EXPECT_EQ(table.SetFilter("ID = 69999"), kDone);
-  EXPECT_EQ(table.StringField(), std::nullopt);
-  EXPECT_FALSE(table.AtEnd());
-  table.Close();
-  EXPECT_EQ(table.SetFilter("ID = 10000"), kFailed);
+  ASSERT_EQ(table_.Open(connection_, "MSG_GERMAN"), Done);
+  EXPECT_EQ(Text("ID = 66053"), "&Menüs");
+  EXPECT_EQ(Text("ID = 69999"), "(null)");
+  EXPECT_EQ(table_.Open(connection_, "NO_SUCH_TABLE"), Failed);
 }
 
 TEST_F(CatalogueTest, KnowsItsStates) {
@@ -49,19 +54,19 @@ TEST_F(CatalogueTest, KnowsItsStates) {
   enum { kClosed = 0, kOpen = 1, kUnanswered = -1 };
   const auto state = [&] { return recordset.CallNumber(kUnanswered, L"State"); };
   EXPECT_EQ(state(), kClosed);
-  EXPECT_TRUE(FAILED(recordset.Call(L"MoveNext")));
-  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, connection_, 3, 3)));  // a lock for writing
-  EXPECT_TRUE(SUCCEEDED(recordset.Call(L"Open", source, connection_, 3, 1)));
-  EXPECT_TRUE(FAILED(recordset.Call(L"Open", source, connection_, 3, 1)));
+  EXPECT_EQ(recordset.Call(L"MoveNext"), Failed);
+  EXPECT_EQ(recordset.Call(L"Open", source, connection_, 3, 3), Failed);  // a lock for writing
+  EXPECT_EQ(recordset.Call(L"Open", source, connection_, 3, 1), Done);
+  EXPECT_EQ(recordset.Call(L"Open", source, connection_, 3, 1), Failed);
   EXPECT_EQ(state(), kOpen);
   EXPECT_EQ(recordset.CallNumber(kUnanswered, L"RecordCount"), 2);
-  EXPECT_TRUE(SUCCEEDED(recordset.Call(L"MoveNext")));
+  EXPECT_EQ(recordset.Call(L"MoveNext"), Done);
   windows::Variant field;
   windows::DispatchPointer object;
-  ASSERT_TRUE(SUCCEEDED(recordset.Get(L"Fields", field, std::string("ID"))) && field.ToObject(object));
+  ASSERT_TRUE(recordset.Get(L"Fields", field, std::string("ID")).IsDone() && field.ToObject(object));
   EXPECT_EQ(windows::Dispatch(std::move(object)).CallNumber(kUnanswered, L"Value"), 10001);
-  EXPECT_TRUE(SUCCEEDED(recordset.Call(L"MoveNext")));
-  EXPECT_TRUE(FAILED(recordset.Call(L"MoveNext")));
+  EXPECT_EQ(recordset.Call(L"MoveNext"), Done);
+  EXPECT_EQ(recordset.Call(L"MoveNext"), Failed);
 }
 
 class CompactorTest : public testing::Test {
@@ -71,7 +76,7 @@ class CompactorTest : public testing::Test {
     fs::remove(kTarget);
   }
 
-  std::int32_t Compact(const std::string& source = kSource) {
+  base::Outcome Compact(const std::string& source = kSource) {
     return compactor_.Compact(source, kTarget, ";LANGID=0x0409;CP=1252;COUNTRY=0");
   }
 
@@ -82,10 +87,10 @@ class CompactorTest : public testing::Test {
 
 TEST_F(CompactorTest, MakesASmallerCopyWithTheSameRowsAndNeverReplacesIt) {
   const std::uintmax_t before = fs::file_size(kSource);
-  ASSERT_EQ(Compact(), kDone);
+  ASSERT_EQ(Compact(), Done);
   EXPECT_EQ(fs::file_size(kSource), before);
   EXPECT_LT(fs::file_size(kTarget), before / 2);
-  EXPECT_EQ(Compact("C:\\Tarsus\\Param\\Viewer.mdb"), kFailed);
+  EXPECT_EQ(Compact("C:\\Tarsus\\Param\\Viewer.mdb"), Failed);
   const auto database = reference::Database::Open("DRIVER=SQLite3;Database=" + std::string(kTarget));
   ASSERT_TRUE(database);
   EXPECT_EQ(database->Run("SELECT * FROM T_SETTING")->cells.size(), 40U);
@@ -95,16 +100,16 @@ TEST_F(CompactorTest, RefusesASourceInUseAndWhatIsNoDatabase) {
   {
     const auto other = reference::Database::Open("DRIVER=SQLite3;Database=" + std::string(kSource));
     ASSERT_TRUE(other->Run("BEGIN EXCLUSIVE"));
-    EXPECT_EQ(Compact(), kFailed);
+    EXPECT_EQ(Compact(), Failed);
   }
   {
     const std::ifstream other(kSource);
-    EXPECT_EQ(Compact(), kFailed);
+    EXPECT_EQ(Compact(), Failed);
   }
-  EXPECT_EQ(Compact("C:\\Tarsus\\Temp\\none.mdb"), kFailed);
-  EXPECT_EQ(Compact("C:\\Tarsus\\System\\Directory.ini"), kFailed);
+  EXPECT_EQ(Compact("C:\\Tarsus\\Temp\\none.mdb"), Failed);
+  EXPECT_EQ(Compact("C:\\Tarsus\\System\\Directory.ini"), Failed);
   EXPECT_FALSE(fs::exists(kTarget));
-  EXPECT_EQ(Compact(), kDone);
+  EXPECT_EQ(Compact(), Done);
 }
 
 HRESULT CallServer(const char* name) {

@@ -175,7 +175,7 @@ void Session::RunUnchecked() {
   hostFiles_ = disk.Tree(kHostRoot);
   app::Application application(Contracts(), toolkit);
   try {
-    operator_access::Dialogs dialogs;
+    qx::access::Dialogs dialogs;
     app::Main(application, dialogs);
   } catch (const fakes::ProcessEnded&) {
   } catch (const fakes::ScriptFailed&) {  // the test has failed already

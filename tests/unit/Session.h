@@ -17,8 +17,8 @@
 using backup::frmBackup;
 using maintenance::frmMaintenance;
 using media::frmSelectFolder;
-using operator_access::frmMainMenu;
-using operator_access::frmUserAuthentication;
+using qx::access::frmMainMenu;
+using qx::access::frmUserAuthentication;
 using restore::frmRestore;
 
 /// Files of one medium: path below its root, and contents.

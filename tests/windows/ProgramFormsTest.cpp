@@ -66,9 +66,9 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
   }
 
   std::unique_ptr<forms::Form> Make(const std::string& name) {
-    if (name == "frmUserAuthentication") return std::make_unique<operator_access::frmUserAuthentication>(application_);
+    if (name == "frmUserAuthentication") return std::make_unique<qx::access::frmUserAuthentication>(application_);
     if (name == "frmMainMenu") {
-      return std::make_unique<operator_access::frmMainMenu>(application_, definitions_, drives_);
+      return std::make_unique<qx::access::frmMainMenu>(application_, definitions_, drives_);
     }
     if (name == "frmBackup") return std::make_unique<backup::frmBackup>(application_, definitions_, drives_);
     if (name == "frmSelectFolder") return std::make_unique<media::frmSelectFolder>(application_, drives_, selection_);

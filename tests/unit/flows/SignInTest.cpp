@@ -178,11 +178,11 @@ TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
   MediumFiles wanted = host.disk.Tree("C:\\Tarsus\\Config");
   wanted["Station.mdb"] = "station";
   wanted["SECOND.MDB"] = "b";
-  operator_access::CompactDatabases(application, "C:\\Tarsus\\Config");
+  qx::access::CompactDatabases(application, "C:\\Tarsus\\Config");
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Config"), wanted);
   EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
   EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
-  operator_access::CompactDatabase(application, " C:\\Tarsus\\Param ", "Protocol.mdb", "");
+  qx::access::CompactDatabase(application, " C:\\Tarsus\\Param ", "Protocol.mdb", "");
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Param"), (MediumFiles{{"Protocol.mdb", "protocol"}}));
 }
 
@@ -193,7 +193,7 @@ TEST(CompactDatabases, AFaultAnywhereLosesNothing) {
     Workstation station;
     station.application.state.StartupDirectory = fakes::kProgramFolder;
     n > calls ? Room(4)(station.host) : station.host.calls.FailCall(n);
-    operator_access::CompactDatabases(station.application, "C:\\Tarsus\\Config\\");
+    qx::access::CompactDatabases(station.application, "C:\\Tarsus\\Config\\");
     if (n == 0) calls = station.host.calls.Count();
     const std::string bytes = station.host.disk.Read("C:\\Tarsus\\Config\\Station.mdb");
     EXPECT_TRUE(bytes == "station" || (n > 0 && bytes == "station[slack]")) << n << ": " << bytes;
