@@ -1,7 +1,7 @@
 // What stands against a destination, in both operations that write to one; and what is proposed as one.
-#include "backup/BackupOperation.h"
-#include "backup/DestinationCopy.h"
-#include "media/Proposal.h"
+#include "backup/mdlBUBackup.h"
+#include "backupset/SetWriter.h"
+#include "maintenance/mdlBUMaintenance.h"
 #include "unit/Station.h"
 
 namespace {
@@ -13,8 +13,8 @@ using enum host::DriveStatus;
 struct Refusal {
   const char* name;
   Arrangement arrange;
-  Ids messages;          ///< in an ordinary backup
-  bool pending = false;  ///< whether the last one is left to the caller
+  Ids messages;            ///< in an ordinary backup
+  const char* cause = "";  ///< where the last one is left to the caller: what the log will need
   const char* folder = "D:\\";
   const char* mediaType = "STANDARD";  ///< how the host prepares a medium
 };
@@ -29,12 +29,12 @@ const Refusal kRefusals[] = {
     {"drive error", Statuses('D', {Error}), {BackupDriveError}},
     {"drive unusable", Statuses('D', {Unusable}), {BackupDriveUnusable}},
     {"medium inserted too late", Statuses('D', {NoMedium, Error}), {AskInsertBackupMedium, BackupDriveError}},
-    {"format fails", kFormatFails, {AskPrepareBackupMedium, BackupFormatFailed, BackupFormatFailed}, true},
-    {"host prepares nothing", kToPrepare, kNotPrepared, true, "D:\\", "NONE"},
-    {"media program missing", kToPrepare, kNotFormatted, true, "D:\\", "APPLICATION"},
-    {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, true},
+    {"format fails", kFormatFails, {AskPrepareBackupMedium, BackupFormatFailed, BackupFormatFailed}, "answered 5"},
+    {"host prepares nothing", kToPrepare, kNotPrepared, "medium in drive D", "D:\\", "NONE"},
+    {"media program missing", kToPrepare, kNotFormatted, "none.exe", "D:\\", "APPLICATION"},
+    {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, "D:"},
     {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}},
-    {"folder cannot be made", Nothing, {AskMakeBackupFolder, BackupFolderNotMade}, true, "D:\\a\\b\\"},
+    {"folder cannot be made", Nothing, {AskMakeBackupFolder, BackupFolderNotMade}, "D:\\a\\b", "D:\\a\\b\\"},
 };
 
 /// Of an ordinary backup, and what a maintenance log backup has in its place.
@@ -52,32 +52,39 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
       SCOPED_TRACE(refusal.name + std::to_string(static_cast<int>(operation)));
       JobStation run;
       refusal.arrange(run.host);
-      run.host.disk.Write("C:\\Work\\UserData.cab", std::string(1000, 'u'));
-      app::State& state = run.application.state;
-      state.BackupSize = 1000;
-      state.Present.UserData = true;
-      state.SelectedFolder = refusal.folder;
-      state.MediaAppType = refusal.mediaType;
-      state.MediaAppCommand = "none.exe";
+      run.host.disk.Write(JobStation::kStaging + std::string("UserData.cab"), std::string(1000, 'u'));
+      run.packed.set.archives = {{"UserData.cab", 1000, 1}};
+      run.packed.BackupSize = 1000;
+      run.application.state.SelectedFolder = refusal.folder;
+      run.host.qxNetDB.records = {{"WRITABLE", "D", "", refusal.mediaType, "none.exe"}};
+      run.drives.ProposeMediaDrive();
       Ids expected = refusal.messages;
       // What the preparation itself has shown is the same in both.
       for (std::size_t i = 0; i < expected.size() && operation != app::Operation::Backup; ++i)
         if (expected[i] != BackupFormatFailed || i + 1 == expected.size()) expected[i] = kOfMaintenance.at(expected[i]);
+      const bool pending = *refusal.cause != 0;
       const base::MessageId last = expected.back();
-      if (refusal.pending) expected.pop_back();
+      if (pending) expected.pop_back();
       for (const base::MessageId id : expected) run.host.person.ExpectMessage(id, host::Answer::Consented);
-      EXPECT_EQ(backup::CopyToDestination(run.application, backup::MessagesOf(operation)),
-                refusal.pending ? Result::Failed : Result::Stopped);
-      EXPECT_EQ(state.PendingMessageId, refusal.pending ? last : None);
+      const base::Outcome written =
+          backupset::WriteBackupSet(run.application, run.drives, run.packed, backupset::MessagesOf(operation));
+      EXPECT_EQ(written, pending ? Result::Failed : Result::Stopped);
+      EXPECT_EQ(written.PendingMessageId, pending ? last : None);
+      EXPECT_PRED_FORMAT2(testing::IsSubstring, refusal.cause, written.cause);
       EXPECT_TRUE(run.host.disk.Tree("D:\\").empty());
     }
   }
 }
 
 TEST_F(JobTest, DescriptorAloneIsNoBackup) {
-  application.state.SelectedFolder = "D:\\";
-  EXPECT_EQ(backup::CopyToDestination(application, backup::MessagesOf(app::Operation::Backup)), Result::Failed);
-  EXPECT_EQ(application.state.PendingMessageId, None);
+  for (const auto& [folder, result] : {std::pair("D:\\", Result::Failed), {"A:\\", Result::Stopped}}) {
+    application.state.SelectedFolder = folder;
+    const base::Outcome written =
+        backupset::WriteBackupSet(application, drives, packed, backupset::MessagesOf(app::Operation::Backup));
+    EXPECT_EQ(written, result);
+    EXPECT_EQ(written.PendingMessageId, None);
+    EXPECT_TRUE(host.disk.Tree(folder).empty());
+  }
 }
 
 TEST_F(JobTest, ProposalsOfTheOperations) {
@@ -89,16 +96,20 @@ TEST_F(JobTest, ProposalsOfTheOperations) {
                {"E:", "D:\\", "E:\\", "D:\\"},
                {"E:\\Media\\", "", "E:\\Media\\", "C:\\"},
                {" ", profile, ":\\", profile + "\\"}};
+  backup::BackupJob backup{{}, false, {{host.files, fakes::kProgramFolder}, {}, 0}};
+  maintenance::MaintenanceJob log{{}, {{host.files, fakes::kProgramFolder}, {}, 0}, 0};
   for (const auto& each : cases) {
     SCOPED_TRACE(each.drive);
     host.qxNetDB.records = {{"writable", "X", "", "", ""},
                             {"WRITABLE", each.drive, "", "NONE", "a.exe"},
                             {"WRITABLE", "Y", "", "STANDARD", "b.exe"}};
     host.shell.desktop = each.desktop;
-    EXPECT_EQ(backup::BackupOperation(job, {}).ProposeFolder(), each.medium + "20120315093012\\");
-    application.state.MediaAppType.clear();
-    EXPECT_EQ(media::ProposeDesktop(application), each.folder);
-    EXPECT_EQ(application.state.MediaAppType + application.state.MediaAppCommand, "NONEa.exe");
+    EXPECT_EQ(backup::BackupOperation(application, definitions, drives, backup).ProposeFolder(),
+              each.medium + "20120315093012\\");
+    media::MediaDrives fresh{host.Contracts(), application.paths, application.messages, application.failures};
+    EXPECT_EQ(maintenance::MaintenanceOperation(application, fresh, log).ProposeFolder(), each.folder);
+    fresh.GetDriveStatus("Y");
+    EXPECT_EQ(host.Told().mediaCommands.back(), "a.exe") << "a medium chosen by hand is prepared as the host has it";
   }
 }
 
