@@ -88,26 +88,23 @@ TEST_F(JobTest, DescriptorAloneIsNoBackup) {
 }
 
 TEST_F(JobTest, ProposalsOfTheOperations) {
-  const std::string profile = "C:\\Users\\Operator\\Desktop";
-  const struct {
-    std::string drive, desktop;  ///< as the host has them
-    std::string medium, folder;  ///< what is made of them
-  } cases[] = {{"E", profile, "E:\\", profile + "\\"},
-               {"E:", "D:\\", "E:\\", "D:\\"},
-               {"E:\\Media\\", "", "E:\\Media\\", "C:\\"},
-               {" ", profile, ":\\", profile + "\\"}};
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
+      {"E", "E:\\", "D:\\Desktop", "D:\\Desktop\\"},
+      {"E:", "E:\\", "D:\\", "D:\\"},
+      {"E:\\Media\\", "E:\\Media\\", "", "C:\\"},
+      {" ", ":\\", "D:\\", "D:\\"}};
   backup::BackupJob backup{{}, false, {{host.files, fakes::kProgramFolder}, {}, 0}};
   maintenance::MaintenanceJob log{{}, {{host.files, fakes::kProgramFolder}, {}, 0}, 0};
-  for (const auto& each : cases) {
-    SCOPED_TRACE(each.drive);
+  for (const auto& [drive, medium, desktop, folder] : cases) {
+    SCOPED_TRACE(drive);
     host.qxNetDB.records = {{"writable", "X", "", "", ""},
-                            {"WRITABLE", each.drive, "", "NONE", "a.exe"},
+                            {"WRITABLE", drive, "", "NONE", "a.exe"},
                             {"WRITABLE", "Y", "", "STANDARD", "b.exe"}};
-    host.shell.desktop = each.desktop;
+    host.shell.desktop = desktop;
     EXPECT_EQ(backup::BackupOperation(application, definitions, drives, backup).ProposeFolder(),
-              each.medium + "20120315093012\\");
+              medium + std::string("20120315093012\\"));
     media::MediaDrives fresh{host.Contracts(), application.paths, application.messages, application.failures};
-    EXPECT_EQ(maintenance::MaintenanceOperation(application, fresh, log).ProposeFolder(), each.folder);
+    EXPECT_EQ(maintenance::MaintenanceOperation(application, fresh, log).ProposeFolder(), folder);
     fresh.GetDriveStatus("Y");
     EXPECT_EQ(host.Told().mediaCommands.back(), "a.exe") << "a medium chosen by hand is prepared as the host has it";
   }

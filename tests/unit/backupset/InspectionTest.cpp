@@ -25,18 +25,15 @@ struct Set {
 
 const Set kSets[] = {
     {"as this system writes it", Lines(DescriptorLines({"CABFile=MenuData.cab;UserData.cab;"})), None},
-    {"empty file", "", DescriptorIncomplete},
+    {"no descriptor", "", NoDescriptor},
     {"no type", Lines({"AppVersion=3.00", "Date=today"}), DescriptorIncomplete},
     {"no version", Lines({"AppType=Tarsus", "Date=today"}), DescriptorIncomplete},
     {"no date", Lines({"AppType=Tarsus", "AppVersion=3.00"}), DescriptorIncomplete},
     {"date of blanks", Info("Tarsus", "3.00", "   "), DescriptorIncomplete},
     {"type in other case", Info("TARSUS", "3.00", "today"), OtherApplication},
-    {"type with ending", Info("Tarsus.exe", "3.00", "today"), OtherApplication},
     {"other type before empty version", Info("Farsus", "", ""), OtherApplication},
     {"other version before empty date", Info("Tarsus", "4.00", ""), OtherVersion},
-    {"older minor version", Version("3.00"), None, "3.10"},
-    {"newer minor version", Version("3.10"), None},
-    {"longer version", Version("3.1.2.77"), None},
+    {"other minor version", Version("3.1.2.77"), None, "3.10"},
     {"older major version", Version("2.50"), OtherVersion},
     {"major version as number alike", Version("03.00"), OtherVersion},
     {"set version without dot", Version("3"), OtherVersion},
@@ -47,13 +44,13 @@ TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {
   for (const Set& set : kSets) {
     SCOPED_TRACE(set.name);
     JobStation station;
-    station.host.disk.Write("D:\\Set\\BackupInfo.ini", set.descriptor);
+    if (set.message != NoDescriptor) station.host.disk.Write("D:\\Set\\BackupInfo.ini", set.descriptor);
     backupset::Inspection found;
     const base::Outcome inspected = backupset::InspectBackupSet(
         station.tools, {set.systemVersion, "Tarsus", fakes::kSystemFolder}, kSetFolder, found);
     EXPECT_EQ(inspected, set.message == None ? base::Result::Done : base::Result::Failed);
     EXPECT_EQ(inspected.PendingMessageId, set.message);
-    EXPECT_EQ(inspected.cause.starts_with("D:\\Set\\BackupInfo.ini: "), set.message != None);
+    EXPECT_EQ(inspected.cause.find("D:\\Set\\BackupInfo.ini") == std::string::npos, set.message == None);
   }
 }
 

@@ -78,17 +78,12 @@ TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
 }
 
 // Only a maintenance log that wants some days' images may thin an image folder out.
-TEST_F(JobTest, ImageFoldersGoToTheCollectorWhenAMaintenanceLogWantsImages) {
+TEST_F(JobTest, ImageFoldersAreOtherwiseTakenWhole) {
   host.disk.Write("C:\\Tarsus\\Image\\a.DDO\\1.dat", "x");
   EXPECT_TRUE(LoadSection("LOG_BACKUP", {"Folder=Image\\a.DDO"}).IsDone());
-  job.maintenance = {.CollectImages = 1, .ImageRangeDays = 30};
-  EXPECT_EQ(jobs::RunFolderItems(job, "LOG_BACKUP"), Result::Stopped);
-  EXPECT_EQ(Staged(), Names());
-  ASSERT_EQ(host.Told().statements.size(), 1u);
-  EXPECT_PRED_FORMAT2(testing::IsSubstring, "DATEADD(day,-30,", host.Told().statements[0]);
-  for (const auto& whole : {std::optional(jobs::MaintenanceOptions()), {}}) {
+  for (const auto& maintenance : {std::optional(jobs::MaintenanceOptions()), {}}) {
     host.disk.Remove(std::string(kStaging) + "a.DDO");
-    job.maintenance = whole;
+    job.maintenance = maintenance;
     EXPECT_EQ(jobs::RunFolderItems(job, "LOG_BACKUP"), Result::Done);
     EXPECT_EQ(Staged(), Names{"a.DDO\\1.dat"});
   }

@@ -18,14 +18,10 @@ struct Source {
 };
 
 const Source kSources[] = {
-    {"ready", {Ready}},
     {"readable", {Readable}},
-    {"error", {Error}, {SourceDriveError}, Result::Stopped},
     {"unusable", {Unusable}, {SourceDriveUnusable}, Result::Stopped},
     {"inserted at the second prompt", {NoMedium, NoMedium, Ready}, {AskInsertSourceMedium, AskInsertSourceMedium}},
-    {"operator stops", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::Refused},
     {"prompt cannot be shown", {NoMedium}, {AskInsertSourceMedium}, Result::Stopped, host::Answer::NotShown},
-    {"answer without a meaning", {kMeaningless, Ready}},
 };
 
 TEST(SourceDrive, IsAskedUntilItDecides) {

@@ -7,17 +7,10 @@ using enum base::MessageId;
 
 // The selection dialog stays open, for another folder.
 TEST(RestoreDialog, OpensForASetOfThisSystemOnly) {
-  Session session(File("D:\\Farsus\\BackupInfo.ini", "AppType=Farsus\r\n"));
-  session.disk.Write("D:\\Set\\BackupInfo.ini", Lines(DescriptorLines()));
+  Session session(File("D:\\BackupInfo.ini", "AppType=Farsus"));
   session.BeginRestore("D:\\");
-  session.See({NoDescriptor});
-  session.AcceptFolder("D:\\Farsus");
-  session.See({OtherApplication});
-  session.AcceptFolder(kSetFolder);
-  session.Cancel<frmRestore>();
-  session.LeaveRestoreAfter({});
+  session.LeaveRestoreAfter({OtherApplication});
   EXPECT_TRUE(session.processes.started.empty());
-  EXPECT_TRUE(session.components.Logged("Cancel Restore"));
 }
 
 const Paths kAllVersions = {"PatientData=V2.1",     "MenuData=V2.1",  "SystemData=V2.1",    "UserData=V2.1",
@@ -92,6 +85,7 @@ TEST(RestoreDialog, OffersWhatFitsThisSystem) {
       fakes::Press(form.cmdCancel);
     });
     session.LeaveRestoreAfter({});
+    EXPECT_TRUE(session.components.Logged("Cancel Restore"));
   }
 }
 
