@@ -60,6 +60,7 @@ struct JobStation : Workstation {
   Names Staged() { return NamesBelow(kStaging); }
 
   work::Tools tools = work::ToolsOf(application);
+  media::MediaDrives drives{host.Contracts(), application.paths, application.messages, application.failures};
   jobs::JobDefinitions definitions;
   backupset::PackedSet packed{{host.files, fakes::kProgramFolder}, {}, 0};
   jobs::Job job{tools,

@@ -1,7 +1,6 @@
 // The cutting of a joined archive: every byte in its piece, whatever the size.
-#include "backup/ArchivePieces.h"
+#include "backupset/Pieces.h"
 
-#include "backup/FloppyFormat.h"
 #include "unit/Arrange.h"
 
 namespace {
@@ -38,8 +37,8 @@ TEST(ArchivePieces, HoldEveryByteInOrder) {
   for (const Cut& cut : kCuts) {
     SCOPED_TRACE(cut.size);
     Archived host(cut.size);
-    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, cut.size), Result::Done);
-    EXPECT_EQ(backup::FloppyDiskCount(cut.size), cut.disks);
+    EXPECT_EQ(backupset::SplitArchive(host.files, host.messageLoop, kFolder, cut.size), Result::Done);
+    EXPECT_EQ(backupset::FloppyDiskCount(cut.size), cut.disks);
     std::string joined;
     for (std::size_t i = 1; i <= cut.pieces; ++i) {
       joined += host.disk.Read(kFolder + "FDDivide00" + std::to_string(i));
@@ -52,14 +51,17 @@ TEST(ArchivePieces, HoldEveryByteInOrder) {
 }
 
 TEST(ArchivePieces, FailureIsTold) {
-  const std::pair<std::uint32_t, Arrangement> faults[] = {{0, Nothing},
-                                                          {1'500'001, Nothing},  // shorter than said
-                                                          {1'500'000, Gone(kFolder + "FDDivide.cab")},
-                                                          {1'500'000, Capacity("C:", 2'950'000)}};
-  for (const auto& [size, arrange] : faults) {
+  const std::tuple<std::uint32_t, Arrangement, std::string> faults[] = {
+      {0, Nothing, "empty"},
+      {1'500'001, Nothing, "ends before " + kFolder + "FDDivide002 is full"},
+      {1'500'000, Gone(kFolder + "FDDivide.cab"), kFolder + "FDDivide.cab"},
+      {1'500'000, Capacity("C:", 2'950'000), kFolder + "FDDivide002"}};
+  for (const auto& [size, arrange, cause] : faults) {
     Archived host(1'500'000);
     arrange(host);
-    EXPECT_EQ(backup::SplitArchive(host.Contracts(), kFolder, size), Result::Failed);
+    const base::Outcome split = backupset::SplitArchive(host.files, host.messageLoop, kFolder, size);
+    EXPECT_EQ(split, Result::Failed);
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, cause, split.cause);
   }
 }
 
@@ -77,12 +79,12 @@ struct SlowReader : host::BinaryReader {
 TEST(ArchivePieces, GoOnWhereTheSourceStandsHoweverItReads) {
   Archived host(1);
   SlowReader source;
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\0", 0), Result::Failed);
+  EXPECT_EQ(backupset::WritePiece(host.files, source, "C:\\0", 0), Result::Failed);
   EXPECT_FALSE(host.disk.IsFile("C:\\0"));
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\1", 40'000), Result::Done);
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\2", 60'000), Result::Done);
+  EXPECT_EQ(backupset::WritePiece(host.files, source, "C:\\1", 40'000), Result::Done);
+  EXPECT_EQ(backupset::WritePiece(host.files, source, "C:\\2", 60'000), Result::Done);
   EXPECT_TRUE(host.disk.Read("C:\\1") + host.disk.Read("C:\\2") == source.bytes);
-  EXPECT_EQ(backup::WritePiece(host.files, source, "C:\\3", 1), Result::Failed);
+  EXPECT_EQ(backupset::WritePiece(host.files, source, "C:\\3", 1), Result::Failed);
 }
 
 }  // namespace

@@ -1,0 +1,89 @@
+// Packing what was gathered, and collecting the archives.
+#include "backupset/Archiver.h"
+
+#include "unit/Station.h"
+
+namespace {
+
+using base::Result;
+
+std::string Described(const backupset::Archive& archive) {
+  return archive.name + ", " + std::to_string(archive.size) + " bytes, " + std::to_string(archive.files) + " files";
+}
+
+TEST_F(JobTest, PackingNamesEverythingAndEmptiesTheStagingFolder) {
+  const std::string staging = kStaging;
+  for (const std::string name :
+       {"plain.dat", "two words.dat", "a&b.txt", "Tree\\x\\1.dat", "My Tree\\2.dat", "cabfile\\OldData.cab"})
+    host.disk.Write(staging + name, name);
+  host.disk.Find(staging + "plain.dat")->attributes = fakes::kReadOnly;
+  const backupset::Archiver archiver(tools, packed.workFolder);
+  backupset::Archive made;
+  EXPECT_EQ(archiver.PackCategory("UserData", made), Result::Done);
+  ASSERT_EQ(host.processes.started.size(), 1u);
+  EXPECT_EQ(host.processes.started[0].commandLine,
+            "cabarc -r -p n UserData.cab \"a&b.txt\" \".\\My Tree\\*.*\" plain.dat .\\Tree\\*.* \"two words.dat\"");
+  EXPECT_EQ(host.processes.started[0].currentFolder + "\\", staging);
+  EXPECT_EQ(host.Unpacked(staging + "CABFILE\\UserData.cab").size(), 5u);
+  EXPECT_EQ(Described(made), "UserData.cab, 0 bytes, 5 files");
+  EXPECT_EQ(Staged(), (Names{"cabfile\\OldData.cab", "cabfile\\UserData.cab"}));
+  EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
+  EXPECT_EQ(archiver.PackCategory("MenuData", made), Result::Stopped) << "only the archive folder is left";
+
+  const std::uint64_t size = host.disk.Read(staging + "CABFILE\\UserData.cab").size();
+  packed.set.archives = {made};
+  EXPECT_EQ(archiver.CollectArchives(packed.set), Result::Done);
+  EXPECT_EQ(Staged(), (Names{"OldData.cab", "UserData.cab"}));
+  EXPECT_EQ(packed.set.folder, staging);
+  ASSERT_EQ(packed.set.archives.size(), 2u);
+  EXPECT_EQ(Described(packed.set.archives[0]), "OldData.cab, 19 bytes, 0 files");
+  EXPECT_EQ(Described(packed.set.archives[1]), "UserData.cab, " + std::to_string(size) + " bytes, 5 files");
+}
+
+// The command begins with 27 characters; with names of 30 characters each, 1056 fit and 1057 do not.
+TEST_F(JobTest, ListThatExceedsACommandLineIsNotCut) {
+  const backupset::Archiver archiver(tools, packed.workFolder);
+  for (const int files : {1056, 1057}) {
+    for (int i = 0; i < files; ++i) {
+      const std::string number = std::to_string(i);
+      host.disk.Write(kStaging + std::string(30 - number.size(), 'f') + number, "x");
+    }
+    backupset::Archive made;
+    const base::Outcome outcome = archiver.PackCategory("UserData", made);
+    EXPECT_EQ(outcome, files == 1056 ? Result::Done : Result::Failed);
+    EXPECT_EQ(outcome.cause.empty(), files == 1056);
+    ASSERT_EQ(host.processes.started.size(), 1u);
+    EXPECT_EQ(host.processes.started[0].commandLine.size(), 27u + 1056u * 31u);
+  }
+  EXPECT_TRUE(WasWarnedOf("Too many files for one command line: cabarc (UserData)"));
+}
+
+struct Failure {
+  const char* name;
+  Arrangement arrange;
+  const char* cause;  ///< names the path or command
+};
+
+const Failure kFailures[] = {
+    {"no archiver", Gone(kArchiver), "Not started: cabarc -r -p X UserData.cab CABFILE"},
+    {"archiver fails", Program(kArchiver, [](auto&, auto&) { return 3u; }), "Exit code 3: cabarc -r -p X UserData.cab"},
+    {"archiver does nothing", Program(kArchiver, DoNothing), "UserData.cab was not unpacked whole"},
+    {"archive missing", Gone("D:\\UserData.cab"), "xcopy \"D:\\UserData.cab\""},
+    {"nothing copied", Program(kInterpreter, DoNothing), "Copy is missing or has another size: C:\\Work\\"},
+    {"work folder closed", Fails("FileSystem", "SetCurrentFolder"), "C:\\Work\\120315093012"},
+};
+
+TEST(Archiver, SaysWhatItCouldNotUnpack) {
+  for (const Failure& failure : kFailures) {
+    SCOPED_TRACE(failure.name);
+    JobStation station;
+    File("D:\\UserData.cab", fakes::MakeCabinet({{"User\\users.dat", "x"}}))(station.host);
+    failure.arrange(station.host);
+    const base::Outcome extracted =
+        backupset::Archiver(station.tools, station.packed.workFolder).ExtractArchive("D:\\UserData", true);
+    EXPECT_FALSE(extracted.IsDone());
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, failure.cause, extracted.cause);
+  }
+}
+
+}  // namespace

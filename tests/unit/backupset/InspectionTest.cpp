@@ -1,0 +1,64 @@
+// Which backup sets this system accepts.
+#include "backupset/Descriptor.h"
+
+#include "unit/Session.h"
+#include "unit/Station.h"
+
+namespace {
+
+using enum base::MessageId;
+
+std::string Info(const std::string& appType, const std::string& appVersion, const std::string& date) {
+  return Lines({"[Info]", "AppVersion=" + appVersion, "Date=" + date, "AppType=" + appType});
+}
+
+std::string Version(const std::string& version) {
+  return Info("Tarsus", version, "today");
+}
+
+struct Set {
+  const char* name;
+  std::string descriptor;
+  base::MessageId message;
+  std::string systemVersion = "3.00";
+};
+
+const Set kSets[] = {
+    {"as this system writes it", Lines(DescriptorLines({"CABFile=MenuData.cab;UserData.cab;"})), None},
+    {"no descriptor", "", NoDescriptor},
+    {"no type", Lines({"AppVersion=3.00", "Date=today"}), DescriptorIncomplete},
+    {"no version", Lines({"AppType=Tarsus", "Date=today"}), DescriptorIncomplete},
+    {"no date", Lines({"AppType=Tarsus", "AppVersion=3.00"}), DescriptorIncomplete},
+    {"date of blanks", Info("Tarsus", "3.00", "   "), DescriptorIncomplete},
+    {"type in other case", Info("TARSUS", "3.00", "today"), OtherApplication},
+    {"other type before empty version", Info("Farsus", "", ""), OtherApplication},
+    {"other version before empty date", Info("Tarsus", "4.00", ""), OtherVersion},
+    {"other minor version", Version("3.1.2.77"), None, "3.10"},
+    {"older major version", Version("2.50"), OtherVersion},
+    {"major version as number alike", Version("03.00"), OtherVersion},
+    {"set version without dot", Version("3"), OtherVersion},
+    {"system version without dot", Version("3.00"), OtherVersion, "3"},
+};
+
+TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {
+  for (const Set& set : kSets) {
+    SCOPED_TRACE(set.name);
+    JobStation station;
+    if (set.message != NoDescriptor) station.host.disk.Write("D:\\Set\\BackupInfo.ini", set.descriptor);
+    backupset::Inspection found;
+    const base::Outcome inspected = backupset::InspectBackupSet(
+        station.tools, {set.systemVersion, "Tarsus", fakes::kSystemFolder}, kSetFolder, found);
+    EXPECT_EQ(inspected, set.message == None ? base::Result::Done : base::Result::Failed);
+    EXPECT_EQ(inspected.PendingMessageId, set.message);
+    EXPECT_EQ(inspected.cause.find("D:\\Set\\BackupInfo.ini") == std::string::npos, set.message == None);
+  }
+}
+
+TEST_F(JobTest, HostApplicationTypeHasNoExtension) {
+  for (const char* name : {"Tarsus.exe", "Tarsus.EXE", "Tarsus"}) {
+    application.appearance.ApplicationName = name;
+    EXPECT_EQ(backupset::IdentityOf(application.state, application.appearance).applicationType, "Tarsus");
+  }
+}
+
+}  // namespace
