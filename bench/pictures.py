@@ -40,7 +40,7 @@ def timeline(path, title, rows, spans):
 
 
 def _save(figure, axes, path, title):
-    axes.set_title(title)
+    figure.suptitle(title, fontsize=10)
     axes.grid(axis="x", linewidth=0.4)
     axes.set_axisbelow(True)
     figure.savefig(path, metadata={"Date": None})

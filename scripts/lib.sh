@@ -17,11 +17,15 @@ die() {
 # Why the command stops, for those that say it last; empty as long as nothing is wrong.
 why_stopped=
 
-# Whatever fails without having been expected to is named, also when its output goes to a file.
+# Whatever fails without having been expected to is named, also when its output goes to a file: once, not again by each
+# function that it makes fail.
 name_failure() {
+  case $2 in "$failed_command" | 'return '*) return ;; esac
+  failed_command=$2
   why_stopped="$3: failed with $1: ${2%%$'\n'*}"
   warn "$why_stopped"
 }
+failed_command=
 trap 'name_failure "$?" "$BASH_COMMAND" "${BASH_SOURCE[0]}:$LINENO"' ERR
 
 # at_exit COMMAND...: runs it when this script ends, in whichever way; the last one first.
@@ -37,33 +41,29 @@ run_exit_commands() {
 }
 trap run_exit_commands EXIT
 
-# waiting_for PROGRAM...: runs a program so that Ctrl-C ends this script at once. The shell hears it while it waits for
-# a job, but only after the end of a program in the foreground, and Wine's programs take no notice of it.
-waiting_for() {
+# await JOB: waits for what has been started with `env --default-signal=INT ... &`, so that Ctrl-C ends this script at
+# once. The shell hears it while it waits for a job, but only after the end of a program in the foreground, and Wine's
+# programs take no notice of it. The job's output is redirected where it is started, not here, where it would hide what
+# is said of the interruption.
+await() {
   local status=0
-  env --default-signal=INT,QUIT "$@" &
-  awaited=$!
+  awaited=$1
   wait "$awaited" || status=$?
   awaited=
   return "$status"
 }
 awaited=
-# The package manager must end what it has begun, so that the system is in order.
-waiting_to_the_end_of() {
-  awaited_to_the_end=yes
-  local status=0
-  waiting_for "$@" || status=$?
-  awaited_to_the_end=
-  return "$status"
-}
-awaited_to_the_end=
+awaited_to_the_end= # set for the package manager, which must end what it has begun
 interrupt() {
   why_stopped=interrupted
   warn interrupted
   trap '' INT TERM
   if [ -n "$awaited" ]; then
     kill -INT "$awaited" 2>/dev/null || true
-    [ -z "$awaited_to_the_end" ] || wait "$awaited" || true
+    if [ -n "$awaited_to_the_end" ]; then
+      warn "waiting until the package manager has ended what it has begun"
+      wait "$awaited" || true
+    fi
   fi
   exit "$1"
 }
@@ -75,7 +75,8 @@ trap 'interrupt 143' TERM
 logged() {
   local log=$1 status=0
   shift
-  waiting_for "$@" >>"$log" 2>&1 </dev/null || status=$?
+  env --default-signal=INT,QUIT "$@" >>"$log" 2>&1 </dev/null &
+  await "$!" || status=$?
   [ "$status" != 0 ] || return 0
   tail -n 20 "$log" >&2
   why_stopped="failed with $status: $* (output: $log)"
@@ -152,12 +153,19 @@ need_root() {
   [ "$(id -u)" = 0 ] || die "this must run as root once, to $1"
 }
 
-# Runs apt-get, or what stands in for it, with its output in build/setup.log.
-run_apt() {
+# run_packager PROGRAM...: apt-get or dpkg, with its output in build/setup.log. Ctrl-C ends it as soon as the system is in
+# order: apt-get alone is told of it, and not the dpkg that it has started.
+run_packager() {
   local status=0
-  waiting_to_the_end_of env DEBIAN_FRONTEND=noninteractive apt-get "$@" </dev/null >>build/setup.log 2>&1 || status=$?
-  [ "$status" = 0 ] || tail -n 15 build/setup.log >&2
+  awaited_to_the_end=yes
+  setsid env --default-signal=INT,QUIT DEBIAN_FRONTEND=noninteractive "$@" >>build/setup.log 2>&1 </dev/null &
+  await "$!" || status=$?
+  awaited_to_the_end=
   return "$status"
+}
+not_installed() {
+  tail -n 15 build/setup.log >&2
+  die "$* could not be installed; see build/setup.log"
 }
 
 # For the tools of one script alone, which the ordinary set-up leaves out.
@@ -165,8 +173,8 @@ install_tools() {
   if installed "$@"; then return; fi
   need_root "install $*"
   say "Installing $*"
-  run_apt update || say "apt-get update had errors; going on with the lists that are there"
-  run_apt install -y --no-install-recommends "$@" || die "$* could not be installed; see build/setup.log"
+  run_packager apt-get update || say "apt-get update had errors; going on with the lists that are there"
+  run_packager apt-get install -y --no-install-recommends "$@" || not_installed "$@"
 }
 
 # --- Wine and Windows ---
@@ -184,17 +192,18 @@ windows_target() {
   cat build/target
 }
 
-# The environment of everything that runs under Wine. Its home is below build/: programs leave files there.
+# The environment of everything that runs under Wine. Its home and the folder of its servers' sockets are below build/:
+# programs leave files there.
 wine_environment() {
   local target
   target=$(windows_target)
   # The display's key lies in the true home.
   if [ -z "${XAUTHORITY:-}" ] && [ -f "${HOME:-}/.Xauthority" ]; then export XAUTHORITY=$HOME/.Xauthority; fi
   unset XDG_CONFIG_HOME XDG_DATA_HOME XDG_CACHE_HOME XDG_STATE_HOME XDG_RUNTIME_DIR WINEARCH WINEPREFIX
-  export HOME=$PWD/build/home LC_ALL=C.UTF-8 WINEDEBUG=-all
+  export HOME=$PWD/build/home TMPDIR=$PWD/build/tmp LC_ALL=C.UTF-8 WINEDEBUG=-all
   export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
   if [ "$target" = i686 ]; then export WINEARCH=win32; fi
-  mkdir -p "$HOME"
+  mkdir -p "$HOME" "$TMPDIR"
 }
 
 # The pristine prefix, made once and copied for each use: copying takes a fraction of a second, making ten. It belongs
@@ -209,7 +218,7 @@ make_base_prefix() {
   at_exit stop_wine "$base.new"
   logged build/wine/base.log env -u DISPLAY -u WAYLAND_DISPLAY WINEPREFIX="$base.new" wineboot -i ||
     die "Wine could not make a prefix"
-  waiting_for env WINEPREFIX="$base.new" wineserver -w
+  logged build/wine/base.log env WINEPREFIX="$base.new" wineserver -w
   rm -rf "$base.new/wineserver" # its server's socket, which would be copied
   echo "$mark" >"$base.new/whole"
   mv "$base.new" "$base"

@@ -43,8 +43,8 @@ take_pictures() {
   mkdir -p "$target"
   dress "$catalogue" "$dpi" "$look" "${points:-9}"
   # Through a file: a pipe stays open as long as Wine's server lives.
-  waiting_for wine build/windows/bin/looks.exe "$target" >"$target.log" 2>&1 </dev/null ||
-    { cat "$target.log" >&2; die "$1: the operator got stuck"; }
+  rm -f "$target.log"
+  logged "$target.log" wine build/windows/bin/looks.exe "$target" || die "$1: the operator got stuck"
   (cd "$target" && montage -background '#405060' -geometry +8+8 -tile 4x \
     {sign-in,menu,backup,destination,browser,question,done,source,restore,warning,stopped,maintenance}.png "$target.png")
 }

@@ -37,16 +37,15 @@ install_from() {
   local sources=()
   if [ "$1" = release ]; then sources=("${release[@]}"); fi
   shift
-  run_apt "${sources[@]}" update || say "apt-get update had errors; going on with the lists that are there"
-  run_apt "${sources[@]}" install -y --no-install-recommends "$@"
+  run_packager apt-get "${sources[@]}" update || say "apt-get update had errors; going on with the lists that are there"
+  run_packager apt-get "${sources[@]}" install -y --no-install-recommends "$@"
 }
 
 # What an interrupted installation has left.
 mend_packages() {
   [ -n "$(dpkg --audit)" ] || return 0
   say "Ending an installation that was interrupted"
-  waiting_to_the_end_of env DEBIAN_FRONTEND=noninteractive dpkg --configure -a </dev/null >>build/setup.log 2>&1 ||
-    die "dpkg --configure -a failed; see build/setup.log"
+  run_packager dpkg --configure -a || true # apt-get sees to what is still missing
 }
 
 # Says what is going to be needed, as long as it can be freed.
@@ -64,7 +63,7 @@ install_common() {
   say "Installing the native tools (log: build/setup.log)"
   install_from release "${common[@]}" && return
   say "The release suite alone does not do; taking all suites"
-  install_from machine "${common[@]}" || die "the native tools could not be installed; see build/setup.log"
+  install_from machine "${common[@]}" || not_installed "the native tools"
 }
 
 choose() { echo "$1" >build/target; }
@@ -86,7 +85,7 @@ install_windows_tools() {
   say "The i386 packages cannot be installed here; taking the 64-bit tools instead"
   grep -qx i386 <<<"$foreign" || dpkg --remove-architecture i386 2>>build/setup.log || true
   installed "${x86_64[@]}" || install_from release "${x86_64[@]}" || install_from machine "${x86_64[@]}" ||
-    die "neither the 32-bit nor the 64-bit Windows tools could be installed; see build/setup.log"
+    not_installed "neither the 32-bit nor the 64-bit Windows tools"
   choose x86_64
 }
 
@@ -97,7 +96,7 @@ fetch_source() {
   [ ! -f "build/$package/$proof" ] || return 0
   say "Fetching the source of $package"
   [ -s build/apt/release.list ] || write_release_list
-  compgen -G 'build/apt/lists/*_source_Sources*' >/dev/null || run_apt "${source_only[@]}" update ||
+  compgen -G 'build/apt/lists/*_source_Sources*' >/dev/null || run_packager apt-get "${source_only[@]}" update ||
     die "the package lists could not be read; see build/setup.log"
   mkdir -p build/download
   (cd build/download && apt-get "${source_only[@]}" source --download-only "$package") >>"$log" 2>&1 ||

@@ -13,6 +13,7 @@ wine_environment
 install_workstation "$PWD/build/soak-workstation" build/windows/bin 12
 use_null_display
 result=0
-waiting_for wine build/windows/bin/soak.exe "${1:-200}" >build/soak.log 2>&1 </dev/null || result=$?
+wine build/windows/bin/soak.exe "${1:-200}" >build/soak.log 2>&1 </dev/null &
+await "$!" || result=$?
 cat build/soak.log
 exit "$result"
