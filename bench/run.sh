@@ -46,8 +46,7 @@ place_workstation() {
 
 lock_clone
 scripts/setup.sh
-# The pictures; what is in the cache.
-install_tools python3-matplotlib vmtouch
+install_tools python3-matplotlib time vmtouch # the pictures; a command's memory; what is in the cache
 rm -rf "$work"
 mkdir -p "$work"
 at_exit rm -rf "$work"
