@@ -192,18 +192,17 @@ windows_target() {
   cat build/target
 }
 
-# The environment of everything that runs under Wine. Its home and the folder of its servers' sockets are below build/:
-# programs leave files there.
+# The environment of everything that runs under Wine. Its home is below build/: programs leave files there.
 wine_environment() {
   local target
   target=$(windows_target)
   # The display's key lies in the true home.
   if [ -z "${XAUTHORITY:-}" ] && [ -f "${HOME:-}/.Xauthority" ]; then export XAUTHORITY=$HOME/.Xauthority; fi
   unset XDG_CONFIG_HOME XDG_DATA_HOME XDG_CACHE_HOME XDG_STATE_HOME XDG_RUNTIME_DIR WINEARCH WINEPREFIX
-  export HOME=$PWD/build/home TMPDIR=$PWD/build/tmp LC_ALL=C.UTF-8 WINEDEBUG=-all
+  export HOME=$PWD/build/home LC_ALL=C.UTF-8 WINEDEBUG=-all
   export WINEDLLOVERRIDES='mscoree,mshtml,winemenubuilder.exe='
   if [ "$target" = i686 ]; then export WINEARCH=win32; fi
-  mkdir -p "$HOME" "$TMPDIR"
+  mkdir -p "$HOME"
 }
 
 # The pristine prefix, made once and copied for each use: copying takes a fraction of a second, making ten. It belongs
@@ -219,7 +218,7 @@ make_base_prefix() {
   logged build/wine/base.log env -u DISPLAY -u WAYLAND_DISPLAY WINEPREFIX="$base.new" wineboot -i ||
     die "Wine could not make a prefix"
   logged build/wine/base.log env WINEPREFIX="$base.new" wineserver -w
-  rm -rf "$base.new/wineserver" # its server's socket, which would be copied
+  remove_socket "$base.new"
   echo "$mark" >"$base.new/whole"
   mv "$base.new" "$base"
 }
@@ -246,8 +245,18 @@ use_prefix() {
 # stop_wine PREFIX: ends whatever runs there.
 stop_wine() {
   [ -d "$1" ] || return 0
-  WINEPREFIX=$1 wineserver -k 2>/dev/null || return 0
-  WINEPREFIX=$1 wineserver -w
+  if WINEPREFIX=$1 wineserver -k 2>/dev/null; then WINEPREFIX=$1 wineserver -w; fi
+  remove_socket "$1"
+}
+
+# remove_socket PREFIX: the server's socket lies in a folder of the temporary folder that the prefix names. It would stay
+# there for ever, and a copy of the prefix would name the same.
+remove_socket() {
+  local name
+  [ -f "$1/wineserver" ] || return 0
+  name=$(cat "$1/wineserver")
+  [[ $name != wine-?????? ]] || rm -rf "${TMPDIR:-/tmp}/$name"
+  rm -f "$1/wineserver"
 }
 
 # Starts Wine's server anew; it stays for a minute after its last program. One that is just ending may still hold the
@@ -337,12 +346,11 @@ install_workstation() {
   touch "$prefix.whole"
 }
 
-# copy_workstation FROM TO: of a workstation in which nothing runs; with media of its own.
+# copy_workstation FROM TO: of a workstation that has been stopped; with media of its own.
 copy_workstation() {
   local part
   rm -rf "$2" "$2".*
   for part in '' .medium .foreign .floppy .whole; do cp -a "$1$part" "$2$part"; done
-  rm -rf "$2/wineserver"
   for part in e:medium f:foreign a:floppy; do ln -sfn "$PWD/$2.${part#*:}" "$2/dosdevices/${part%:*}:"; done
 }
 
