@@ -1,24 +1,38 @@
 #!/usr/bin/env bash
-# Builds the Windows programs and, natively, the targets given (default: all).
+# Builds the portable code natively in build/native, and the Windows programs in build/windows for the machine that
+# scripts/setup.sh has chosen.
 #
-#   scripts/build.sh [NATIVE_TARGET ...]
-set -euo pipefail
+#   scripts/build.sh [native [TARGET ...] | windows [TARGET ...]] [--help]
+#
+# Without arguments builds everything of both.
 cd "$(dirname "$0")/.."
-root=$PWD
-source scripts/common.sh
+source scripts/lib.sh
+arguments 1000 "$@"
+lock_clone
 
+# build FOLDER PRESET TARGET...
 build() {
-  local folder=$1 preset=$2
+  local folder=$1 preset=$2 log=$1.log
   shift 2
-  if ! { cmake --preset "$preset" -B "$folder" && ninja -C "$folder" "$@"; } >"$folder.log" 2>&1; then
-    tail -n 40 "$folder.log" >&2
-    die "the build failed; the whole output is in $folder.log"
-  fi
+  : >"$log"
+  logged "$log" cmake --preset "$preset" -B "$folder" || die "$folder cannot be configured"
+  logged "$log" ninja -C "$folder" "$@" || die "the build failed; the whole output is in $log"
 }
 
-windows_preset=windows
-[ "$(cat build/target)" = x86_64 ] && windows_preset=windows64
-say "Building the portable code natively (build/native)"
-build build/native native "$@"
-say "Building the Windows programs (build/windows, preset $windows_preset)"
-build build/windows "$windows_preset"
+build_native() {
+  say "Building the portable code natively (build/native)"
+  build build/native native "$@"
+}
+build_windows() {
+  local preset=windows
+  [ "$(windows_target)" = i686 ] || preset=windows64
+  say "Building the Windows programs (build/windows, preset $preset)"
+  build build/windows "$preset" "$@"
+}
+
+case ${1:-} in
+  '') build_native && build_windows ;;
+  native) build_native "${@:2}" ;;
+  windows) build_windows "${@:2}" ;;
+  *) refuse "unknown: $1" ;;
+esac

@@ -1,15 +1,15 @@
 #!/usr/bin/env bash
-# Checks a backup set of the demonstration workstation without any of our own
-# tools: cabextract lists and unpacks the archives, and every file is compared
-# with the workstation's.
+# Checks a backup set of the demonstration workstation without any of our own tools: cabextract lists and unpacks the
+# archives, and every file is compared with the workstation's.
 #
-#   scripts/check-set.sh SET TARSUS_FOLDER
-set -euo pipefail
+#   scripts/check-set.sh SET TARSUS_FOLDER [--help]
+set=$(realpath -m -- "${1:-.}") tarsus=$(realpath -m -- "${2:-.}")
 cd "$(dirname "$0")/.."
-source scripts/common.sh
-set=$1 tarsus=$2
+source scripts/lib.sh
+arguments 2 "$@"
+[ $# = 2 ] || refuse "a set and a host's folder are needed"
 work=$(mktemp -d)
-trap 'rm -rf "$work"' EXIT
+at_exit rm -rf "$work"
 
 for archive in "$set"/*.cab; do
   name=$(basename "$archive" .cab)

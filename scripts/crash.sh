@@ -1,21 +1,20 @@
 #!/usr/bin/env bash
-# Kills the program and everything it has started at every write to the destination of a small backup
-# over an older set, and looks at what is left: the older set, the new one, or one without a descriptor,
-# which no restore takes. Anything else is a fault.
+# Kills the program and everything it has started at every write to the destination of a small backup over an older set,
+# and looks at what is left: the older set, the new one, or one without a descriptor, which no restore takes. Anything
+# else is a fault.
 #
-#   scripts/crash.sh
-set -euo pipefail
+#   scripts/crash.sh [--help]
 cd "$(dirname "$0")/.."
-root=$PWD
-source scripts/common.sh
-
+source scripts/lib.sh
+arguments 0 "$@"
+lock_clone
 scripts/setup.sh
 install_tools inotify-tools
-scripts/build.sh demo-data
-source scripts/wine.sh
-source scripts/workstation.sh
-prefix="$root/build/crash-workstation"
-install_workstation "$prefix"
+scripts/build.sh native demo-data
+scripts/build.sh windows
+prefix=$PWD/build/crash-workstation
+wine_environment
+install_workstation "$prefix" build/windows/bin 12
 use_null_display
 set_folder="$prefix.medium/Soak"
 
@@ -25,7 +24,7 @@ run_program() { wine build/windows/bin/soak.exe 1 >build/crash.log 2>&1 </dev/nu
 # Runs the program and kills all of it at the $1-th change below the set's folder; false when the
 # backup was over before.
 crash_at() {
-  local events="$root/build/crash-events" watcher program seen=0
+  local events=build/crash-events watcher program seen=0
   rm -f "$events"; mkfifo "$events"
   inotifywait -q -m -e modify,create,delete,close_write,moved_to "$set_folder" >"$events" 2>/dev/null &
   watcher=$!

@@ -1,14 +1,14 @@
 #!/usr/bin/env bash
 # Fuzzes every target of tests/fuzz, two at a time, and prints what came of it.
 #
-#   scripts/fuzz.sh [SECONDS [TARGET...]]      (60 seconds for each target)
+#   scripts/fuzz.sh [SECONDS [TARGET...]] [--help]      (60 seconds for each target)
 #
 # Installs clang where it is missing. What is learnt stays in build/fuzz/corpus and is the start of the next run. An
 # input that breaks a rule is made as small as it gets and put into tests/fuzz/found; it fails the ordinary tests from
 # then on, until the fault is mended. Ends with 1 when there was one.
-set -euo pipefail
 cd "$(dirname "$0")/.."
-source scripts/common.sh
+source scripts/lib.sh
+arguments 100 "$@"
 seconds=${1:-60}
 shift || true
 targets=("$@")
@@ -63,13 +63,16 @@ report() {
             target, runs, rate, cov, corpus, memory, findings }' "$build/$1.log"
 }
 
+lock_clone
+scripts/setup.sh
 install_tools clang libclang-rt-14-dev
-cmake --preset fuzz >"$build.log" 2>&1 && cmake --build --preset fuzz -- -j2 >>"$build.log" 2>&1 ||
-  die "the fuzz targets do not build; see $build.log"
+: >"$build.log"
+logged "$build.log" cmake --preset fuzz || die "the fuzz targets cannot be configured"
+logged "$build.log" cmake --build --preset fuzz -- -j2 || die "the fuzz targets do not build; see $build.log"
 fast=/dev/shm # extracting needs a quick disk
 [ -w $fast ] || fast=${TMPDIR:-/tmp}
 work=$(mktemp -d "$fast/qx-fuzz.XXXXXX")
-trap 'rm -rf "$work"' EXIT
+at_exit rm -rf "$work"
 
 say "Fuzzing ${#targets[@]} targets, $seconds s each"
 for target in "${targets[@]}"; do

@@ -2,23 +2,19 @@
 # Pictures of every window in every look, for the eye: build/looks/CATALOGUE-DPI-LOOK/NAME.png
 # and a sheet of each in build/looks/CATALOGUE-DPI-LOOK.png.
 #
-#   scripts/looks.sh [CATALOGUE-DPI-LOOK[-POINTS] ...]
+#   scripts/looks.sh [CATALOGUE-DPI-LOOK[-POINTS] ...] [--help]
 #
 # Without arguments: english and german, at 96 and 144 dots per inch, themed and classic.
-# POINTS is the configured size of the fonts. Needs what ./run --unattended builds.
-set -euo pipefail
+# POINTS is the configured size of the fonts.
 cd "$(dirname "$0")/.."
-root=$PWD
-source scripts/common.sh
-source scripts/wine.sh
-source scripts/workstation.sh
-source scripts/demonstration.sh
+source scripts/lib.sh
+arguments 1000 "$@"
 
-workstation="$root/build/looks-workstation"
+workstation=$PWD/build/looks-workstation
 host_key='HKLM\SOFTWARE\Orvantis\TARSUS\BackupUtility'
 
 # Sets a value of the registry: KEY NAME TYPE DATA.
-set_value() { wine reg add "$1" /v "$2" /t "$3" /d "$4" /f >/dev/null; }
+set_value() { wine_quietly reg add "$1" /v "$2" /t "$3" /d "$4" /f; }
 
 # Gives the workstation the catalogue $1, $2 dots per inch, the look $3 and fonts of $4 points.
 dress() {
@@ -40,24 +36,27 @@ dress() {
 }
 
 take_pictures() {
-  local catalogue dpi look points target="$root/build/looks/$1"
+  local catalogue dpi look points target=$PWD/build/looks/$1
   IFS=- read -r catalogue dpi look points <<<"$1"
   say "$1"
   rm -rf "$target"
   mkdir -p "$target"
   dress "$catalogue" "$dpi" "$look" "${points:-9}"
   # Through a file: a pipe stays open as long as Wine's server lives.
-  wine "$root/build/windows/bin/looks.exe" "$target" >"$target.log" 2>&1 </dev/null ||
-    { cat "$target.log" >&2; die "$1: the operator got stuck"; }
+  rm -f "$target.log"
+  logged "$target.log" wine build/windows/bin/looks.exe "$target" || die "$1: the operator got stuck"
   (cd "$target" && montage -background '#405060' -geometry +8+8 -tile 4x \
     {sign-in,menu,backup,destination,browser,question,done,source,restore,warning,stopped,maintenance}.png "$target.png")
 }
 
 [ $# -gt 0 ] || set -- {english,german}-{96,144}-{themed,classic}
+lock_clone
+scripts/setup.sh
+scripts/build.sh native demo-data
+scripts/build.sh windows
 say "Setting up a workstation (build/looks-workstation)"
-demo_megabytes=2 install_workstation "$workstation"
-display=$(start_screen 1920x1440)
-trap stop_screen EXIT
-export DISPLAY=$display
+wine_environment
+install_workstation "$workstation" build/windows/bin 2
+start_screen 1920x1440
 for each in "$@"; do take_pictures "$each"; done
 say "Pictures in build/looks"

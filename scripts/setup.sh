@@ -1,95 +1,119 @@
 #!/usr/bin/env bash
 # Installs what building, running and testing need, and says what it does.
 #
-#   scripts/setup.sh
+#   scripts/setup.sh [--help]
 #
-# Does nothing, in a fraction of a second, when everything is already there.
-# The host's libraries export 32-bit stdcall names, so the 32-bit tool chain
-# and Wine come first; where the i386 packages cannot be installed, the 64-bit
-# ones stand in. The choice is written to build/target ("i686" or "x86_64"),
-# and every other script reads it there.
-set -euo pipefail
+# Does nothing, in a fraction of a second, when everything is already there. What must be installed needs root and
+# some 2.7 GB below /usr; building needs as much again below build/.
+#
+# The host's libraries export 32-bit stdcall names, so the 32-bit tool chain and Wine come first; where the i386
+# packages cannot be installed, the 64-bit ones stand in. The choice is written to build/target ("i686" or "x86_64").
 cd "$(dirname "$0")/.."
-source scripts/common.sh
-root=$PWD
+source scripts/lib.sh
+arguments 0 "$@"
 
 common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils procps
         sqlite3 bzip2 cabextract gcab nsis fonts-wine fonts-liberation ca-certificates python3-markdown)
 i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
 x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
 
-# A sources list that names this machine's own archive and its plain release
-# suite alone: the i386 index of the security suite is at times out of step
-# with the amd64 one, and apt then refuses the whole i386 set.
+# Writes a sources list that names this machine's own archive and its plain release suite alone. What it installs is of
+# one version for amd64 and i386, as the i386 packages demand; of the update suites, one architecture's index can be
+# ahead of the other's.
 write_release_list() {
   local uri release
   read -r uri release < <(apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' \
-    'Created-By: Packages' | awk '$3 == "main" && $2 !~ /-/ { print $1, $2; exit }')
-  [ -n "${uri:-}" ] || die "apt knows no Debian release suite (apt-get indextargets lists none)"
+    'Created-By: Packages' | awk '$3 == "main" && $2 !~ /-/ { print $1, $2; exit }') ||
+    die "apt knows no Debian release suite (apt-get indextargets lists none)"
   mkdir -p build/apt/lists/partial
   printf '%s %s %s main\n' deb "$uri" "$release" deb-src "$uri" "$release" >build/apt/release.list
 }
 
-release_apt() {
-  apt-get -o Dir::Etc::sourceparts=/dev/null -o "Dir::Etc::sourcelist=$root/build/apt/release.list" \
-    -o "Dir::State::lists=$root/build/apt/lists" -o APT::Sandbox::User=root "$@"
+release=(-o Dir::Etc::sourceparts=/dev/null -o "Dir::Etc::sourcelist=$PWD/build/apt/release.list"
+         -o "Dir::State::lists=$PWD/build/apt/lists" -o APT::Sandbox::User=root)
+
+# install_from release|machine PACKAGE...: from the release suite alone, or from all that the machine knows.
+install_from() {
+  local sources=()
+  if [ "$1" = release ]; then sources=("${release[@]}"); fi
+  shift
+  run_packager apt-get "${sources[@]}" update || say "apt-get update had errors; going on with the lists that are there"
+  run_packager apt-get "${sources[@]}" install -y --no-install-recommends "$@"
 }
 
-install_quietly() {
-  if ! DEBIAN_FRONTEND=noninteractive "$@" </dev/null >>build/setup.log 2>&1; then
-    tail -n 15 build/setup.log >&2
-    return 1
-  fi
+# What an interrupted installation has left.
+mend_packages() {
+  [ -n "$(dpkg --audit)" ] || return 0
+  say "Ending an installation that was interrupted"
+  run_packager dpkg --configure -a || true # apt-get sees to what is still missing
+}
+
+# Says what is going to be needed, as long as it can be freed.
+tell_space() {
+  local folder free
+  for folder in /usr "$PWD"; do
+    free=$(df --output=avail -BM "$folder" | tr -dc '0-9\n' | tail -n 1)
+    [ "$free" -ge 3000 ] || warn "$folder has $free MB free; about 2,700 are needed there"
+  done
 }
 
 install_common() {
-  installed "${common[@]}" && return
+  if installed "${common[@]}"; then return; fi
   need_root "install ${common[*]}"
   say "Installing the native tools (log: build/setup.log)"
-  install_quietly apt-get update || say "apt-get update had errors; going on with the lists that are there"
-  install_quietly apt-get install -y --no-install-recommends "${common[@]}" ||
-    die "the native tools could not be installed; see build/setup.log"
+  install_from release "${common[@]}" && return
+  say "The release suite alone does not do; taking all suites"
+  install_from machine "${common[@]}" || not_installed "the native tools"
 }
+
+choose() { echo "$1" >build/target; }
 
 install_windows_tools() {
-  if installed "${i686[@]}"; then echo i686 >build/target; return; fi
-  if [ "$(cat build/target 2>/dev/null)" = x86_64 ] && installed "${x86_64[@]}"; then return; fi
-  need_root "install ${i686[*]}"
-  say "Installing Wine and the 32-bit Windows compiler (about 450 MB to download)"
-  dpkg --add-architecture i386
-  write_release_list
-  if install_quietly release_apt update &&
-     install_quietly release_apt install -y --no-install-recommends "${i686[@]}"; then
-    echo i686 >build/target
+  if installed "${i686[@]}"; then choose i686; return; fi
+  if installed "${x86_64[@]}" && { [ "$(cat build/target 2>/dev/null)" = x86_64 ] || [ "$(id -u)" != 0 ]; }; then
+    choose x86_64
     return
   fi
+  need_root "install ${i686[*]}"
+  say "Installing Wine and the 32-bit Windows compiler (about 450 MB to download)"
+  local foreign
+  foreign=$(dpkg --print-foreign-architectures)
+  dpkg --add-architecture i386
+  if install_from release "${i686[@]}"; then choose i686; return; fi
+  say "The release suite alone does not do; taking all suites" # as on a machine that has had updates
+  if install_from machine "${i686[@]}"; then choose i686; return; fi
   say "The i386 packages cannot be installed here; taking the 64-bit tools instead"
-  dpkg --remove-architecture i386 2>/dev/null || true
-  install_quietly apt-get update || true
-  install_quietly apt-get install -y --no-install-recommends "${x86_64[@]}" ||
-    die "neither the 32-bit nor the 64-bit Windows tools could be installed; see build/setup.log"
-  echo x86_64 >build/target
+  grep -qx i386 <<<"$foreign" || dpkg --remove-architecture i386 2>>build/setup.log || true
+  installed "${x86_64[@]}" || install_from release "${x86_64[@]}" || install_from machine "${x86_64[@]}" ||
+    not_installed "neither the 32-bit nor the 64-bit Windows tools"
+  choose x86_64
 }
 
-# The archiver's libraries are built from Debian's source packages for both
-# targets: Debian has no Windows builds of them.
+# fetch_source PACKAGE PROOF: the source of a library that Debian has no Windows build of, unpacked in build/PACKAGE. It
+# holds the file PROOF. Needs no root.
 fetch_source() {
-  local package=$1 proof=$2
-  [ -f "build/$package/$proof" ] && return
+  local package=$1 proof=$2 log=$PWD/build/setup.log
+  [ ! -f "build/$package/$proof" ] || return 0
   say "Fetching the source of $package"
-  [ -f build/apt/release.list ] || write_release_list
-  [ -n "$(ls build/apt/lists/*_source_Sources* 2>/dev/null)" ] || install_quietly release_apt update ||
+  [ -s build/apt/release.list ] || write_release_list
+  compgen -G 'build/apt/lists/*_source_Sources*' >/dev/null || run_packager apt-get "${source_only[@]}" update ||
     die "the package lists could not be read; see build/setup.log"
   mkdir -p build/download
-  (cd build/download && release_apt source --download-only "$package") >>build/setup.log 2>&1 ||
+  (cd build/download && apt-get "${source_only[@]}" source --download-only "$package") >>"$log" 2>&1 ||
     die "the source of $package could not be fetched; see build/setup.log"
   rm -rf "build/$package.new"
   mkdir "build/$package.new"
-  tar -xf "build/download/$package"_*.orig.tar.* -C "build/$package.new" --strip-components=1
+  tar -xf "build/download/$package"_*.orig.tar.* -C "build/$package.new" --strip-components=1 --no-same-owner
   rm -rf "build/$package" && mv "build/$package.new" "build/$package"
 }
+source_only=("${release[@]}" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=)
 
-mkdir -p build
+lock_clone
+if ! { installed "${common[@]}" && { installed "${i686[@]}" || installed "${x86_64[@]}"; }; }; then
+  tell_space
+  mend_packages
+  write_release_list
+fi
 install_common
 install_windows_tools
 fetch_source libdeflate libdeflate.h

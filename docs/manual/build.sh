@@ -1,9 +1,12 @@
 #!/usr/bin/env bash
-# Makes the manual one HTML file: build/manual/QXBackupUtility.html, or $1.
-set -euo pipefail
-cd "$(dirname "$0")"
-output=${1:-../../build/manual/QXBackupUtility.html}
-version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+).*/\1/p' ../../CMakeLists.txt)
+# Makes the manual one HTML file.
+#
+#   docs/manual/build.sh [FILE] [--help]      (build/manual/QXBackupUtility.html)
+output=$(realpath -m -- "${1:-$(dirname "$0")/../../build/manual/QXBackupUtility.html}")
+cd "$(dirname "$0")/../.."
+source scripts/lib.sh
+arguments 1 "$@"
+version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
 mkdir -p "$(dirname "$output")"
 # Debian's interpreter, which knows Debian's packages, whatever stands before it on PATH.
-/usr/bin/python3 single_page.py "$version" "$output"
+/usr/bin/python3 docs/manual/single_page.py "$version" "$output"
