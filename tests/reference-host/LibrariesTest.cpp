@@ -83,6 +83,7 @@ TEST(QXNetDB, ListsTheMediaDrivesInOrder) {
   std::vector<std::int32_t> numbers;
   EXPECT_EQ(library.GetEquip("MEDIA", numbers), kFailed);
   ASSERT_EQ(library.Connect(*reference::ReadPathEntry("NetConfigDB")), kDone);
+  EXPECT_EQ(library.GetEquip("TAPE", numbers), 0);
   ASSERT_EQ(library.GetEquip("MEDIA", numbers), 3);
   std::string drives;
   host::MediaRecord record;
