@@ -81,6 +81,8 @@ TEST(QXNetDB, ListsTheMediaDrivesInOrder) {
   std::vector<std::int32_t> numbers;
   EXPECT_EQ(library.GetEquip("MEDIA", numbers), Failed);
   ASSERT_EQ(library.Connect(*reference::ReadPathEntry("NetConfigDB")), Done);
+  EXPECT_EQ(library.GetEquip("TAPE", numbers), Done);
+  EXPECT_EQ(numbers.size(), 0U);
   ASSERT_EQ(library.GetEquip("MEDIA", numbers), Done);
   EXPECT_EQ(numbers.size(), 3U);
   std::string drives;
