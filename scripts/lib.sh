@@ -70,6 +70,8 @@ interrupt() {
 trap 'interrupt 130' INT
 trap 'interrupt 143' TERM
 
+end_process() { kill "$1" 2>/dev/null; }
+
 # logged LOG PROGRAM...: runs a program with its output at the end of a file; when it fails, names it and shows the last
 # lines.
 logged() {
@@ -141,7 +143,7 @@ lock_clone() {
   export QX_LOCKED=$PWD
 }
 unlock_clone() {
-  kill "$lock_holder" 2>/dev/null
+  end_process "$lock_holder"
   flock -w 5 build/lock true
 }
 
@@ -291,7 +293,7 @@ use_null_display() {
 start_screen() {
   local ready number
   exec {ready}< <(exec Xvfb -displayfd 1 -screen 0 "${1}x24" -nolisten tcp 2>build/screen.log)
-  at_exit kill "$!"
+  at_exit end_process "$!"
   read -r -t 30 -u "$ready" number || die "Xvfb does not start; see build/screen.log"
   exec {ready}<&-
   export DISPLAY=:$number
