@@ -82,7 +82,7 @@ restore_from_floppies() {
 lock_clone
 [ -f "$workstation.whole" ] || die "there is no workstation; ./run --unattended sets it up"
 wine_environment
-rm -rf "$screenshots" "$medium"/* # what an earlier demonstration has left there
+rm -rf "$screenshots" "${medium:?}"/* # what an earlier demonstration has left there
 mkdir -p "$screenshots"
 say "Starting a screen of its own for the operator"
 start_screen 1280x960

@@ -70,6 +70,8 @@ interrupt() {
 trap 'interrupt 130' INT
 trap 'interrupt 143' TERM
 
+end_process() { kill "$1" 2>/dev/null; }
+
 # logged LOG PROGRAM...: runs a program with its output at the end of a file; when it fails, names it and shows the last
 # lines.
 logged() {
@@ -112,10 +114,14 @@ arguments() {
 
 # --- The clone ---
 
-# Stops where build/ cannot be written, at the top or in what another user has built there.
+# Stops where build/ cannot be written.
 need_build_folder() {
-  local obstacle
   mkdir -p build 2>/dev/null && [ -w build ] || die "$PWD/build cannot be written by $(id -un)"
+}
+
+# Stops where something in build/ cannot be written, such as what another user has built there.
+need_own_build() {
+  local obstacle
   obstacle=$(find build ! -user "$(id -u)" ! -type l ! -writable -print -quit 2>/dev/null) || true
   [ -z "$obstacle" ] ||
     die "$PWD/$obstacle cannot be written by $(id -un): give the clone to that user, or remove its folder build"
@@ -124,19 +130,20 @@ need_build_folder() {
 # Makes this the only command at work in the clone, together with those that it starts.
 lock_clone() {
   local ready
-  need_build_folder
   [ "${QX_LOCKED:-}" != "$PWD" ] || return 0
+  need_build_folder
   # The lock is a process of its own: a file that this shell held open would be held by every Wine server, too.
   exec {ready}< <(exec flock -n -o build/lock sh -c "echo \$\$; exec tail --pid=$$ -f /dev/null >/dev/null")
   read -r -u "$ready" lock_holder ||
     die "another command is at work in this clone: $(cat build/lock). Wait for its end, or end it"
   exec {ready}<&-
-  echo "${0##*/}, process $$" >build/lock
   at_exit unlock_clone
+  need_own_build
+  echo "${0##*/}, process $$" >build/lock
   export QX_LOCKED=$PWD
 }
 unlock_clone() {
-  kill "$lock_holder" 2>/dev/null
+  end_process "$lock_holder"
   flock -w 5 build/lock true
 }
 
@@ -286,7 +293,7 @@ use_null_display() {
 start_screen() {
   local ready number
   exec {ready}< <(exec Xvfb -displayfd 1 -screen 0 "${1}x24" -nolisten tcp 2>build/screen.log)
-  at_exit kill "$!"
+  at_exit end_process "$!"
   read -r -t 30 -u "$ready" number || die "Xvfb does not start; see build/screen.log"
   exec {ready}<&-
   export DISPLAY=:$number

@@ -3,8 +3,8 @@
 #
 #   scripts/setup.sh [--help]
 #
-# Does nothing, in a fraction of a second, when everything is already there. What must be installed needs root and
-# some 2.7 GB below /usr; building needs as much again below build/.
+# Does nothing, in a fraction of a second, when everything is already there. What must be installed needs root and some
+# 2.3 GB below /usr and /var; building and testing need 3.5 GB below build/.
 #
 # The host's libraries export 32-bit stdcall names, so the 32-bit tool chain and Wine come first; where the i386
 # packages cannot be installed, the 64-bit ones stand in. The choice is written to build/target ("i686" or "x86_64").
@@ -48,12 +48,14 @@ mend_packages() {
   run_packager dpkg --configure -a || true # apt-get sees to what is still missing
 }
 
-# Says what is going to be needed, as long as it can be freed.
+# tell_space TOOLS: says what is going to be needed, in megabytes, and where it may not be there.
 tell_space() {
-  local folder free
-  for folder in /usr "$PWD"; do
-    free=$(df --output=avail -BM "$folder" | tr -dc '0-9\n' | tail -n 1)
-    [ "$free" -ge 3000 ] || warn "$folder has $free MB free; about 2,700 are needed there"
+  local here=3500 tools=$1 folder free
+  say "Building and testing take some $here MB below build/, the tools $tools MB below /usr and /var"
+  [ "$(stat -c %d /usr)" != "$(stat -c %d .)" ] || here=$((here + tools))
+  for folder in "/usr $tools" "$PWD $here"; do
+    free=$(df --output=avail -BM "${folder% *}" | tail -n 1 | tr -dc 0-9)
+    [ "$free" -ge "${folder##* }" ] || warn "${folder% *} has $free MB free, and ${folder##* } MB may be needed there"
   done
 }
 
@@ -110,9 +112,11 @@ source_only=("${release[@]}" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache
 
 lock_clone
 if ! { installed "${common[@]}" && { installed "${i686[@]}" || installed "${x86_64[@]}"; }; }; then
-  tell_space
+  tell_space 2300
   mend_packages
   write_release_list
+elif [ ! -d build/windows ]; then
+  tell_space 0
 fi
 install_common
 install_windows_tools
