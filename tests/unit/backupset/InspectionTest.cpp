@@ -36,8 +36,7 @@ const Set kSets[] = {
     {"other minor version", Version("3.1.2.77"), None, "3.10"},
     {"older major version", Version("2.50"), OtherVersion},
     {"major version as number alike", Version("03.00"), OtherVersion},
-    {"set version without dot", Version("3"), OtherVersion},
-    {"system version without dot", Version("3.00"), OtherVersion, "3"},
+    {"no version has a dot", Version("3"), OtherVersion, "3"},
 };
 
 TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {

@@ -21,8 +21,6 @@ const char* const kUnknown = "Nowhere";
 const Deletion kDeletions[] = {
     {"common files", {"CommonFile=C:\\Logs\\*.log"}, {"Sub\\d.log", "c.txt"}},
     {"common files that are not there", {"CommonFile=C:\\Nowhere\\*.log;C:\\Logs\\x*"}, kAllLogs},
-    {"plain files of a folder", {"Folder=C:\\Logs"}, {"Sub\\d.log"}},
-    {"nothing listed", {"; none"}, kAllLogs},
     {"empty lists", {"CommonFile=", "Folder=;", "BatFile="}, kAllLogs},
     {"folder missing, the rest deleted", {"Folder=C:\\None;C:\\Logs"}, {"Sub\\d.log"}, "C:\\None"},
     {"variable", {"Folder=%System%\\..\\..\\Logs"}, {"Sub\\d.log"}},

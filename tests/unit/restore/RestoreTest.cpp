@@ -95,6 +95,7 @@ const std::string kUser = "User\\users.dat";
 
 const Arrangement kNoBatchFile =
     UserJob({"[USER_RESTORE]", "BatFile=%System%\\Missing.bat;%System%\\LoadPatients.bat", "Folder=User"});
+const Arrangement kEmptyPiece = UserJob({"[USER_RESTORE]", "BatFile=;%System%\\LoadPatients.bat"});
 const Arrangement kNoParent = UserJob({"[USER_RESTORE]", "Folder=C:\\Tarsus\\Gone\\User"});
 
 const Failure kFailures[] = {
@@ -108,6 +109,7 @@ const Failure kFailures[] = {
     {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {RestoreNotRecorded}, {kMenu, kReport, kUser}},
     {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {RestoreComplete}, {kMenu, kReport}},
     {"batch file missing: it and the next are passed over", kNoBatchFile, {RestoreComplete}, {kMenu, kReport, kUser}},
+    {"empty piece of a list: passed over", kEmptyPiece, {RestoreComplete}, {"Data\\Loaded.txt", kMenu, kReport}},
     {"no parent folder: passed over", kNoParent, {RestoreComplete}, {kMenu, kReport}},
 };
 
