@@ -34,6 +34,7 @@ struct StudyAnswer {
 /// All that the components have been told, and all that they are to answer. Refusals are a failure's words; empty:
 /// none.
 struct ComponentState {
+  std::multiset<std::string> living;                            ///< contracts of those that are not released yet
   std::vector<HostUser> users;                                  ///< in the order of the user view
   std::int32_t verifyFault = 0;                                 ///< a non-zero answer of every password check
   std::vector<std::string> statements;                          ///< all that were run, on users and studies
@@ -60,7 +61,12 @@ struct ComponentTools {
 
 template <class Contract>
 struct Component : Contract {
-  Component(const ComponentTools& given, const char* contract) : tools(given), name(contract) {}
+  Component(const ComponentTools& given, const char* contract) : tools(given), name(contract) {
+    tools.state.living.insert(name);
+  }
+  ~Component() override { tools.state.living.extract(name); }
+  Component(const Component&) = delete;
+  Component& operator=(const Component&) = delete;
 
   bool Fails(const char* method, const std::string& detail = {}) { return tools.calls.Fails(name, method, detail); }
   /// What a call answers: that it was to fail, or `refusal`, if any.

@@ -1,11 +1,11 @@
 // Any bytes as BackupInfo.ini and BackupVersion.ini, with a form feed between them: the set is judged as a second,
 // plainer reader judges it.
+#include "backupset/Descriptor.h"
 #include "FuzzTarget.h"
 #include "app/MessageIds.h"
 #include "base/Text.h"
 #include "fakes/FakeHost.h"
 #include "fakes/Text.h"
-#include "restore/BackupSet.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ using enum base::MessageId;
 struct Verdict {
   base::MessageId refusal{};
   std::string appVersion{}, date{};
-  decltype(restore::BackupSet::offers) offers{};
+  decltype(backupset::Inspection::offers) offers{};
 
   bool operator==(const Verdict&) const = default;
 };
@@ -37,12 +37,12 @@ Verdict Expected(const std::string& info, const std::string& versions) {
   if (verdict.appVersion.empty()) return {DescriptorIncomplete};
   if (!verdict.appVersion.starts_with("3.")) return {OtherVersion};
   if (verdict.date.empty()) return {DescriptorIncomplete};
-  for (std::size_t i = 0; i < restore::kCategories; ++i) {
-    const std::string key = restore::kCategoryTable[i].key;
+  for (const backupset::Category category : backupset::kDescriptorOrder) {
+    const std::string key = backupset::RowOf(category).versionKey;
     const std::string stamp = Value(info, key);
-    verdict.offers[i] = stamp.empty()                   ? restore::Offer::Missing
-                        : stamp == Value(versions, key) ? restore::Offer::Fits
-                                                        : restore::Offer::OtherVersion;
+    verdict.offers[category] = stamp.empty()                   ? backupset::Offer::Missing
+                               : stamp == Value(versions, key) ? backupset::Offer::Fits
+                                                               : backupset::Offer::OtherVersion;
   }
   return verdict;
 }
@@ -53,13 +53,12 @@ Verdict Inspected(const std::string& info, const std::string& versions) {
   host.disk.Write("C:\\Set\\BackupInfo.ini", info);
   host.disk.Write("C:\\System\\BackupVersion.ini", versions);
   app::Application application(host.Contracts(), host.toolkit);
-  application.state.SelectedFolder = "C:\\Set\\";
-  application.state.SystemFolder = "C:\\System\\";
-  application.state.SoftwareVersion = "3.00";
-  application.appearance.ApplicationName = "Tarsus.exe";
-  restore::BackupSet set;
-  if (const base::MessageId refusal = restore::InspectBackupSet(application, set); refusal != None) return {refusal};
-  return {None, set.appVersion, set.date, set.offers};
+  const backupset::HostIdentity identity{"3.00", "Tarsus", "C:\\System\\"};
+  backupset::Inspection inspection;
+  const base::Outcome judged =
+      backupset::InspectBackupSet(work::ToolsOf(application), identity, "C:\\Set\\", inspection);
+  if (!judged.IsDone()) return {judged.PendingMessageId};
+  return {None, inspection.set.appVersion, inspection.set.date, inspection.offers};
 }
 
 }  // namespace

@@ -1,32 +1,32 @@
 // Any bytes as BackupList.ini. The input is the section to load, a line end, and the file.
 #include "FuzzTarget.h"
-#include "backup/JobDefinitions.h"
 #include "base/Text.h"
 #include "fakes/FakeHost.h"
 #include "fakes/Text.h"
+#include "jobs/JobDefinitions.h"
 
 namespace {
 
-constexpr const char* kKeyNames[backup::kJobKeys] = {"BatFile", "CommonFile", "EventLog",
-                                                     "RegFile", "Folder",     "PersonalInfo"};
+constexpr const char* kKeyNames[jobs::kJobKeys] = {"BatFile", "CommonFile", "EventLog",
+                                                   "RegFile", "Folder",     "PersonalInfo"};
 
 using Section = std::vector<std::vector<std::string>>;  // the items of each key
 
 // What is loaded of a file, and how that ended.
-std::pair<base::Result, backup::JobDefinitions> Loaded(const std::string& file, const std::string& section) {
+std::pair<base::Result, jobs::JobDefinitions> Loaded(const std::string& file, const std::string& section) {
   fakes::FakeHost host;
   host.disk.AddDrive('C', "", fakes::kUnlimited);
   host.disk.Write("C:\\BackupList.ini", file);
   app::Application application(host.Contracts(), host.toolkit);
-  backup::JobDefinitions definitions;
-  const base::Result code = definitions.Load(application, "C:", backup::kJobDefinitionFile, section);
-  return {code, definitions};
+  jobs::JobDefinitions definitions;
+  const base::Outcome loaded = definitions.Load(work::ToolsOf(application), "C:", jobs::kJobDefinitionFile, section);
+  return {loaded.result, definitions};
 }
 
-Section Items(const backup::JobDefinitions& definitions, const std::string& section) {
+Section Items(const jobs::JobDefinitions& definitions, const std::string& section) {
   Section items;
-  for (std::size_t i = 0; i < backup::kJobKeys; ++i) {
-    items.push_back(definitions.Items(static_cast<backup::JobKey>(i), section));
+  for (std::size_t i = 0; i < jobs::kJobKeys; ++i) {
+    items.push_back(definitions.Items(static_cast<jobs::JobKey>(i), section));
   }
   return items;
 }
@@ -60,10 +60,10 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzz::Require(value.find('\n') == std::string::npos, "a value is on one line");
   }
   for (const std::string other : {"PATIENT_BACKUP", "LOG_DELETE", "REPORTSET_RESTORE"}) {
-    fuzz::Require(other == section || Items(definitions, other) == Section(backup::kJobKeys),
+    fuzz::Require(other == section || Items(definitions, other) == Section(jobs::kJobKeys),
                   "a section takes nothing from another one");
   }
-  if (code != base::Result::Done || backup::SectionIndex(section) < 0) return 0;
+  if (code != base::Result::Done || jobs::SectionIndex(section) < 0) return 0;
   const auto [codeAgain, again] = Loaded(Rewritten(section, items), section);
   fuzz::Require(codeAgain == base::Result::Done, "a rewritten section loads");
   fuzz::Require(Items(again, section) == items, "a rewritten section says the same");

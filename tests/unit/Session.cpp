@@ -177,6 +177,7 @@ void Session::RunUnchecked() {
   try {
     qx::access::Dialogs dialogs;
     app::Main(application, dialogs);
+    EXPECT_EQ(Told().living, std::multiset<std::string>()) << "left to the end of the process";
   } catch (const fakes::ProcessEnded&) {
   } catch (const fakes::ScriptFailed&) {  // the test has failed already
   }

@@ -9,47 +9,56 @@ namespace {
 
 using base::Result;
 
-TEST_F(AppTest, EveryValueIsRequired) {
+class AppearanceTest : public AppTest {
+ public:
+  base::Outcome Read() { return app::ReadAppearanceSettings(host.qx32, host.toolkit, settings); }
+
+  app::AppearanceSettings settings;
+};
+
+TEST_F(AppearanceTest, EveryValueIsRequired) {
   host.qx32.numbers["BackupUtility\\BUFontSizeS"] = 12;
-  EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Done);
+  EXPECT_EQ(Read(), Result::Done);
   EXPECT_EQ(host.toolkit.font, "Tahoma 12") << "dialogs are laid out by the larger font";
   EXPECT_EQ(host.calls.Count(), 16u);
   EXPECT_EQ(host.calls.Calls().back().detail, "BackupUtility\\ColorTextR");
   for (std::size_t n = 1; n <= 16; ++n) {
     host.calls.Reset();
     host.calls.FailCall(n);
-    EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Failed) << n;
+    EXPECT_EQ(Read(), Result::Failed) << n;
     EXPECT_EQ(host.calls.Count(), n) << "reading goes on";
   }
 }
 
-TEST_F(AppTest, TheHostApplicationIsAnExecutable) {
+TEST_F(AppearanceTest, TheHostApplicationIsAnExecutable) {
   for (const auto& [given, kept] :
        {std::pair("Tarsus", "Tarsus.exe"), {"Tarsus.EXE", "Tarsus.EXE"}, {"exe", "exe.exe"}}) {
     host.qx32.texts["ApplicationName"] = given;
-    EXPECT_EQ(app::ReadAppearanceSettings(application), Result::Done);
-    EXPECT_EQ(application.appearance.ApplicationName, kept);
+    EXPECT_EQ(Read(), Result::Done);
+    EXPECT_EQ(settings.ApplicationName, kept);
   }
 }
 
 /// One control of each kind, and a label for errors.
 struct Sample : forms::Form {
-  explicit Sample(forms::Toolkit& toolkit) : Form(toolkit, "Sample") { error.SetLook({"", 0, 0, 0x0000FF}); }
-  forms::Label label{*this, "lblLabel1"};
-  forms::Frame frame{*this, "fraFrame"};
-  forms::CheckBox check{*this, "chkBox"};
-  forms::OptionButton option{*this, "Option1"};
-  forms::Label error{*this, "lblError2"};
-  forms::CommandButton button{*this, "cmdOK"};
+  explicit Sample(forms::Toolkit& toolkit) : Form(toolkit, "frmSample", base::kNoMessage) {
+    error.SetLook({"", 0, 0, 0x0000FF});
+  }
+  forms::Label label{*this, "lblLabel1", forms::kNoCaption};
+  forms::Frame frame{*this, "fraFrame", forms::kNoCaption};
+  forms::CheckBox check{*this, "chkBox", forms::kNoCaption};
+  forms::OptionButton option{*this, "Option1", forms::kNoCaption};
+  forms::Label error{*this, "lblError2", forms::kNoCaption};
+  forms::CommandButton button{*this, "cmdOK", forms::kNoCaption};
   forms::TextBox text{*this, "txtText"};
   forms::ComboBox combo{*this, "cmbText"};
 };
 
-TEST_F(AppTest, LookOfEachKind) {
+TEST_F(AppearanceTest, LookOfEachKind) {
   host.qx32.numbers["BackupUtility\\BUFontSizeS"] = 12;
-  app::ReadAppearanceSettings(application);
+  EXPECT_EQ(Read(), Result::Done);
   Sample form(host.toolkit);
-  app::ApplyControlAppearance(application, form);
+  app::ApplyControlAppearance(settings, form);
   using Look = std::array<std::uint32_t, 3>;
   std::vector<Look> looks;
   const auto add = [&](const forms::Appearance& look) {
@@ -84,12 +93,12 @@ TEST_F(AppTest, Places) {
     if (top) saved[topName] = static_cast<std::uint32_t>(*top);
     Sample form(host.toolkit);
     form.Load();
-    app::RestoreDialogPosition(application, "Sample", form);
+    app::RestoreDialogPosition(host.qx32, host.toolkit, form);
     EXPECT_EQ(std::pair(form.Left(), form.Top()), std::pair(newLeft, newTop));
     EXPECT_EQ(saved[leftName], static_cast<std::uint32_t>(newLeft)) << "the place is saved at once";
     EXPECT_EQ(saved[topName], static_cast<std::uint32_t>(newTop));
     form.MoveTo(-5, 7);
-    app::SaveDialogPosition(application, "Sample", form);
+    app::SaveDialogPosition(host.qx32, form);
     EXPECT_EQ(saved[leftName], 0xFFFFFFFBu);
     EXPECT_EQ(saved[topName], 7u);
   }

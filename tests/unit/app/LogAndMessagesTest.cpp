@@ -1,7 +1,4 @@
 // The operation log, the message catalogue and the host's records.
-#include "app/Log.h"
-#include "app/Messages.h"
-#include "app/Records.h"
 #include "unit/Station.h"
 
 namespace {
@@ -21,64 +18,76 @@ TEST(LogLine, TagsLineUp) {
 
 TEST_F(CatalogueTest, ATextThatIsMissingOrNullDoesNotHideTheNext) {
   host.catalogue.rows[OkCaption] = std::nullopt;
-  EXPECT_EQ(app::GetMessageText(application, OkCaption), "Not Defined!");
-  EXPECT_EQ(app::GetMessageText(application, base::MessageId{12345}), "Not Defined!");
-  EXPECT_EQ(app::GetMessageText(application, SignInWord), "Sign-in");
+  EXPECT_EQ(application.messages.GetMessageText(OkCaption), "Not Defined!");
+  EXPECT_EQ(application.messages.GetMessageText(base::MessageId{12345}), "Not Defined!");
+  EXPECT_EQ(application.messages.GetMessageText(SignInWord), "Sign-in");
   EXPECT_FALSE(host.catalogue.AtEnd());  // the whole table is in view again
 }
 
 TEST_F(CatalogueTest, AFilterThatFailsYieldsNoOtherRowsText) {
   for (const std::size_t n : {1u, 2u}) {
     host.calls.FailFrom("CatalogueTable", "SetFilter", n);
-    EXPECT_EQ(app::GetMessageText(application, SignInWord), "Not Defined!");
+    EXPECT_EQ(application.messages.GetMessageText(SignInWord), "Not Defined!");
     host.calls.Reset();
   }
 }
 
-TEST_F(CatalogueTest, ShowingClearsThePendingMessage) {
-  application.state.PendingMessageId = BackupFormatFailed;
-  host.person.ExpectMessage(BackupFormatFailed)
-      .ExpectMessage(BackupNotWritten)
-      .ExpectMessage(BackupWorkFolderNotRemoved, host::Answer::Consented)
-      .ExpectMessage(PersonalInfoLeft);
-  app::ShowPendingMessage(application, BackupNotWritten);
-  EXPECT_EQ(application.state.PendingMessageId, None);
-  app::ShowPendingMessage(application, BackupNotWritten);
-  EXPECT_EQ(app::ShowMessage(application, BackupWorkFolderNotRemoved, "name"), host::Answer::Consented);
-  app::ShowMessage(application, PersonalInfoLeft, "", "7", "");
-  EXPECT_EQ(host.person.Messages()[2].text3, "name");
-  EXPECT_EQ(host.person.Messages()[2].text1 + host.person.Messages()[2].text2, "");
-  EXPECT_EQ(host.person.Messages()[3].text2, "7");
+TEST_F(CatalogueTest, InsertionsComeInTheirPlaces) {
+  host.person.ExpectMessage(BackupWorkFolderNotRemoved, host::Answer::Consented).ExpectMessage(PersonalInfoLeft);
+  EXPECT_EQ(application.messages.ShowMessage(BackupWorkFolderNotRemoved, "name"), host::Answer::Consented);
+  application.messages.ShowMessage(PersonalInfoLeft, "1", "2", "3");
+  Names insertions;
+  for (const auto& [id, first, second, third] : host.person.Messages())
+    insertions.push_back(first + "|" + second + "|" + third);
+  EXPECT_EQ(insertions, (Names{"||name", "1|2|3"}));
+}
+
+// Of the callers the innermost one comes next, and whoever shows the failure last. Another message on the way changes
+// nothing.
+TEST_F(CatalogueTest, TheMessageOfTheStepThatFailedWins) {
+  for (const Result result : {Result::Failed, Result::StepFailed}) {
+    base::Outcome own = base::Outcome(result, BackupLabelFailed).OrSay(BackupNotWritten);
+    base::Outcome given = base::Outcome(result, "why").OrSay(DescriptorNotMade).OrSay(BackupNotWritten);
+    EXPECT_EQ(given.cause, "why");
+    for (const auto id : {BackupWorkFolderNotRemoved, BackupLabelFailed, DescriptorNotMade, BackupNotWritten})
+      host.person.ExpectMessage(id);
+    application.messages.ShowMessage(BackupWorkFolderNotRemoved);
+    application.failures.Show(own, BackupCopyFailed);
+    application.failures.Show(given, BackupCopyFailed);
+    application.failures.Show({result, "no message"}, BackupNotWritten);
+  }
+  for (const Result result : {Result::Done, Result::Stopped})
+    EXPECT_EQ(base::Outcome(result).OrSay(BackupNotWritten).PendingMessageId, None);
 }
 
 TEST_F(CatalogueTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
-  host.person.ExpectMessage(HostNotStarted).ExpectMessage(HostNotStarted);
-  app::ShowMessage(application, HostNotStarted);
-  application.messageDialog.reset();
-  app::ShowMessage(application, HostNotStarted);
-  application.messageDialog.reset();
+  host.person.ExpectMessage(HostNotStarted, host::Answer::Consented);
+  application.messages.CreateMessageDialog();
+  application.messages.ReleaseMessageDialog();
+  EXPECT_TRUE(host.Told().living.empty());
+  EXPECT_TRUE(application.messages.Consents(HostNotStarted));
+  application.messages.ReleaseMessageDialog();
   host.calls.FailFrom("ComponentFactory", "CreateMessageDialog");
-  application.state.PendingMessageId = BackupFormatFailed;
-  EXPECT_EQ(app::ShowMessage(application, HostNotStarted), host::Answer::NotShown);
-  EXPECT_EQ(application.state.PendingMessageId, None);
+  EXPECT_EQ(application.messages.ShowMessage(HostNotStarted), host::Answer::NotShown);
 }
 
 TEST_F(AppTest, AuditTrailKnowsTenCategories) {
-  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 9), Result::Done);
-  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 10), Result::Failed);
+  application.state.UserId = "U1";
+  EXPECT_EQ(application.records.RecordCategoryPhase(app::Phase::Start, 9), Result::Done);
+  EXPECT_EQ(application.records.RecordCategoryPhase(app::Phase::Start, 10), Result::Failed);
   EXPECT_EQ(host.Told().auditRecords, Names{"U1||"});
   host.calls.FailFrom("ComponentFactory", "CreateAuditTrail");
-  EXPECT_EQ(app::RecordCategoryPhase(application, "U1", app::Phase::Start, 0), Result::Failed);
+  EXPECT_EQ(application.records.RecordCategoryPhase(app::Phase::Start, 0), Result::Failed);
 }
 
 TEST_F(AppTest, OperationsAreRecordedWhenTheRecorderWasLost) {
   application.state.HostName = "WS1";
   application.state.UserId = "U1";
-  app::RecordOperation(application, "MainMenu", "END");
+  application.records.RecordOperation("MainMenu", "END");
   EXPECT_EQ(host.Told().operations, std::vector<std::string>{"WS1|U1|BackupUtility|MainMenu|END"});
-  application.operationRecorder.reset();
+  application.records.ReleaseOperationRecorder();
   host.calls.FailFrom("ComponentFactory", "CreateOperationRecorder");
-  app::RecordOperation(application, "MainMenu", "END");
+  application.records.RecordOperation("MainMenu", "END");
 }
 
 }  // namespace

@@ -63,7 +63,7 @@ TEST(BackupFailures, AreToldAndLeaveTheDialogOpen) {
   for (const Failure& failure : kInWriting) ExpectFailure(failure, true);
 }
 
-// Another folder can be chosen all the same.
+// Another folder can be chosen all the same. How its medium is to be prepared nobody knows.
 TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
   const std::tuple<Arrangement, Ids, int> faults[] = {
       {NoEntry("NetConfigDB"), {PathEntryUnreadable}, 0},
@@ -73,7 +73,7 @@ TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
       {[](auto& host) { host.qxNetDB.records.clear(); }, {}, 1},
   };
   for (const auto& [fault, messages, closes] : faults) {
-    Session session(fault);
+    Session session(Both(fault, Statuses('D', {host::DriveStatus::Readable})));
     session.BeginBackup(kReportOnly);
     session.See(messages);
     session.At<frmSelectFolder>([](frmSelectFolder& form) {
@@ -81,10 +81,10 @@ TEST(BackupFailures, WithoutMediaDatabaseNoDriveIsProposed) {
       fakes::Type(form.txtFolder, "D:\\");
       fakes::Press(form.cmdOK);
     });
-    session.EndAfter({BackupComplete});
+    session.EndAfter({AskPrepareBackupMedium, BackupComplete});
+    EXPECT_TRUE(session.Told().preparedDrives.empty());
     EXPECT_FALSE(session.qxNetDB.open);
     EXPECT_EQ(session.qxNetDB.closes, closes);
-    EXPECT_EQ(session.state.MediaAppType, "");
   }
 }
 

@@ -166,6 +166,16 @@ TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
   EXPECT_TRUE(session.disk.Children("C:\\Tarsus\\Update").empty());
 }
 
+// The logs of this workstation are saved all the same.
+TEST(Backup, ClientLogsMayBeOutOfReach) {
+  Session session(NoEntry("Update"));
+  session.BeginBackup({.log = true});
+  session.See({PathEntryUnreadable});
+  session.AcceptFolder("D:\\");
+  session.EndAfter({BackupComplete});
+  ExpectSet(session, "D:\\", {"IPCounter"});
+}
+
 TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   Session session;
   session.disk.Find("C:\\Tarsus\\System\\Tarsus.log")->attributes = fakes::kReadOnly;

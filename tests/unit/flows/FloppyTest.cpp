@@ -279,7 +279,6 @@ TEST(FloppySets, RestoreThatFailsTouchesNothing) {
     for (std::size_t i = 1; i <= failure.disks; ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
     session.LeaveRestoreAfter(failure.messages, host::Answer::Refused);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
-    EXPECT_FALSE(session.state.RestoreDone);
   }
 }
 

@@ -168,8 +168,12 @@ TEST(SignIn, WorksWithoutLogWriterOrOperationRecorder) {
   }
 }
 
+void Compact(Workstation& station, const std::string& folder) {
+  qx::access::CompactDatabases(work::ToolsOf(station.application), station.host.compactor, station.host.clock,
+                                    folder, fakes::kProgramFolder);
+}
+
 TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
-  application.state.StartupDirectory = fakes::kProgramFolder;
   host.disk.Write("C:\\Tarsus\\Config\\SECOND.MDB", "b[slack]");
   host.disk.Write("C:\\Tarsus\\Config\\Third.mdb", "c[slack]");
   InUse("C:\\Tarsus\\Config\\Third.mdb")(host);
@@ -178,11 +182,20 @@ TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
   MediumFiles wanted = host.disk.Tree("C:\\Tarsus\\Config");
   wanted["Station.mdb"] = "station";
   wanted["SECOND.MDB"] = "b";
+<<<<<<< HEAD
   qx::access::CompactDatabases(application, "C:\\Tarsus\\Config");
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Config"), wanted);
   EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
   EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
   qx::access::CompactDatabase(application, " C:\\Tarsus\\Param ", "Protocol.mdb", "");
+=======
+  Compact(*this, "C:\\Tarsus\\Config");
+  EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Config"), wanted);
+  EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
+  EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
+  qx::access::CompactDatabase(work::ToolsOf(application), host.compactor, host.clock, " C:\\Tarsus\\Param ",
+                                   "Protocol.mdb");
+>>>>>>> wt-u1
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Param"), (MediumFiles{{"Protocol.mdb", "protocol"}}));
 }
 
@@ -191,9 +204,12 @@ TEST(CompactDatabases, AFaultAnywhereLosesNothing) {
   std::size_t calls = 1;
   for (std::size_t n = 0; n <= calls + 1; ++n) {
     Workstation station;
-    station.application.state.StartupDirectory = fakes::kProgramFolder;
     n > calls ? Room(4)(station.host) : station.host.calls.FailCall(n);
+<<<<<<< HEAD
     qx::access::CompactDatabases(station.application, "C:\\Tarsus\\Config\\");
+=======
+    Compact(station, "C:\\Tarsus\\Config\\");
+>>>>>>> wt-u1
     if (n == 0) calls = station.host.calls.Count();
     const std::string bytes = station.host.disk.Read("C:\\Tarsus\\Config\\Station.mdb");
     EXPECT_TRUE(bytes == "station" || (n > 0 && bytes == "station[slack]")) << n << ": " << bytes;
