@@ -1,4 +1,4 @@
-// Which backup sets this system accepts.
+// Which backup sets this system accepts, and how the values of its INI files are found.
 #include "backupset/Descriptor.h"
 
 #include "unit/Session.h"
@@ -58,6 +58,21 @@ TEST_F(JobTest, HostApplicationTypeHasNoExtension) {
     application.appearance.ApplicationName = name;
     EXPECT_EQ(backupset::IdentityOf(application.state, application.appearance).applicationType, "Tarsus");
   }
+}
+
+TEST_F(JobTest, IniValues) {
+  host.WriteLines("C:\\x.ini", {"[One]", "Blank =1", "  Indented=2", "Key=  a = b  ", "key=lower", "Tab=\tx", "[Two]",
+                                "Key=second", ";Comment=no", "Disk12=piece", "Ümlaut=grün", "Empty="});
+  const std::pair<const char*, const char*> rows[] = {
+      {"Key", "a = b"}, {" Key ", "a = b"}, {"Blank", ""},      {"Indented", ""},    {"key", "lower"},
+      {"Tab", "\tx"},   {"KEY", ""},        {"Comment", ""},    {"Disk##", "piece"}, {"D*", "piece"},
+      {"Disk", ""},     {"[K]ey", "a = b"}, {"Ümlaut", "grün"}, {"Empty", ""},       {"[", ""},
+  };
+  for (const auto& [key, value] : rows) EXPECT_EQ(backupset::ReadIniValue(tools, " C: ", "x.ini", key), value) << key;
+  EXPECT_EQ(backupset::ReadIniValue(tools, "C:\\", "missing.ini", "Key"), "");
+  host.messageLoop.yields = 0;
+  backupset::ReadIniValue(tools, "C:\\", "x.ini", "Key");
+  EXPECT_EQ(host.messageLoop.yields, 4) << "events are served after each line, up to the one that fits";
 }
 
 }  // namespace

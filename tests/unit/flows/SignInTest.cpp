@@ -182,20 +182,12 @@ TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
   MediumFiles wanted = host.disk.Tree("C:\\Tarsus\\Config");
   wanted["Station.mdb"] = "station";
   wanted["SECOND.MDB"] = "b";
-<<<<<<< HEAD
-  qx::access::CompactDatabases(application, "C:\\Tarsus\\Config");
-  EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Config"), wanted);
-  EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
-  EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
-  qx::access::CompactDatabase(application, " C:\\Tarsus\\Param ", "Protocol.mdb", "");
-=======
   Compact(*this, "C:\\Tarsus\\Config");
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Config"), wanted);
   EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
   EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
   qx::access::CompactDatabase(work::ToolsOf(application), host.compactor, host.clock, " C:\\Tarsus\\Param ",
                                    "Protocol.mdb");
->>>>>>> wt-u1
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Param"), (MediumFiles{{"Protocol.mdb", "protocol"}}));
 }
 
@@ -205,11 +197,7 @@ TEST(CompactDatabases, AFaultAnywhereLosesNothing) {
   for (std::size_t n = 0; n <= calls + 1; ++n) {
     Workstation station;
     n > calls ? Room(4)(station.host) : station.host.calls.FailCall(n);
-<<<<<<< HEAD
-    qx::access::CompactDatabases(station.application, "C:\\Tarsus\\Config\\");
-=======
     Compact(station, "C:\\Tarsus\\Config\\");
->>>>>>> wt-u1
     if (n == 0) calls = station.host.calls.Count();
     const std::string bytes = station.host.disk.Read("C:\\Tarsus\\Config\\Station.mdb");
     EXPECT_TRUE(bytes == "station" || (n > 0 && bytes == "station[slack]")) << n << ": " << bytes;
