@@ -66,12 +66,12 @@ TEST_F(JobTest, XcopysExitCodeDecides) {
     EXPECT_EQ(copied, result) << why;
     EXPECT_EQ(copied.cause, why.empty() ? "" : why + ": CMD /C xcopy \"C:\\a b\\c.txt\" \"D:\\x\\\" /S /Y");
   };
-  for (const std::uint32_t exit : {0u, 1u, 2u, 4u, 5u}) {
-    host.processes.Install(kInterpreter, [=](auto&, auto&) { return exit; });
-    expect(exit == 0   ? Result::Done
-           : exit == 4 ? Result::Failed
-                       : Result::StepFailed,
-           exit == 0 ? "" : "Exit code " + std::to_string(exit));
+  Program(kInterpreter, DoNothing)(host);
+  expect(Result::Done, "");
+  for (const auto& [exit, result] :
+       {std::pair(1u, Result::StepFailed), {2u, Result::StepFailed}, {4u, Result::Failed}, {5u, Result::StepFailed}}) {
+    Program(kInterpreter, [code = exit](auto&, auto&) { return code; })(host);
+    expect(result, "Exit code " + std::to_string(exit));
   }
   host.calls.FailFrom("StartedProgram", "Wait");
   expect(Result::Failed, "Exit code unknown");
