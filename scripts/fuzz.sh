@@ -66,6 +66,7 @@ report() {
 lock_clone
 scripts/setup.sh
 install_tools clang libclang-rt-14-dev
+say "Building the fuzz targets (build/fuzz)"
 : >"$build.log"
 logged "$build.log" cmake --preset fuzz || die "the fuzz targets cannot be configured"
 logged "$build.log" cmake --build --preset fuzz -- -j2 || die "the fuzz targets do not build; see $build.log"
