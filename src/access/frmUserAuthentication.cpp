@@ -6,6 +6,10 @@
 namespace qx::access {
 namespace {
 
+// What the user database answers to a password; anything else is a fault.
+constexpr std::int32_t kVerified = 0;
+constexpr std::int32_t kFirstRefusal = 1;
+constexpr std::int32_t kLastRefusal = 3;
 constexpr std::int32_t kPrivilegedUser = 6;
 constexpr std::int32_t kBackupFunction = 2601;
 constexpr std::int32_t kRestoreFunction = 2801;
@@ -115,8 +119,9 @@ base::Outcome frmUserAuthentication::Authenticate(std::string& userId) {
   if (userId.empty()) userId = displayName;
   std::int32_t userKind = 0;
   const std::int32_t verified = authenticator->Verify(userId, txtPassword.Text(), userKind);
-  if (verified >= 1 && verified <= 3) return {base::Result::Failed, app::MessageId::PasswordRefused};
-  if (verified != 0) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
+  if (verified >= kFirstRefusal && verified <= kLastRefusal)
+    return {base::Result::Failed, app::MessageId::PasswordRefused};
+  if (verified != kVerified) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
   application_.state.UserRight = RightOf(*authenticator, userId, userKind);
   if (application_.state.UserRight == app::Right::None) return {base::Result::Failed, app::MessageId::NoRight};
   return base::Result::Done;

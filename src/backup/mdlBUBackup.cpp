@@ -1,6 +1,8 @@
 // An ordinary backup: gathering, packing, and the driver.
 #include "backup/mdlBUBackup.h"
 
+#include <algorithm>
+
 #include "backupset/Archiver.h"
 #include "jobs/ClientLogs.h"
 #include "jobs/JobRunner.h"
@@ -31,17 +33,20 @@ base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& 
 
 /// Packs all categories behind one check box; fails when none has made an archive.
 base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::BackupSet& set) {
-  bool any = false;
+  base::Outcome failure;
   for (const Category category : backupset::kPackingOrder) {
     const backupset::CategoryRow& row = backupset::RowOf(category);
     if (row.box != box) continue;
     jobs::SectionResult result = jobs::RunSectionItems(job, row.backupSection, row.archive);
-    if (result.kinds == 0) continue;
-    set.categories.insert(category);
-    set.archives.push_back(std::move(result.archive));
-    any = true;
+    if (result.kinds > 0) {
+      set.categories.insert(category);
+      set.archives.push_back(std::move(result.archive));
+    } else if (failure.IsDone()) {
+      failure = result.outcome;
+    }
   }
-  return any ? base::Result::Done : base::Failure("a ticked item has yielded no archive");
+  const auto isPacked = [&](Category category) { return backupset::RowOf(category).box == box; };
+  return std::ranges::any_of(set.categories, isPacked) ? base::Result::Done : failure;
 }
 
 base::Outcome PackCategories(const jobs::Job& job, const backupset::Boxes& choice, backupset::BackupSet& set) {

@@ -16,8 +16,8 @@ class SectionRun {
 
   SectionResult RunForBackup() {
     Gather(false);
-    if (failed_ || result_.kinds == 0 || !Pack().IsDone()) return NoArchive();
-    return result_;
+    const base::Outcome packed = failure_.IsDone() ? Pack() : failure_;
+    return packed.IsDone() ? result_ : NoArchive(packed);
   }
 
   /// A maintenance log is packed even when some of it failed: a part is better than nothing to the
@@ -26,7 +26,8 @@ class SectionRun {
     RunMaintenanceScript(job_, ScriptPhase::BeforeGathering);
     Gather(true);
     RunMaintenanceScript(job_, ScriptPhase::BeforePacking);
-    if (result_.kinds > 0 && !Pack().IsDone()) return NoArchive();
+    result_.outcome = Pack();
+    if (result_.kinds > 0 && !result_.outcome.IsDone()) return NoArchive(result_.outcome);
     RunMaintenanceScript(job_, ScriptPhase::AfterPacking);
     return result_;
   }
@@ -44,26 +45,27 @@ class SectionRun {
 
   void Add(const base::Outcome& kind, bool counts = true) {
     if (kind.IsDone() && counts) ++result_.kinds;
-    if (kind == base::Result::Failed) failed_ = true;
+    if (kind == base::Result::Failed && failure_.IsDone()) failure_ = kind;
   }
 
   base::Outcome Pack() {
+    if (result_.kinds == 0) return base::Failure("nothing was gathered for " + section_);
     return backupset::Archiver(job_.tools, job_.workFolder).PackCategory(archiveName_, result_.archive);
   }
 
   /// Leaves nothing behind that the next category would take into its own archive.
-  SectionResult NoArchive() {
-    // What cannot be deleted goes into no archive either: the next one is packed from what is listed then.
+  SectionResult NoArchive(const base::Outcome& why) {
+    // What is in use stays, and comes into the next category's archive; there is no other place for it.
     static_cast<void>(work::EmptyFolder(job_.tools, job_.workFolder.StagingFolder(), work::kArchiveFolderName));
     job_.tools.log.WarnOfLoss("No archive made: " + archiveName_ + ".cab", section_);
-    return {0, {}, result_.PersonalInfoResult};
+    return {0, {}, result_.PersonalInfoResult, base::Failure(archiveName_ + ".cab: " + why.cause)};
   }
 
   const Job& job_;
   const std::string& section_;
   const std::string& archiveName_;
   SectionResult result_;
-  bool failed_ = false;
+  base::Outcome failure_;  ///< of the first kind that failed
 };
 
 }  // namespace

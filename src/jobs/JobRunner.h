@@ -13,6 +13,7 @@ struct SectionResult {
   int kinds = 0;                        ///< item kinds that produced output; 0: there is no archive
   backupset::Archive archive;           ///< that was made
   std::int32_t PersonalInfoResult = 0;  ///< first non-zero code of the personal-information filter
+  base::Outcome outcome;                ///< why there is no archive
 };
 
 /// Gathers the items of a loaded section into the work folder and packs them into `archiveName`

@@ -48,7 +48,7 @@ base::Outcome CollectMaintenanceSection(app::Application& application, const job
   const jobs::Job collecting = jobs::JobOf(application, definitions, workFolder, job.options);
   const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
   job.PersonalInfoResult = result.PersonalInfoResult;
-  if (result.kinds == 0) return base::Failure("nothing was collected");
+  if (result.kinds == 0) return result.outcome;
   job.packed.set.archives = {result.archive};
   return backupset::Archiver(collecting.tools, workFolder).CollectArchives(job.packed.set);
 }

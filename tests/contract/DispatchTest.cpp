@@ -138,7 +138,7 @@ TEST(Components, AbsentOnesFailByName) {
   EXPECT_EQ(catalogue.StringField(), std::nullopt);
   catalogue.Close();
   const base::Outcome compacted = windows::DaoDatabaseCompactor().Compact("C:\\none.mdb", "C:\\other.mdb", "");
-  EXPECT_TRUE(compacted.cause.starts_with("C:\\none.mdb: DAO.DBEngine.120.CompactDatabase: ")) << compacted.cause;
+  EXPECT_TRUE(compacted.cause.starts_with("C:\\none.mdb: DAO.DBEngine.")) << compacted.cause;
 }
 
 }  // namespace
