@@ -76,11 +76,13 @@ work=$(mktemp -d "$fast/qx-fuzz.XXXXXX")
 at_exit rm -rf "$work"
 
 say "Fuzzing ${#targets[@]} targets, $seconds s each"
+fuzzers=()
 for target in "${targets[@]}"; do
   while [ "$(jobs -rp | wc -l)" -ge 2 ]; do wait -n || true; done
   fuzz "$target" &
+  fuzzers+=("$!")
 done
-wait || true
+wait "${fuzzers[@]}" || true # and not for the holder of the clone's lock
 total=0
 for target in "${targets[@]}"; do
   keep_findings "$target"
