@@ -76,6 +76,47 @@ base::Outcome Refuse(app::MessageId message, std::string why) {
   return {base::Result::Failed, message, std::move(why)};
 }
 
+/// The values of one descriptor.
+class SetReader {
+ public:
+  SetReader(const work::Tools& tools, const std::string& folder) : tools_(tools), folder_(folder) {}
+  std::string Value(const std::string& key) const { return ReadIniValue(tools_, folder_, kDescriptorFile, key); }
+  base::Outcome Lacks(const std::string& key) const {
+    return Refuse(app::MessageId::DescriptorIncomplete, folder_ + kDescriptorFile + ": no " + key);
+  }
+
+ private:
+  const work::Tools& tools_;
+  const std::string& folder_;
+};
+
+/// What the set says of its maker, judged value by value in the order of reading.
+base::Outcome Accept(const SetReader& reader, const HostIdentity& host, BackupSet& set) {
+  const std::string appType = reader.Value("AppType");
+  if (appType.empty()) return reader.Lacks("AppType");
+  if (appType != host.applicationType) return Refuse(app::MessageId::OtherApplication, "made by " + appType);
+  set.appVersion = reader.Value("AppVersion");
+  if (set.appVersion.empty()) return reader.Lacks("AppVersion");
+  if (!SameMajorVersion(set.appVersion, host.softwareVersion)) {
+    return Refuse(app::MessageId::OtherVersion, "made with version " + set.appVersion);
+  }
+  set.date = reader.Value("Date");
+  return set.date.empty() ? reader.Lacks("Date") : base::Result::Done;
+}
+
+void ReadOffers(const work::Tools& tools, const SetReader& reader, const HostIdentity& host, Inspection& inspection) {
+  for (const Category category : kRestoreOrder) {
+    const std::string key = RowOf(category).versionKey;
+    const std::string version = reader.Value(key);
+    const std::string own = ReadIniValue(tools, host.versionFolder, kVersionFile, key);
+    const Offer held = version == own ? Offer::Fits : Offer::OtherVersion;
+    inspection.offers[category] = version.empty() ? Offer::Missing : held;
+    if (version.empty()) continue;
+    inspection.set.categories.insert(category);
+    inspection.set.versions[category] = version;
+  }
+}
+
 }  // namespace
 
 HostIdentity IdentityOf(const app::State& state, const app::AppearanceSettings& settings) {
@@ -109,35 +150,13 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
 
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection) {
-  BackupSet& set = inspection.set;
-  set.folder = folder;
+  inspection.set.folder = folder;
   const std::string path = folder + kDescriptorFile;
-  const auto setValue = [&](const std::string& key) { return ReadIniValue(tools, folder, kDescriptorFile, key); };
   if (!tools.files.FileExists(path)) return Refuse(app::MessageId::NoDescriptor, "no file " + path);
-
-  const std::string appType = setValue("AppType");
-  if (appType.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no AppType");
-  if (appType != host.applicationType) return Refuse(app::MessageId::OtherApplication, path + ": " + appType);
-  set.appVersion = setValue("AppVersion");
-  if (set.appVersion.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no AppVersion");
-  if (!SameMajorVersion(set.appVersion, host.softwareVersion)) {
-    return Refuse(app::MessageId::OtherVersion, path + ": " + set.appVersion);
-  }
-  set.date = setValue("Date");
-  if (set.date.empty()) return Refuse(app::MessageId::DescriptorIncomplete, path + ": no Date");
-
-  for (const Category category : kRestoreOrder) {
-    const std::string key = RowOf(category).versionKey;
-    const std::string version = setValue(key);
-    const std::string own = ReadIniValue(tools, host.versionFolder, kVersionFile, key);
-    if (!version.empty()) {
-      set.categories.insert(category);
-      set.versions[category] = version;
-    }
-    const Offer held = version == own ? Offer::Fits : Offer::OtherVersion;
-    inspection.offers[category] = version.empty() ? Offer::Missing : held;
-  }
-  return base::Result::Done;
+  const SetReader reader(tools, folder);
+  base::Outcome accepted = Accept(reader, host, inspection.set);
+  if (accepted.IsDone()) ReadOffers(tools, reader, host, inspection);
+  return accepted;
 }
 
 std::string ReadIniValue(const work::Tools& tools, const std::string& folder, const std::string& fileName,
