@@ -72,17 +72,16 @@ bool SameMajorVersion(const std::string& left, const std::string& right) {
   return leftMajor && leftMajor == MajorVersion(right);
 }
 
-base::Outcome Refuse(app::MessageId message, std::string why) {
-  return {base::Result::Failed, message, std::move(why)};
-}
-
 /// The values of one descriptor.
 class SetReader {
  public:
   SetReader(const work::Tools& tools, const std::string& folder) : tools_(tools), folder_(folder) {}
   std::string Value(const std::string& key) const { return ReadIniValue(tools_, folder_, kDescriptorFile, key); }
+  base::Outcome Refuse(app::MessageId message, const std::string& why) const {
+    return {base::Result::Failed, message, folder_ + kDescriptorFile + ": " + why};
+  }
   base::Outcome Lacks(const std::string& key) const {
-    return Refuse(app::MessageId::DescriptorIncomplete, folder_ + kDescriptorFile + ": no " + key);
+    return Refuse(app::MessageId::DescriptorIncomplete, "no " + key);
   }
 
  private:
@@ -94,11 +93,11 @@ class SetReader {
 base::Outcome Accept(const SetReader& reader, const HostIdentity& host, BackupSet& set) {
   const std::string appType = reader.Value("AppType");
   if (appType.empty()) return reader.Lacks("AppType");
-  if (appType != host.applicationType) return Refuse(app::MessageId::OtherApplication, "made by " + appType);
+  if (appType != host.applicationType) return reader.Refuse(app::MessageId::OtherApplication, "made by " + appType);
   set.appVersion = reader.Value("AppVersion");
   if (set.appVersion.empty()) return reader.Lacks("AppVersion");
   if (!SameMajorVersion(set.appVersion, host.softwareVersion)) {
-    return Refuse(app::MessageId::OtherVersion, "made with version " + set.appVersion);
+    return reader.Refuse(app::MessageId::OtherVersion, "made with version " + set.appVersion);
   }
   set.date = reader.Value("Date");
   return set.date.empty() ? reader.Lacks("Date") : base::Result::Done;
@@ -151,9 +150,10 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection) {
   inspection.set.folder = folder;
-  const std::string path = folder + kDescriptorFile;
-  if (!tools.files.FileExists(path)) return Refuse(app::MessageId::NoDescriptor, "no file " + path);
   const SetReader reader(tools, folder);
+  if (!tools.files.FileExists(folder + kDescriptorFile)) {
+    return reader.Refuse(app::MessageId::NoDescriptor, "not there");
+  }
   base::Outcome accepted = Accept(reader, host, inspection.set);
   if (accepted.IsDone()) ReadOffers(tools, reader, host, inspection);
   return accepted;
