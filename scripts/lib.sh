@@ -175,13 +175,40 @@ not_installed() {
   die "$* could not be installed; see build/setup.log"
 }
 
-# For the tools of one script alone, which the ordinary set-up leaves out.
+# Writes a sources list that names this machine's own archive and its plain release suite alone. What it installs is of
+# one version for amd64 and i386, as the i386 packages demand; of the update suites, one architecture's index can be
+# ahead of the other's.
+write_release_list() {
+  local uri release
+  read -r uri release < <(apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' \
+    'Created-By: Packages' | awk '$3 == "main" && $2 !~ /-/ { print $1, $2; exit }') ||
+    die "apt knows no Debian release suite (apt-get indextargets lists none)"
+  mkdir -p build/apt/lists/partial
+  printf '%s %s %s main\n' deb "$uri" "$release" deb-src "$uri" "$release" >build/apt/release.list
+}
+
+release=(-o Dir::Etc::sourceparts=/dev/null -o "Dir::Etc::sourcelist=$PWD/build/apt/release.list"
+         -o "Dir::State::lists=$PWD/build/apt/lists" -o APT::Sandbox::User=root)
+
+# install_from release|machine PACKAGE...: from the release suite alone, or from all that the machine knows.
+install_from() {
+  local sources=()
+  if [ "$1" = release ]; then sources=("${release[@]}"); fi
+  shift
+  run_packager apt-get "${sources[@]}" update || say "apt-get update had errors; going on with the lists that are there"
+  run_packager apt-get "${sources[@]}" install -y --no-install-recommends "$@"
+}
+
+# For the tools of one script alone, which the ordinary set-up leaves out. From the release suite first, as there: a newer
+# library for amd64 alone would cost the i386 packages.
 install_tools() {
   if installed "$@"; then return; fi
   need_root "install $*"
   say "Installing $*"
-  run_packager apt-get update || say "apt-get update had errors; going on with the lists that are there"
-  run_packager apt-get install -y --no-install-recommends "$@" || not_installed "$@"
+  [ -s build/apt/release.list ] || write_release_list
+  install_from release "$@" && return
+  say "The release suite alone does not do; taking all suites"
+  install_from machine "$@" || not_installed "$@"
 }
 
 # --- Wine and Windows ---

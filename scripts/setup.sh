@@ -17,30 +17,6 @@ common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils proc
 i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
 x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
 
-# Writes a sources list that names this machine's own archive and its plain release suite alone. What it installs is of
-# one version for amd64 and i386, as the i386 packages demand; of the update suites, one architecture's index can be
-# ahead of the other's.
-write_release_list() {
-  local uri release
-  read -r uri release < <(apt-get indextargets --format '$(REPO_URI) $(RELEASE) $(COMPONENT)' \
-    'Created-By: Packages' | awk '$3 == "main" && $2 !~ /-/ { print $1, $2; exit }') ||
-    die "apt knows no Debian release suite (apt-get indextargets lists none)"
-  mkdir -p build/apt/lists/partial
-  printf '%s %s %s main\n' deb "$uri" "$release" deb-src "$uri" "$release" >build/apt/release.list
-}
-
-release=(-o Dir::Etc::sourceparts=/dev/null -o "Dir::Etc::sourcelist=$PWD/build/apt/release.list"
-         -o "Dir::State::lists=$PWD/build/apt/lists" -o APT::Sandbox::User=root)
-
-# install_from release|machine PACKAGE...: from the release suite alone, or from all that the machine knows.
-install_from() {
-  local sources=()
-  if [ "$1" = release ]; then sources=("${release[@]}"); fi
-  shift
-  run_packager apt-get "${sources[@]}" update || say "apt-get update had errors; going on with the lists that are there"
-  run_packager apt-get "${sources[@]}" install -y --no-install-recommends "$@"
-}
-
 # What an interrupted installation has left.
 mend_packages() {
   [ -n "$(dpkg --audit)" ] || return 0

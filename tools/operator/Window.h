@@ -49,7 +49,7 @@ class Window {
 
 /// Calls `condition` until it holds; false when it does not within `milliseconds`.
 template <typename Condition>
-bool WaitUntil(Condition condition, unsigned milliseconds = 20000) {
+bool WaitUntil(Condition condition, unsigned milliseconds = 60000) {
   const ULONGLONG end = GetTickCount64() + milliseconds;
   while (!condition()) {
     if (GetTickCount64() > end) return false;
