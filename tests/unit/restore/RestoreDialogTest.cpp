@@ -5,14 +5,6 @@ namespace {
 
 using enum base::MessageId;
 
-// The selection dialog stays open, for another folder.
-TEST(RestoreDialog, OpensForASetOfThisSystemOnly) {
-  Session session(File("D:\\BackupInfo.ini", "AppType=Farsus"));
-  session.BeginRestore("D:\\");
-  session.LeaveRestoreAfter({OtherApplication});
-  EXPECT_TRUE(session.processes.started.empty());
-}
-
 const Paths kAllVersions = {"PatientData=V2.1",     "MenuData=V2.1",  "SystemData=V2.1",    "UserData=V2.1",
                             "ExplanationData=V2.1", "IPCounter=V2.1", "ReportSetData=V2.1", "ReportData=V2.1"};
 
