@@ -21,7 +21,6 @@ struct Set {
 
 // Other descriptors are compared with a plainer reader in tests/fuzz.
 const Set kSets[] = {
-    {"as this system writes it", Lines(DescriptorLines({"CABFile=MenuData.cab;UserData.cab;"})), None},
     {"no descriptor", "", NoDescriptor},
     {"no date", Lines({"AppType=Tarsus", "AppVersion=3.00"}), DescriptorIncomplete},
     {"other minor version", Version("3.1.2.77"), None, "3.10"},

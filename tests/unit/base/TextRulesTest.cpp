@@ -5,7 +5,6 @@
 
 #include "base/Path.h"
 #include "base/Text.h"
-#include "base/Time.h"
 #include "base/Wildcard.h"
 
 namespace {
@@ -24,6 +23,10 @@ TEST(TextFormat, Megabytes) {
       {UINT64_MAX, "17,592,186,044,416.00"},
   };
   for (const auto& [bytes, text] : rows) EXPECT_EQ(base::FormatMegabytes(bytes), text);
+}
+
+TEST(Text, LeadingZerosCutNothing) {
+  EXPECT_EQ(base::WithLeadingZeros(1000, 3), "1000");
 }
 
 // Of what is pasted, too: up to the first other character, and no more than 32 bits hold.

@@ -150,17 +150,6 @@ TEST_F(CatalogueTest, SignInDialogTakesNoInputWhileItCompacts) {
   EXPECT_EQ(host.disk.Read("C:\\Tarsus\\Param\\Protocol.mdb"), "protocol");
 }
 
-// Components that are helpful but not needed.
-TEST(SignIn, WorksWithoutLogWriterOrOperationRecorder) {
-  for (const Arrangement& fault : {Fails("ComponentFactory", "CreateLogWriter"), Fails("LogWriter", "WriteLine"),
-                                   Fails("ComponentFactory", "CreateOperationRecorder")}) {
-    Session session(fault);
-    session.SignIn();
-    session.EndAfter({});
-    EXPECT_TRUE(session.state.SignedIn);
-  }
-}
-
 void Compact(Workstation& station, const std::string& folder) {
   qx::access::CompactDatabases(work::ToolsOf(station.application), station.host.compactor, station.host.clock, folder,
                                fakes::kProgramFolder);
