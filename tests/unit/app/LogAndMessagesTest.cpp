@@ -54,10 +54,9 @@ TEST_F(CatalogueTest, ALostDialogIsMadeAgainAndAMissingOneAnswersNothing) {
 }
 
 TEST_F(AppTest, AuditTrailKnowsTenCategories) {
-  application.state.UserId = "U1";
   EXPECT_EQ(application.records.RecordCategoryPhase(app::Phase::Start, 9), Result::Done);
   EXPECT_EQ(application.records.RecordCategoryPhase(app::Phase::Start, 10), Result::Failed);
-  EXPECT_EQ(host.Told().auditRecords, Names{"U1||"});
+  EXPECT_EQ(host.Told().auditRecords, Names{"||"});
 }
 
 TEST_F(AppTest, PathEntries) {

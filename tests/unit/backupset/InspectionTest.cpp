@@ -22,7 +22,6 @@ struct Set {
 // Other descriptors are compared with a plainer reader in tests/fuzz.
 const Set kSets[] = {
     {"no descriptor", "", NoDescriptor},
-    {"no date", Lines({"AppType=Tarsus", "AppVersion=3.00"}), DescriptorIncomplete},
     {"other minor version", Version("3.1.2.77"), None, "3.10"},
     {"no version has a dot", Version("3"), OtherVersion, "3"},
 };

@@ -25,7 +25,6 @@ TEST_F(AppTest, AWorkFolderIsRemovedOnce) {
 TEST_F(AppTest, AProgramThatFailsWasStarted) {
   const auto run = [&](const char* command) { return work::RunAndWait(host.processes, command); };
   Program("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; })(host);
-  EXPECT_EQ(run("C:\\Tarsus\\fails.bat").Started(), Result::Done);
   host.calls.FailFrom("StartedProgram", "Wait");
   EXPECT_EQ(run("C:\\Tarsus\\fails.bat").Started(), Result::Done);
 }
@@ -47,6 +46,11 @@ TEST_F(JobTest, XcopysExitCodeDecides) {
   expect(Result::Failed, "Exit code unknown");
   host.disk.Remove(kInterpreter);
   expect(Result::Failed, "Not started");
+}
+
+TEST_F(AppTest, TheFolderIsPutBackThoughAnotherWasNotEntered) {
+  { const work::CurrentFolderScope scope(host.files, "C:\\Nowhere", "C:\\Tarsus"); }
+  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Tarsus");
 }
 
 TEST_F(AppTest, EnsureFolderReportsWhatItCannotMake) {
