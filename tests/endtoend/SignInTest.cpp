@@ -56,18 +56,5 @@ TEST_F(SignIn, RefusalsKeepTheDialogOpenAndCompactingKeepsTheDatabases) {
   for (const std::string& line : LogLines()) EXPECT_EQ(line.find(kPrivileged.password), std::string::npos);
 }
 
-TEST_F(SignIn, EnterAndEscReachTheDialogsButtons) {
-  Operator person;
-  const Window dialog = person.SignInDialog();
-  dialog.Type(ID_frmUserAuthentication_cmbUserName, kPrivileged.name);
-  dialog.Type(ID_frmUserAuthentication_txtPassword, kPrivileged.password);
-  WaitUntil([&] { return dialog.IsEnabled(ID_frmUserAuthentication_cmdOK); });
-  dialog.Key(VK_RETURN);
-  person.MainMenu().Press(ID_frmMainMenu_cmdMenu0);
-  person.TheProgram().WaitForDialog(ID_frmBackup_cmdStart).Key(VK_ESCAPE);
-  person.MainMenu();
-  person.End();
-}
-
 }  // namespace
 }  // namespace endtoend

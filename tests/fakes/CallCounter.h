@@ -44,10 +44,8 @@ class CallCounter {
 
   /// Of all calls from now on, counted from 1, the `n`-th fails; none for 0.
   void FailCall(std::size_t n) { rules_.push_back({{}, n, n}); }
-  /// Of all calls from now on, counted from 1, the `n`-th fails and every one after it.
-  void FailEveryCallFrom(std::size_t n) { rules_.push_back({{}, n}); }
-  /// The same of the calls of `contract` and `method`; an empty method stands for all of the contract. Where
-  /// `detail` is given, only calls that carry it count.
+  /// Of the calls of `contract` and `method` from now on, counted from 1, the `n`-th fails and every one after it.
+  /// What is empty stands for all; where `detail` is given, only calls that carry it count.
   void FailFrom(const std::string& contract, const std::string& method, std::size_t n = 1,
                 const std::string& detail = {}) {
     rules_.push_back({{contract, method, detail}, n});

@@ -1,6 +1,7 @@
 // How failed expectations show message numbers, results and outcomes. Included by every test that compares them.
 #pragma once
 
+#include <map>
 #include <ostream>
 
 #include "base/Outcome.h"
@@ -12,21 +13,11 @@ inline void PrintTo(MessageId id, std::ostream* out) {
 }
 
 inline void PrintTo(Result result, std::ostream* out) {
-  switch (result) {
-    case Result::Done:
-      *out << "Done";
-      return;
-    case Result::Stopped:
-      *out << "Stopped";
-      return;
-    case Result::Failed:
-      *out << "Failed";
-      return;
-    case Result::StepFailed:
-      *out << "StepFailed";
-      return;
-  }
-  *out << "result " << static_cast<std::int32_t>(result);
+  static const std::map<Result, const char*> kNames = {{Result::Done, "Done"},
+                                                       {Result::Stopped, "Stopped"},
+                                                       {Result::Failed, "Failed"},
+                                                       {Result::StepFailed, "StepFailed"}};
+  *out << kNames.at(result);
 }
 
 inline void PrintTo(const Outcome& outcome, std::ostream* out) {

@@ -1,4 +1,4 @@
-// Patterns and texts against plain matchers that try everything. The input is a pattern, a line end, and a text.
+// Patterns and texts against plain matchers that try everything. The input is lines: a pattern, a text, and so on.
 #include "FuzzTarget.h"
 #include "base/Text.h"
 #include "base/Unicode.h"
@@ -66,10 +66,7 @@ Characters Folded(const std::string& text) {
   return characters;
 }
 
-}  // namespace
-
-int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  const auto [pattern, text] = fuzz::SplitAt(data, size, '\n');
+void Compare(const std::string& pattern, const std::string& text) {
   const bool fits = Fits(Places(base::ToCharacters(pattern), true), base::ToCharacters(text));
   fuzz::Require(base::MatchesPattern(text, pattern) == fits, "patterns with lists");
 
@@ -79,5 +76,12 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (cabinet::IsAscii(pattern) && cabinet::IsUtf8(text)) {
     fuzz::Require(cabinet::Matches(pattern, text) == named, "the archiver's patterns");
   }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  const std::vector<std::string> lines = base::Split(std::string(data, data + size), '\n');
+  for (std::size_t i = 1; i < lines.size(); i += 2) Compare(lines[i - 1], lines[i]);
   return 0;
 }

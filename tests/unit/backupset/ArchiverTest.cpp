@@ -59,31 +59,4 @@ TEST_F(JobTest, ListThatExceedsACommandLineIsNotCut) {
   EXPECT_TRUE(WasWarnedOf("Too many files for one command line: cabarc (UserData)"));
 }
 
-struct Failure {
-  const char* name;
-  Arrangement arrange;
-  const char* cause;  ///< names the path or command
-};
-
-const Failure kFailures[] = {
-    {"no archiver", Gone(kArchiver), "Not started: cabarc -r -p X UserData.cab CABFILE"},
-    {"archiver fails", Program(kArchiver, [](auto&, auto&) { return 3u; }), "Exit code 3: cabarc -r -p X UserData.cab"},
-    {"archiver does nothing", Program(kArchiver, DoNothing), "UserData.cab was not unpacked whole"},
-    {"nothing copied", Program(kInterpreter, DoNothing), "Copy is missing or has another size: C:\\Work\\"},
-    {"work folder closed", Fails("FileSystem", "SetCurrentFolder"), "C:\\Work\\120315093012"},
-};
-
-TEST(Archiver, SaysWhatItCouldNotUnpack) {
-  for (const Failure& failure : kFailures) {
-    SCOPED_TRACE(failure.name);
-    JobStation station;
-    File("D:\\UserData.cab", fakes::MakeCabinet({{"User\\users.dat", "x"}}))(station.host);
-    failure.arrange(station.host);
-    const base::Outcome extracted =
-        backupset::Archiver(station.tools, station.packed.workFolder).ExtractArchive("D:\\UserData", true);
-    EXPECT_FALSE(extracted.IsDone());
-    EXPECT_PRED_FORMAT2(testing::IsSubstring, failure.cause, extracted.cause);
-  }
-}
-
 }  // namespace

@@ -108,7 +108,7 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
   const std::size_t first = FirstFault(route, calls);
   for (std::size_t n = first + 1; n <= calls.size(); ++n) {
     Course course(route);
-    persistence == Persistence::Once ? course.calls.FailCall(n) : course.calls.FailEveryCallFrom(n);
+    persistence == Persistence::Once ? course.calls.FailCall(n) : course.calls.FailFrom("", "", n);
     course.Travel();
     const fakes::Call& fault = calls[n - 1];
     const std::string wrong = Judge(course, flawless, fault, persistence);

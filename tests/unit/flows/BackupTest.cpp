@@ -157,15 +157,6 @@ TEST(Backup, FoldersAreGatheredAfterTheExporters) {
   EXPECT_TRUE(session.Unpacked("D:\\ReportData.cab").contains("Report\\keys.txt"));
 }
 
-TEST(Backup, ClientLogsAreTakenInBeforeTheLogs) {
-  Session session(File("C:\\Tarsus\\Update\\Maintenance_PC1.cab",
-                       fakes::MakeCabinet({{"Maintenance_PC1_120314101010\\client.log", "of a client"}})));
-  session.BackUpTo("D:\\", {.log = true});
-  session.EndAfter({BackupComplete});
-  EXPECT_EQ(session.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_PC1_120314101010\\client.log"), "of a client");
-  EXPECT_TRUE(session.disk.Children("C:\\Tarsus\\Update").empty());
-}
-
 // The logs of this workstation are saved all the same.
 TEST(Backup, ClientLogsMayBeOutOfReach) {
   Session session(NoEntry("Update"));

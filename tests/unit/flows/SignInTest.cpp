@@ -51,13 +51,6 @@ TEST(SignIn, ListsUsersInTheirOrderAndWaitsForAName) {
   session.Run();
 }
 
-// Of the captions only that one is lost.
-TEST(SignIn, ComesUpWithoutAText) {
-  Session session([](auto& host) { host.catalogue.rows.erase(UserCaption); });
-  session.Cancel<frmUserAuthentication>(kShift);
-  session.Run();
-}
-
 TEST(SignIn, AnUnreadableUserListIsEmpty) {
   for (const char* method : {"Execute", "RowCount", "Value"}) {
     Session session(Fails("UserQuery", method));
@@ -157,20 +150,9 @@ TEST_F(CatalogueTest, SignInDialogTakesNoInputWhileItCompacts) {
   EXPECT_EQ(host.disk.Read("C:\\Tarsus\\Param\\Protocol.mdb"), "protocol");
 }
 
-// Components that are helpful but not needed.
-TEST(SignIn, WorksWithoutLogWriterOrOperationRecorder) {
-  for (const Arrangement& fault : {Fails("ComponentFactory", "CreateLogWriter"), Fails("LogWriter", "WriteLine"),
-                                   Fails("ComponentFactory", "CreateOperationRecorder")}) {
-    Session session(fault);
-    session.SignIn();
-    session.EndAfter({});
-    EXPECT_TRUE(session.state.SignedIn);
-  }
-}
-
 void Compact(Workstation& station, const std::string& folder) {
-  qx::access::CompactDatabases(work::ToolsOf(station.application), station.host.compactor, station.host.clock,
-                                    folder, fakes::kProgramFolder);
+  qx::access::CompactDatabases(work::ToolsOf(station.application), station.host.compactor, station.host.clock, folder,
+                               fakes::kProgramFolder);
 }
 
 TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
@@ -187,7 +169,7 @@ TEST_F(AppTest, EveryDatabaseOfAFolderIsCompacted) {
   EXPECT_EQ(host.disk.CurrentFolder(), fakes::kProgramFolder);
   EXPECT_EQ(host.compactor.locales, Names(3, ";LANGID=0x0409;CP=1252;COUNTRY=0"));
   qx::access::CompactDatabase(work::ToolsOf(application), host.compactor, host.clock, " C:\\Tarsus\\Param ",
-                                   "Protocol.mdb");
+                              "Protocol.mdb");
   EXPECT_EQ(host.disk.Tree("C:\\Tarsus\\Param"), (MediumFiles{{"Protocol.mdb", "protocol"}}));
 }
 

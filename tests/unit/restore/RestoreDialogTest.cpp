@@ -1,17 +1,7 @@
-// The restore dialog: when it opens, and what it offers of a set.
+// The restore dialog: what it offers of a set.
 #include "unit/Session.h"
 
 namespace {
-
-using enum base::MessageId;
-
-// The selection dialog stays open, for another folder.
-TEST(RestoreDialog, OpensForASetOfThisSystemOnly) {
-  Session session(File("D:\\BackupInfo.ini", "AppType=Farsus"));
-  session.BeginRestore("D:\\");
-  session.LeaveRestoreAfter({OtherApplication});
-  EXPECT_TRUE(session.processes.started.empty());
-}
 
 const Paths kAllVersions = {"PatientData=V2.1",     "MenuData=V2.1",  "SystemData=V2.1",    "UserData=V2.1",
                             "ExplanationData=V2.1", "IPCounter=V2.1", "ReportSetData=V2.1", "ReportData=V2.1"};
@@ -80,21 +70,6 @@ TEST(RestoreDialog, OffersWhatFitsThisSystem) {
     session.LeaveRestoreAfter({});
     EXPECT_TRUE(session.components.Logged("Cancel Restore"));
   }
-}
-
-TEST(RestoreDialog, StartNeedsATick) {
-  Session session(File("D:\\Set\\BackupInfo.ini", Lines(DescriptorLines({"MenuData=V2.1", "IPCounter=V2.1"}))));
-  session.BeginRestore();
-  session.At<frmRestore>([](frmRestore& form) {
-    fakes::Tick(form.chkMenuData, false);
-    EXPECT_TRUE(form.cmdStart.Enabled());
-    fakes::Tick(form.chkIPCounter, false);
-    EXPECT_FALSE(form.cmdStart.Enabled());
-    fakes::Tick(form.chkMenuData);
-    EXPECT_TRUE(form.cmdStart.Enabled());
-    fakes::Press(form.cmdCancel);
-  });
-  session.LeaveRestoreAfter({});
 }
 
 }  // namespace

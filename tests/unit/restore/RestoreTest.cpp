@@ -69,6 +69,9 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   session.At<frmRestore>([](frmRestore& form) {
     EXPECT_TRUE(form.chkMenuData.Value() && form.chkIPCounter.Value());
     fakes::Tick(form.chkIPCounter, false);
+    fakes::Tick(form.chkMenuData, false);
+    EXPECT_FALSE(form.cmdStart.Enabled()) << "nothing is ticked";
+    fakes::Tick(form.chkMenuData);
     fakes::Press(form.cmdStart);
   });
   session.EndAfter({RestoreComplete});

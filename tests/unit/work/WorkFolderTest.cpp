@@ -1,7 +1,5 @@
-// The work folder, and the copying of files.
+// The work folder, external programs, and the copying of files.
 #include "work/WorkFolder.h"
-
-#include <optional>
 
 #include "unit/Station.h"
 #include "work/FileOperations.h"
@@ -10,54 +8,25 @@ namespace {
 
 using base::Result;
 
-/// A job's work folder with a read-only archive in it; it is the current folder.
-class WorkFolderTest : public AppTest {
- public:
-  WorkFolderTest() {
-    EXPECT_TRUE(folder->Create(host.clock).IsDone());
-    EXPECT_EQ(folder->StagingFolder(), temporary + path);
-    host.disk.Write(archive, "x");
-    host.disk.Find(archive)->attributes = fakes::kReadOnly;
-    host.disk.SetCurrentFolder(temporary + path);
-  }
-  bool IsGone() { return host.disk.Children(temporary).empty() && host.disk.CurrentFolder() == fakes::kProgramFolder; }
-
-  const std::string temporary = "C:\\Users\\Operator\\Temp\\";
-  const std::string path = "120315093012\\";
-  const std::string archive = temporary + path + "CABFILE\\a.cab";
-  std::optional<work::WorkFolder> folder{std::in_place, host.files, fakes::kProgramFolder};
-};
-
-TEST_F(WorkFolderTest, GoesWithTheObjectOfAJobThatDies) {
-  folder.reset();
-  EXPECT_TRUE(IsGone());
-}
-
 // Afterwards a folder of that name is somebody else's.
-TEST_F(WorkFolderTest, IsRemovedOnce) {
-  EXPECT_EQ(folder->Remove(), Result::Done);
-  EXPECT_TRUE(IsGone());
-  host.disk.MakeFolders(temporary + path);
-  EXPECT_EQ(folder->Remove(), Result::Done);
-  folder.reset();
-  EXPECT_FALSE(IsGone());
+TEST_F(AppTest, AWorkFolderIsRemovedOnce) {
+  const std::string path = host.files.temporaryFolder + "120315093012";
+  {
+    work::WorkFolder folder(host.files, fakes::kProgramFolder);
+    EXPECT_TRUE(folder.Create(host.clock).IsDone());
+    EXPECT_EQ(folder.Remove(), Result::Done);
+    host.disk.MakeFolders(path);
+    EXPECT_EQ(folder.Remove(), Result::Done);
+  }
+  EXPECT_TRUE(host.disk.IsFolder(path));
 }
 
-TEST_F(WorkFolderTest, ThatCannotBeRemovedIsTriedAgain) {
-  InUse(archive)(host);
-  const base::Outcome removed = folder->Remove();
-  EXPECT_EQ(removed, Result::Failed);
-  EXPECT_EQ(removed.cause, temporary + "120315093012: in use");
-  host.disk.Find(archive)->readers = 0;
-  EXPECT_EQ(folder->Remove(), Result::Done);
-  EXPECT_TRUE(IsGone());
-}
-
-TEST_F(AppTest, WorkFolderThatCannotBeMadeIsNone) {
-  host.files.temporaryFolder = "E:\\Temp";
-  work::WorkFolder folder(host.files, fakes::kProgramFolder);
-  EXPECT_EQ(folder.Create(host.clock).cause, "E:\\Temp\\120315093012\\: not found");
-  EXPECT_EQ(folder.StagingFolder(), "");
+// However it ended: most callers go on when a program has at least run.
+TEST_F(AppTest, AProgramThatFailsWasStarted) {
+  const auto run = [&](const char* command) { return work::RunAndWait(host.processes, command); };
+  Program("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; })(host);
+  host.calls.FailFrom("StartedProgram", "Wait");
+  EXPECT_EQ(run("C:\\Tarsus\\fails.bat").Started(), Result::Done);
 }
 
 TEST_F(JobTest, XcopysExitCodeDecides) {
@@ -77,6 +46,16 @@ TEST_F(JobTest, XcopysExitCodeDecides) {
   expect(Result::Failed, "Exit code unknown");
   host.disk.Remove(kInterpreter);
   expect(Result::Failed, "Not started");
+}
+
+TEST_F(AppTest, TheFolderIsPutBackThoughAnotherWasNotEntered) {
+  { const work::CurrentFolderScope scope(host.files, "C:\\Nowhere", "C:\\Tarsus"); }
+  EXPECT_EQ(host.disk.CurrentFolder(), "C:\\Tarsus");
+}
+
+TEST_F(AppTest, EnsureFolderReportsWhatItCannotMake) {
+  for (const char* folder : {"C:\\Tarsus\\Menu\\menu.ini\\a\\b", "Q:\\a"})
+    EXPECT_EQ(work::EnsureFolder(host.files, folder), Result::Failed);
 }
 
 }  // namespace
