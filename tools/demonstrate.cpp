@@ -17,6 +17,7 @@
 namespace {
 
 using namespace endtoend;
+using enum base::MessageId;
 
 void Require(bool condition, const std::string& what) {
   if (!condition) throw std::runtime_error(what);
@@ -31,7 +32,7 @@ std::string MakeBackup(Operator& person) {
   const Window destination = person.StartBackup(person.OpenBackup({true, true, true, true}));
   const std::string folder = destination.Text(ID_frmSelectFolder_txtFolder);
   person.Accept(destination);
-  person.ConsentUntil(65300, {64302});
+  person.ConsentUntil(BackupComplete, {AskMakeBackupFolder});
   return folder;
 }
 
@@ -60,7 +61,7 @@ void ProveRestore(Operator& person, const std::function<void()>& restore) {
 void RestoreFolder(Operator& person, const std::string& set) {
   ProveRestore(person, [&] {
     person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
-    person.ConsentUntil(65400, {64402});
+    person.ConsentUntil(RestoreComplete, {AskReplaceIPCounter});
   });
 }
 
@@ -81,15 +82,16 @@ void RestoreFloppies(Operator& person, const std::string& pile, int disks) {
     person.OpenRestore("A:\\").Press(ID_frmRestore_cmdStart);
     int inserted = 1;
     bool wrongDiskTried = false;
-    for (int id = 0; id != 65400;) {
+    for (auto id = None; id != RestoreComplete;) {
       id = person.NextMessage();
-      if (id == 64406 && !wrongDiskTried) {
+      if (id == AskNextSourceDisk && !wrongDiskTried) {
         InsertDisk(pile, disks);
         wrongDiskTried = true;
-      } else if (id == 64406 || id == 64401) {
+      } else if (id == AskNextSourceDisk || id == AskRightDisk) {
         InsertDisk(pile, ++inserted);
       }
-      Require(id == 64402 || id == 64406 || id == 64401 || id == 65400, "message " + std::to_string(id));
+      Require(id == AskReplaceIPCounter || id == AskNextSourceDisk || id == AskRightDisk || id == RestoreComplete,
+              "message " + std::to_string(static_cast<int>(id)));
       person.Answer();
     }
     Require(inserted == disks, "not every disk was asked for");
@@ -98,7 +100,7 @@ void RestoreFloppies(Operator& person, const std::string& pile, int disks) {
 
 void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folder) {
   person.Accept(person.CollectMaintenanceLog(protect, 30), folder);
-  person.ConsentUntil(65450, {64452});
+  person.ConsentUntil(MaintenanceComplete, {AskMakeMaintenanceFolder});
   Require(fs::exists(folder + "MAINTENANCE.cab"), "there is no " + folder + "MAINTENANCE.cab");
 }
 

@@ -39,10 +39,11 @@ class Tour {
   Window At(const std::string& name, int control) { return Look(name, program_.WaitForDialog(control)); }
 
   /// Takes a picture of message `id` and answers it by `key`.
-  void Answer(const std::string& name, int id, WORD key) {
+  void Answer(const std::string& name, base::MessageId id, WORD key) {
     const Window message = program_.WaitForMessageWindow();
     if (Program::MessageNumber(message) != id)
-      throw std::runtime_error("message " + message.Text(TARSUS_MESSAGE_ID) + " in place of " + std::to_string(id));
+      throw std::runtime_error("message " + message.Text(TARSUS_MESSAGE_ID) + " in place of " +
+                               std::to_string(static_cast<int>(id)));
     Look(name, message);
     PressKey(key);
     WaitUntil([&] { return !message.IsOpen(); });
@@ -75,8 +76,8 @@ class Tour {
     Browse();
     PressKey(VK_TAB);
     PressKey(VK_RETURN);
-    Answer("question", 64302, VK_RETURN);
-    Answer("done", 65300, VK_RETURN);
+    Answer("question", base::MessageId::AskMakeBackupFolder, VK_RETURN);
+    Answer("done", base::MessageId::BackupComplete, VK_RETURN);
     return folder;
   }
 
@@ -98,8 +99,8 @@ class Tour {
     PressKey(VK_RETURN);
     At("restore", ID_frmRestore_cmdStart);
     PressKey(VK_RETURN);
-    Answer("warning", 64402, VK_ESCAPE);
-    Answer("stopped", 65401, VK_ESCAPE);
+    Answer("warning", base::MessageId::AskReplaceIPCounter, VK_ESCAPE);
+    Answer("stopped", base::MessageId::RestoreStopped, VK_ESCAPE);
     At("", ID_frmRestore_cmdStart);
     PressKey(VK_ESCAPE);
     At("", ID_frmSelectFolder_txtFolder);

@@ -63,9 +63,10 @@ Holdings HoldingsOf(HANDLE process) {
 
 void BackUpAndRestore(Operator& person) {
   person.Accept(person.StartBackup(person.OpenBackup({.report = true})), kSet);
-  person.ConsentUntil(65300, {64302, 64303});
+  person.ConsentUntil(base::MessageId::BackupComplete,
+                      {base::MessageId::AskMakeBackupFolder, base::MessageId::AskOverwriteBackup});
   person.OpenRestore(kSet).Press(ID_frmRestore_cmdStart);
-  person.ConsentUntil(65400, {});
+  person.ConsentUntil(base::MessageId::RestoreComplete, {});
   person.MainMenu();
 }
 

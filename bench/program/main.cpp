@@ -82,7 +82,7 @@ Taken TimeWatchedBackup(Operator& person, bench::PhaseWatch* watch) {
   const Window destination = Patiently([&] { return person.DestinationDialog(); });
   if (watch) watch->Copying();
   person.Accept(destination, bench::kSet);
-  while (Patiently([&] { return person.NextMessage(); }) != 65300) person.Answer();
+  while (Patiently([&] { return person.NextMessage(); }) != base::MessageId::BackupComplete) person.Answer();
   const Taken taken = stopwatch.Read();
   person.Answer();
   person.MainMenu();
@@ -100,7 +100,7 @@ Taken TimeRestore(Operator& person) {
   bench::StagingWatch().Wait("", false);
   Patiently([&] { return person.NextMessage(); });
   const Taken taken = stopwatch.Read();
-  person.ConsentUntil(65400, {});
+  person.ConsentUntil(base::MessageId::RestoreComplete, {});
   person.MainMenu();
   return taken;
 }

@@ -4,10 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "MessageDialogIds.h"
+#include "fakes/Printing.h"
 #include "operator/Operator.h"
 #include "resource.h"
 
 namespace endtoend {
+
+using enum base::MessageId;
 
 /// Leaves the workstation tidy before and after each case.
 class EndToEndTest : public ::testing::Test {

@@ -23,11 +23,11 @@ std::string Wide(const std::string& text) {
   return wide;
 }
 
-Fault WithoutCatalogueText(int id) {
+Fault WithoutCatalogueText(base::MessageId id) {
   const fs::path path = kDatabases / "Language.db";
   const Fault kept = Altered(path, ReadBytes(path));
   const auto database = reference::Database::Open("DRIVER=SQLite3;Database=" + Utf8(path.wstring()));
-  EXPECT_TRUE(database && database->Run("DELETE FROM MSG_ENGLISH WHERE ID = " + std::to_string(id)));
+  EXPECT_TRUE(database && database->Run("DELETE FROM MSG_ENGLISH WHERE ID = " + std::to_string(static_cast<int>(id))));
   return kept;
 }
 
@@ -89,7 +89,7 @@ TEST_F(HostCheck, NamesEachThingThatIsMissing) {
   ExpectNamed("component Tarsus.AuditTrail.RecordCategoryPhase",
               Changed(components, Wide("RecordCategoryPhase"), Wide("RecordCategoryPhasx")));
   ExpectNamed("catalogue table MSG_ENGLISX", Changed(kDatabases / "System.db", "MSG_ENGLISH", "MSG_ENGLISX"));
-  ExpectNamed("catalogue text 60326", WithoutCatalogueText(60326));
+  ExpectNamed("catalogue text 60326", WithoutCatalogueText(base::MessageId::PathEntryUnreadable));
   ExpectNamed("view V_MUSER", Altered(kDatabases / "Users.db"));
   ExpectNamed("study databases: SELECT * FROM Patient.dbo.T_TPATIENT", Altered(kDatabases / "Patient.db"));
   ExpectNamed("BackupList.ini [MENU_RESTORE]", Changed(jobs, "[MENU_RESTORE]", "[MENU RESTORE]"));

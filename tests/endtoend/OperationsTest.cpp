@@ -28,19 +28,19 @@ TEST_F(Operations, AForeignMediumAndAnOlderSetAreAskedAbout) {
   EXPECT_TRUE(destination.Text(ID_frmSelectFolder_txtFolder).starts_with("E:\\20"));
   EXPECT_NE(destination.Text(ID_frmSelectFolder_txtCapacity).find("MB / "), std::string::npos);
   person.Accept(person.DestinationDialog(), "Q:\\Set\\");
-  EXPECT_EQ(person.Answer(), 63311);
-  EXPECT_EQ(person.Answer(), 65301);
+  EXPECT_EQ(person.Answer(), BackupDriveUnusable);
+  EXPECT_EQ(person.Answer(), BackupStopped);
 
   person.Accept(person.DestinationDialog(), "F:\\Set\\");
-  EXPECT_EQ(person.Answer(), 64301);
-  EXPECT_EQ(person.Answer(Answer::Refuse), 64303);
-  EXPECT_EQ(person.Answer(), 65301);
+  EXPECT_EQ(person.Answer(), AskForeignLabel);
+  EXPECT_EQ(person.Answer(Answer::Refuse), AskOverwriteBackup);
+  EXPECT_EQ(person.Answer(), BackupStopped);
   EXPECT_EQ(ReadBytes(foreignSet / "BackupInfo.ini"), "older set");
 
   person.Accept(person.DestinationDialog());
-  EXPECT_EQ(person.Answer(), 64301);
-  EXPECT_EQ(person.Answer(), 64303);
-  EXPECT_EQ(person.Answer(), 65300);
+  EXPECT_EQ(person.Answer(), AskForeignLabel);
+  EXPECT_EQ(person.Answer(), AskOverwriteBackup);
+  EXPECT_EQ(person.Answer(), BackupComplete);
   person.End();
   EXPECT_EQ(FilesIn(foreignSet), (std::vector<std::string>{"BackupInfo.ini", "ReportData.cab"}));
   const std::string info = ReadBytes(foreignSet / "BackupInfo.ini");
@@ -55,7 +55,7 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
   Operator person;
   person.SignIn();
   person.Accept(person.StartBackup(person.OpenBackup({.report = true})), set);
-  person.ConsentUntil(65300, {64302});
+  person.ConsentUntil(BackupComplete, {AskMakeBackupFolder});
 
   const std::string whole = ReadBytes(set + "ReportData.cab");
   std::string flipped = whole;
@@ -64,7 +64,7 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
     SCOPED_TRACE(bytes.size());
     const Fault damage = Altered(set + "ReportData.cab", bytes);
     person.OpenRestore(set).Press(ID_frmRestore_cmdStart);
-    EXPECT_EQ(person.Answer(), 60401);
+    EXPECT_EQ(person.Answer(), RestoreFailed);
     person.DestinationDialog().Press(ID_frmSelectFolder_cmdCancel);
     person.MainMenu();
     EXPECT_TRUE(Snapshot(kTarsus / "Data") == before);

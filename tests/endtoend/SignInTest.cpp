@@ -40,9 +40,9 @@ TEST_F(SignIn, RefusalsKeepTheDialogOpenAndCompactingKeepsTheDatabases) {
   Operator person;
   EXPECT_FALSE(person.SignInDialog().IsEnabled(ID_frmUserAuthentication_cmdOK));
   person.TrySignIn({kPrivileged.name, "wrong"});
-  EXPECT_EQ(person.Answer(), 63360);
+  EXPECT_EQ(person.Answer(), PasswordRefused);
   person.TrySignIn({"Nobody' OR '1'='1", "x"});
-  EXPECT_EQ(person.Answer(), 63360);
+  EXPECT_EQ(person.Answer(), PasswordRefused);
   person.SignIn(kPrivileged);
   const auto after = Snapshot(kTarsus / "Config");
   EXPECT_EQ(before.size(), after.size());

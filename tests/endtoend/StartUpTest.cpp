@@ -9,7 +9,7 @@ namespace {
 class StartUp : public EndToEndTest {
  protected:
   /// The log can be written only once the system's database has been read.
-  void ExpectHalt(int message, bool logged = true) {
+  void ExpectHalt(base::MessageId message, bool logged = true) {
     Program program(kProgram);
     EXPECT_EQ(program.AnswerMessage(Answer::Refuse), message);
     program.WaitForEnd();
@@ -41,11 +41,12 @@ TEST_F(StartUp, WithoutAnInstallationShowsOnePlainBoxAndEnds) {
 }
 
 TEST_F(StartUp, UnreachableDatabasesHalt) {
-  for (const auto& [entry, message] : {std::pair("\nSysMasterDB=", 60321), {"\nLangStrDB=", 60320}}) {
+  for (const auto& [entry, message] :
+       {std::pair("\nSysMasterDB=", SystemDatabaseFailed), {"\nLangStrDB=", CatalogueNotOpened}}) {
     SCOPED_TRACE(entry);
     const std::string elsewhere = entry + std::string("DRIVER=SQLite3;Database=C:\\nowhere.db;");
     const Fault fault = Altered(directory_, Replaced(ReadBytes(directory_), entry, elsewhere));
-    ExpectHalt(message, message == 60320);
+    ExpectHalt(message, message == CatalogueNotOpened);
   }
 }
 
@@ -61,7 +62,7 @@ TEST_F(StartUp, MissingComponentsAreSurvived) {
 TEST_F(StartUp, RefusesToRunBesideAnotherInstance) {
   Operator first;
   first.SignInDialog();
-  ExpectHalt(60316);
+  ExpectHalt(AlreadyRunning);
 }
 
 }  // namespace

@@ -5,9 +5,12 @@
 #include <thread>
 
 #include "HostFixture.h"
+#include "app/MessageIds.h"
 #include "components/MessageDialogIds.h"
 
 namespace {
+
+using enum base::MessageId;
 
 struct Seen {
   std::string title, text, id, consent, refuse;
@@ -64,9 +67,9 @@ using components::MessageDialog;
 
 class Message : public HostTest {
  protected:
-  std::int32_t Show(std::int32_t id, const Answer& answer, const std::vector<std::string>& texts = {"", "", ""}) {
+  std::int32_t Show(base::MessageId id, const Answer& answer, const std::vector<std::string>& texts = {"", "", ""}) {
     auto seen = std::async(std::launch::async, Operate, answer);
-    const auto code = static_cast<std::int32_t>(dialog_->Show(base::MessageId{id}, texts[0], texts[1], texts[2]));
+    const auto code = static_cast<std::int32_t>(dialog_->Show(id, texts[0], texts[1], texts[2]));
     seen_ = seen.get();
     return code;
   }
@@ -77,15 +80,15 @@ class Message : public HostTest {
 };
 
 TEST_F(Message, ShowsTextWithInsertionsAndNumberAndMakesRefusalTheDefaultOfAWarning) {
-  Show(64400, refuse_);
+  Show(AskInsertSourceMedium, refuse_);
   EXPECT_EQ(seen_.text, "Medium einlegen: 100 % leer, %4?");
   EXPECT_EQ(seen_.consent + seen_.refuse, "&Ja&Nein");
   EXPECT_EQ(seen_.id, "") << "the option is not set";
   EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_CONSENT);
-  Show(64530, refuse_);
+  Show(AskUnprotected, refuse_);
   EXPECT_EQ(seen_.defaultButton, TARSUS_MESSAGE_REFUSE);
   dialog_->SetDisplayOptions(1, 1);
-  Show(60370, consent_, {"ä%2.ini", "C:\\&x", "drei"});
+  Show(BackupSectionMissing, consent_, {"ä%2.ini", "C:\\&x", "drei"});
   EXPECT_EQ(seen_.text, "Die Datei ä%2.ini fehlt in C:\\&x (drei, ä%2.ini).");
   EXPECT_EQ(seen_.title, "Tarsus Mitteilung");
   EXPECT_EQ(seen_.id, "ID 60370");
@@ -95,13 +98,13 @@ TEST_F(Message, ShowsTextWithInsertionsAndNumberAndMakesRefusalTheDefaultOfAWarn
 TEST_F(Message, AnswersWithTheButtonsCode) {
   const Answer enter = Strike({VK_RETURN}), escape = Strike({VK_ESCAPE}), otherButton = Strike({VK_TAB, VK_RETURN});
   constexpr auto kConsent = MessageDialog::kConsent, kOk = MessageDialog::kOkOrRefusal, kRefusal = kOk;
-  const std::tuple<std::int32_t, Answer, std::int32_t> cases[] = {
-      {64400, consent_, kConsent}, {64400, refuse_, kRefusal},
-      {64400, CloseBox, kRefusal}, {64400, enter, kConsent},
-      {64400, escape, kRefusal},   {64400, otherButton, kRefusal},
-      {64530, enter, kRefusal},    {64530, otherButton, kConsent},
-      {60370, CloseBox, kOk},      {60370, enter, kOk},
-      {60370, escape, kOk}};
+  const std::tuple<base::MessageId, Answer, std::int32_t> cases[] = {
+      {AskInsertSourceMedium, consent_, kConsent}, {AskInsertSourceMedium, refuse_, kRefusal},
+      {AskInsertSourceMedium, CloseBox, kRefusal}, {AskInsertSourceMedium, enter, kConsent},
+      {AskInsertSourceMedium, escape, kRefusal},   {AskInsertSourceMedium, otherButton, kRefusal},
+      {AskUnprotected, enter, kRefusal},           {AskUnprotected, otherButton, kConsent},
+      {BackupSectionMissing, CloseBox, kOk},       {BackupSectionMissing, enter, kOk},
+      {BackupSectionMissing, escape, kOk}};
   for (std::size_t index = 0; index < std::size(cases); ++index) {
     const auto& [id, answer, code] = cases[index];
     EXPECT_EQ(Show(id, answer), code) << "case " << index;
@@ -110,14 +113,14 @@ TEST_F(Message, AnswersWithTheButtonsCode) {
 
 TEST_F(Message, SpeaksWithoutATextOrTheWholeCatalogue) {
   for (const std::int32_t id : {60999, 12345}) {
-    EXPECT_EQ(Show(id, consent_), MessageDialog::kOkOrRefusal);
+    EXPECT_EQ(Show(base::MessageId{id}, consent_), MessageDialog::kOkOrRefusal);
     EXPECT_EQ(seen_.text, std::to_string(id) + ": Not Defined!");
   }
   const Fault gone = Altered(kDatabase);
-  EXPECT_EQ(Show(60320, consent_), MessageDialog::kOkOrRefusal);
+  EXPECT_EQ(Show(CatalogueNotOpened, consent_), MessageDialog::kOkOrRefusal);
   EXPECT_EQ(seen_.text, "The message catalogue could not be opened.");
   EXPECT_EQ(seen_.consent, "OK");
-  Show(64400, consent_);
+  Show(AskInsertSourceMedium, consent_);
   EXPECT_NE(seen_.text.find("64400"), std::string::npos);
   EXPECT_EQ(seen_.refuse, "(hidden)") << "what cannot be read cannot be consented to";
 }
@@ -125,10 +128,10 @@ TEST_F(Message, SpeaksWithoutATextOrTheWholeCatalogue) {
 TEST_F(Message, BlocksTheCallersWindowWhenItIsToStayAboveIt) {
   const HWND caller = CreateWindowW(L"STATIC", L"caller", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr,
                                     nullptr, nullptr, nullptr);
-  Show(60370, consent_);
+  Show(BackupSectionMissing, consent_);
   EXPECT_FALSE(seen_.owned);
   dialog_->SetDisplayOptions(1, 1);
-  Show(60370, consent_);
+  Show(BackupSectionMissing, consent_);
   EXPECT_TRUE(seen_.owned);
   EXPECT_TRUE(IsWindowEnabled(caller)) << "afterwards";
   DestroyWindow(caller);

@@ -85,25 +85,25 @@ Window Operator::CollectMaintenanceLog(bool protect, int imageDays) {
            dialog.Text(ID_frmMaintenance_txtStudyCount) + " studies",
        dialog);
   dialog.Press(ID_frmMaintenance_cmdStart);
-  if (!protect) ConsentUntil(64530, {});
+  if (!protect) ConsentUntil(base::MessageId::AskUnprotected, {});
   const Window destination = DestinationDialog();
   Tell("The maintenance log is collected; destination " + destination.Text(ID_frmSelectFolder_txtFolder), destination);
   return destination;
 }
 
-void Operator::ConsentUntil(int last, const std::vector<int>& allowed) {
-  for (int id = 0; id != last;) {
+void Operator::ConsentUntil(base::MessageId last, const std::vector<base::MessageId>& allowed) {
+  for (auto id = base::MessageId::None; id != last;) {
     id = Answer();
     if (id != last && std::ranges::find(allowed, id) == allowed.end())
-      throw std::runtime_error("message " + std::to_string(id) + " was not expected");
+      throw std::runtime_error("message " + std::to_string(static_cast<int>(id)) + " was not expected");
   }
 }
 
-int Operator::NextMessage() {
+base::MessageId Operator::NextMessage() {
   return Program::MessageNumber(program_.WaitForMessageWindow());
 }
 
-int Operator::Answer(endtoend::Answer answer) {
+base::MessageId Operator::Answer(endtoend::Answer answer) {
   const Window window = program_.WaitForMessageWindow();
   Tell("Message: " + window.Text(TARSUS_MESSAGE_TEXT), window);
   return program_.AnswerMessage(answer);

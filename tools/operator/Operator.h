@@ -57,11 +57,11 @@ class Operator {
   /// question that an unprotected bundle raises is consented to.
   Window CollectMaintenanceLog(bool protect, int imageDays);
   /// Waits for the next message and returns its number; it stays open.
-  int NextMessage();
+  base::MessageId NextMessage();
   /// Answers the next message and returns its number.
-  int Answer(endtoend::Answer answer = endtoend::Answer::Consent);
+  base::MessageId Answer(endtoend::Answer answer = endtoend::Answer::Consent);
   /// Consents to every message up to `last`; throws on one that is neither that nor in `allowed`.
-  void ConsentUntil(int last, const std::vector<int>& allowed);
+  void ConsentUntil(base::MessageId last, const std::vector<base::MessageId>& allowed);
   /// Ends the program from the main menu.
   void End(bool withShift = true);
 

@@ -79,18 +79,18 @@ Window Program::WaitForMessageWindow() {
   return WaitForActive("a message", IsMessage);
 }
 
-// The window shows "ID 60326".
-int Program::MessageNumber(const Window& message) {
+// The window shows "ID" and the number.
+base::MessageId Program::MessageNumber(const Window& message) {
   const std::string text = message.Text(TARSUS_MESSAGE_ID);
-  return std::stoi(text.substr(text.find(' ') + 1));
+  return base::MessageId{std::stoi(text.substr(text.find(' ') + 1))};
 }
 
-int Program::AnswerMessage(Answer answer) {
+base::MessageId Program::AnswerMessage(Answer answer) {
   const Window window = WaitForMessageWindow();
-  const int id = MessageNumber(window);
+  const base::MessageId id = MessageNumber(window);
   window.Press(answer == Answer::Consent ? TARSUS_MESSAGE_CONSENT : TARSUS_MESSAGE_REFUSE);
   if (!WaitUntil([&] { return !window.IsOpen(); }))
-    throw std::runtime_error("message " + std::to_string(id) + " does not close");
+    throw std::runtime_error("message " + window.Text(TARSUS_MESSAGE_ID) + " does not close");
   return id;
 }
 

@@ -6,6 +6,7 @@
 #include <functional>
 #include <string>
 
+#include "app/MessageIds.h"
 #include "operator/Window.h"
 
 namespace endtoend {
@@ -29,9 +30,9 @@ class Program {
   Window WaitForDialog(int control);
   /// Waits for a message of the host's message dialog.
   Window WaitForMessageWindow();
-  static int MessageNumber(const Window& message);
+  static base::MessageId MessageNumber(const Window& message);
   /// Waits for a message, answers it, and returns its number.
-  int AnswerMessage(Answer answer);
+  base::MessageId AnswerMessage(Answer answer);
   /// Waits for a plain message box and returns it.
   Window WaitForMessageBox();
 
