@@ -71,6 +71,9 @@ void Session::StartMaintenance(bool unprotected) {
 
 void Session::AcceptFolder(const std::string& folder) {
   At<frmSelectFolder>([=](frmSelectFolder& form) {
+    EXPECT_EQ(form.txtCapacity.Visible(), !form.txtCapacity.Text().empty())
+        << "no space is shown where nothing is written";
+    EXPECT_EQ(form.lblLabel2.Visible(), form.txtCapacity.Visible());
     if (!folder.empty()) fakes::Type(form.txtFolder, folder);
     fakes::Press(form.cmdOK);
   });
