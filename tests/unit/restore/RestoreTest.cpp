@@ -65,6 +65,7 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   session.person.ExpectMessage(AskReplaceIPCounter, host::Answer::Refused).ExpectMessage(RestoreStopped, [&] {
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
     EXPECT_TRUE(session.processes.started.empty() && session.IsTemporaryFolderEmpty());
+    EXPECT_TRUE(session.Told().operations.back().ends_with("|MainMenu|Restore")) << "nothing was started";
   });
   session.At<frmRestore>([](frmRestore& form) {
     EXPECT_TRUE(form.chkMenuData.Value() && form.chkIPCounter.Value());
@@ -76,6 +77,7 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   });
   session.EndAfter({RestoreComplete});
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Menu\\menu.ini"}));
+  EXPECT_TRUE(session.Told().operations.end()[-2].ends_with("|Start|Restore"));
 }
 
 /// The job file's section for the user data; empty for none.
