@@ -1,8 +1,6 @@
 // An ordinary backup: gathering, packing, and the driver.
 #include "backup/mdlBUBackup.h"
 
-#include <algorithm>
-
 #include "backupset/Archiver.h"
 #include "jobs/ClientLogs.h"
 #include "jobs/JobRunner.h"
@@ -33,6 +31,7 @@ base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& 
 
 /// Packs all categories behind one check box; fails when none has made an archive.
 base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::BackupSet& set) {
+  bool any = false;
   base::Outcome failure;
   for (const Category category : backupset::kPackingOrder) {
     const backupset::CategoryRow& row = backupset::RowOf(category);
@@ -41,12 +40,12 @@ base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::Backu
     if (result.kinds > 0) {
       set.categories.insert(category);
       set.archives.push_back(std::move(result.archive));
+      any = true;
     } else if (failure.IsDone()) {
       failure = result.outcome;
     }
   }
-  const auto isPacked = [&](Category category) { return backupset::RowOf(category).box == box; };
-  return std::ranges::any_of(set.categories, isPacked) ? base::Result::Done : failure;
+  return any ? base::Result::Done : failure;
 }
 
 base::Outcome PackCategories(const jobs::Job& job, const backupset::Boxes& choice, backupset::BackupSet& set) {

@@ -50,7 +50,7 @@ std::size_t KnownFiles(const std::vector<Archive>& archives, const std::string& 
 work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
                                 const std::string& target, const std::string& back, const std::string& category) {
   const work::CurrentFolderScope inFolder(tools.files, folder, back);
-  if (!inFolder.Entered().IsDone()) return {false, std::nullopt, inFolder.Entered().cause};
+  if (!inFolder.Entered().IsDone()) return {false, std::nullopt, {}, inFolder.Entered().cause};
   return work::RunProgram(tools, kUnpackCommand + archive + (target.empty() ? "" : " " + target), category);
 }
 
@@ -160,7 +160,7 @@ base::Outcome Archiver::ExtractArchive(const std::string& archive, bool copyFirs
   const std::string& staging = workFolder_.StagingFolder();
   const work::ProgramEnd end =
       UnpackInFolder(tools_, staging, name + kEnding, work::kArchiveFolderName, workFolder_.ProgramFolder(), name);
-  if (!end.Succeeded()) return base::Failure(end.description);
+  if (!end.Succeeded()) return base::Failure(end.Cause());
   const std::size_t files = CountFiles(tools_, archiveFolder);
   const auto header = ReadCabinetHeader(tools_.files, staging + name + kEnding);
   if (files > 0 && header && files >= header->files) return base::Result::Done;

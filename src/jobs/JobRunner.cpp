@@ -50,7 +50,9 @@ class SectionRun {
 
   base::Outcome Pack() {
     if (result_.kinds == 0) return base::Failure("nothing was gathered for " + section_);
-    return backupset::Archiver(job_.tools, job_.workFolder).PackCategory(archiveName_, result_.archive);
+    const backupset::Archiver archiver(job_.tools, job_.workFolder);
+    base::Outcome packed = archiver.PackCategory(archiveName_, result_.archive);
+    return packed == base::Result::Stopped ? base::Failure("nothing to pack") : packed;
   }
 
   /// Leaves nothing behind that the next category would take into its own archive.

@@ -7,21 +7,11 @@
 
 #include "base/Path.h"
 #include "base/Text.h"
-#include "work/Programs.h"
 
 namespace work {
 namespace {
 
 constexpr std::uint32_t kXcopyStopped = 4;  // wrong path, no memory, full disk
-
-base::Outcome RunXcopy(const Tools& tools, const std::string& source, const std::string& destination,
-                       const std::string& category) {
-  const std::string command = "CMD /C xcopy " + base::Quoted(source) + " " + base::Quoted(destination) + " /S /Y";
-  const ProgramEnd end = RunProgram(tools, command, category);
-  if (end.Succeeded()) return base::Result::Done;
-  const bool stopped = !end.exitCode || *end.exitCode == kXcopyStopped;
-  return {stopped ? base::Result::Failed : base::Result::StepFailed, end.description};
-}
 
 /// Of several steps that are all taken, the first failure counts.
 void Keep(base::Outcome& first, base::Outcome next) {
@@ -32,7 +22,11 @@ void Keep(base::Outcome& first, base::Outcome next) {
 
 base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                               const std::string& category) {
-  return RunXcopy(tools, source, destinationFolder, category);
+  const std::string command = "CMD /C xcopy " + base::Quoted(source) + " " + base::Quoted(destinationFolder) + " /S /Y";
+  const ProgramEnd end = RunProgram(tools, command, category);
+  if (end.Succeeded()) return base::Result::Done;
+  const bool stopped = !end.exitCode || *end.exitCode == kXcopyStopped;
+  return {stopped ? base::Result::Failed : base::Result::StepFailed, end.description};
 }
 
 base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, const std::string& copy) {
@@ -53,7 +47,7 @@ base::Outcome CopyWholeFileByXcopy(const Tools& tools, const std::string& source
 base::Outcome CopyFolderByXcopy(const Tools& tools, const std::string& sourceFolder,
                                 const std::string& destinationFolder, const std::string& category) {
   const std::string source = base::WithoutTrailingBackslash(sourceFolder);
-  return RunXcopy(tools, source, destinationFolder + base::FileNameOf(source) + "\\", category);
+  return CopyFileByXcopy(tools, source, destinationFolder + base::FileNameOf(source) + "\\", category);
 }
 
 base::Outcome MoveFileToFolder(host::FileSystem& files, const std::string& source,

@@ -19,8 +19,8 @@ bool IsPlain(char character) {
 
 ProgramEnd RunAndWait(host::Processes& processes, const std::string& command) {
   const auto program = processes.Start(command, host::WindowStyle::Hidden);
-  if (!program) return {false, std::nullopt, "Not started: " + command};
-  ProgramEnd end{true, program->Wait(), {}};
+  if (!program) return {false, std::nullopt, "Not started: " + command, program.Why().cause};
+  ProgramEnd end{true, program->Wait(), {}, {}};
   if (!end.exitCode) {
     end.description = "Exit code unknown: " + command;
   } else if (!end.Succeeded()) {
@@ -40,7 +40,7 @@ ProgramEnd RunInItsFolder(const Tools& tools, const std::string& item, const std
   const std::string folder = base::FolderOf(item);
   const CurrentFolderScope inFolder(tools.files, folder, back);
   if (!folder.empty() && inFolder.Entered().IsDone()) return RunProgram(tools, base::FileNameOf(item), category);
-  ProgramEnd end{false, std::nullopt, "Folder cannot be entered: " + item};
+  ProgramEnd end{false, std::nullopt, "Folder cannot be entered: " + item, inFolder.Entered().cause};
   tools.log.WarnOfLoss(end.description, category);
   return end;
 }
@@ -53,7 +53,7 @@ CurrentFolderScope::CurrentFolderScope(host::FileSystem& files, const std::strin
     : files_(files), back_(std::move(back)), entered_(files.SetCurrentFolder(folder)) {}
 
 CurrentFolderScope::~CurrentFolderScope() {
-  static_cast<void>(files_.SetCurrentFolder(back_));  // it was current before
+  static_cast<void>(files_.SetCurrentFolder(back_));  // a destructor has nobody to tell
 }
 
 }  // namespace work

@@ -31,9 +31,14 @@ struct ProgramEnd {
   bool started = false;
   std::optional<std::uint32_t> exitCode;  ///< nothing when it could not be had
   std::string description;                ///< what went wrong, with the command line; empty after success
+  std::string systemError;                ///< why it was not started, where the system has said so
   bool Succeeded() const { return exitCode == 0u; }
+  /// What went wrong, in all words that are known.
+  std::string Cause() const {
+    return description + (description.empty() || systemError.empty() ? "" : "; ") + systemError;
+  }
   /// Done when the program was started, whatever came of it; a failure otherwise.
-  base::Outcome Started() const { return started ? base::Outcome() : base::Failure(description); }
+  base::Outcome Started() const { return started ? base::Outcome() : base::Failure(Cause()); }
 };
 
 /// Starts a command hidden and waits for its end, while the user interface is served. Nothing is logged.
