@@ -36,7 +36,7 @@ void CompactDatabase(const work::Tools& tools, host::DatabaseCompactor& compacto
   const auto warn = [&](const std::string& what) { tools.log.WriteLog(app::LogLevel::Warning, what + temporary); };
   // A copy that broke off may have spoilt the database; the compacted one is then all there is.
   if (!tools.files.CopyTo(temporary, source).IsDone()) return warn("Database not replaced; its contents are in: ");
-  if (!tools.files.ClearAttributes(temporary).IsDone() || !tools.files.RemoveFile(temporary).IsDone()) {
+  if (!tools.files.RemoveFile(temporary).IsDone()) {
     warn("Compacted copy not removed: ");
   }
 }

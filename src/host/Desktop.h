@@ -42,6 +42,8 @@ class MessageLoop {
   virtual ~MessageLoop() = default;
   /// Serves every event that is waiting and returns; never waits for one.
   virtual void Yield() = 0;
+  /// Serves events for some `milliseconds`, at rest between them.
+  virtual void Pause(int milliseconds) = 0;
 };
 
 class Clock {

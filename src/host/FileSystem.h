@@ -18,7 +18,10 @@ namespace host {
 struct FolderEntry {
   std::string name;
   bool isFolder = false;
-  std::uint64_t size = 0;  ///< bytes; 0 for a folder
+  std::uint64_t size = 0;      ///< bytes; 0 for a folder
+  std::uint64_t modified = 0;  ///< when it was last written to, in 100 ns; grows with time, and a copy keeps it
+  bool isLink = false;         ///< a link to another place: what stands behind it is not this folder's
+  bool isReadOnly = false;
 };
 
 /// Reads a text file in the system's code page, line by line.
@@ -85,10 +88,11 @@ class FileSystem {
   virtual base::Outcome RemoveFolder(const std::string& path) = 0;
   /// Moves or renames a file; an existing target is an error.
   virtual base::Outcome MoveTo(const std::string& source, const std::string& target) = 0;
-  /// Copies one file over an existing target, if any. Copied onto itself it stays as it is.
+  /// Copies one file, its attributes and its time over an existing target, if any, read-only or not; a target that
+  /// cannot be replaced stays as it was. Copied onto itself it stays as it is.
   virtual base::Outcome CopyTo(const std::string& source, const std::string& target) = 0;
-  /// Clears all attributes (read-only, hidden, system, archive).
-  virtual base::Outcome ClearAttributes(const std::string& path) = 0;
+  /// Makes a file read-only.
+  virtual base::Outcome SetReadOnly(const std::string& path) = 0;
   /// Creates one folder; its parent must exist and it must not.
   virtual base::Outcome MakeFolder(const std::string& path) = 0;
   /// The same, for data that others must not read: with what comes into it later, the folder is open to the

@@ -78,7 +78,7 @@ TEST_F(FileSystemContract, WhatIsMissingIsAFailure) {
     EXPECT_TRUE(Fails(Files().OpenBinary(path).Why(), path));
     EXPECT_TRUE(Fails(Files().RemoveFile(path), path));
     EXPECT_TRUE(Fails(Files().RemoveFolder(path), path));
-    EXPECT_TRUE(Fails(Files().ClearAttributes(path), path));
+    EXPECT_TRUE(Fails(Files().SetReadOnly(path), path));
     EXPECT_TRUE(Fails(Files().MoveTo(path, At("target")), path));
     EXPECT_TRUE(Fails(Files().CopyTo(path, At("target")), path));
   }

@@ -171,6 +171,7 @@ std::shared_ptr<Entry> Disk::Create(const std::string& path) {
   if (!file) file = std::make_shared<Entry>();
   if (file->name.empty()) file->name = name;
   file->bytes.clear();
+  file->modified = ++writes_;
   Changed();
   return file;
 }
@@ -180,6 +181,7 @@ bool Disk::Append(const std::string& path, Entry& file, const std::string& bytes
   if (drive == nullptr || !drive->ready) return false;
   const auto room = static_cast<std::uint64_t>(FreeSpace(Absolute(path)));
   const auto taken = static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size()));
+  file.modified = ++writes_;
   file.bytes.append(bytes, 0, taken / 2);
   Changed();
   file.bytes.append(bytes, taken / 2, taken - taken / 2);
@@ -200,8 +202,10 @@ bool Disk::Copy(const std::string& source, const std::string& target) {
   if (!from || from->isFolder || from->writers > 0 || from == Find(target)) return false;
   const auto to = Create(target);
   if (!to) return false;
+  const bool whole = Append(target, *to, from->bytes);
   to->attributes = from->attributes;
-  return Append(target, *to, from->bytes);
+  to->modified = from->modified;
+  return whole;
 }
 
 bool Disk::Move(const std::string& source, const std::string& target) {

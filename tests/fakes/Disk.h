@@ -23,6 +23,7 @@ struct Entry {
   bool isFolder = false;
   std::string bytes;
   unsigned attributes = 0;
+  std::uint64_t modified = 0;  ///< counts the disk's changes; a copy keeps it
   int readers = 0;  ///< open handles: an open file can be neither deleted nor replaced
   int writers = 0;
   std::map<std::u32string, std::shared_ptr<Entry>> children;
@@ -98,6 +99,7 @@ class Disk {
   std::pair<std::shared_ptr<Entry>, std::string> Place(const std::string& path);
 
   std::map<char, Drive> drives_;
+  std::uint64_t writes_ = 0;
   std::string current_ = "C:\\";
 };
 

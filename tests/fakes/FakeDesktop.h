@@ -78,6 +78,11 @@ class FakeMessageLoop : public host::MessageLoop {
     ++yields;
     if (onYield) onYield();
   }
+  void Pause(int milliseconds) override {
+    paused += milliseconds;
+    Yield();
+  }
+  int paused = 0;  ///< milliseconds
 };
 
 }  // namespace fakes

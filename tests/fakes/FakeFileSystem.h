@@ -118,7 +118,12 @@ class FakeFileSystem : public host::FileSystem {
     return Do(__func__, folder, [&] {
       if (!disk_.IsFolder(folder)) return false;
       for (const auto& entry : disk_.Children(folder))
-        if (FitsWildcard(entry->name, pattern)) entries.push_back({entry->name, entry->isFolder, entry->bytes.size()});
+        if (FitsWildcard(entry->name, pattern))
+          entries.push_back({.name = entry->name,
+                             .isFolder = entry->isFolder,
+                             .size = entry->bytes.size(),
+                             .modified = entry->modified,
+                             .isReadOnly = (entry->attributes & kReadOnly) != 0});
       return true;
     });
   }
@@ -156,10 +161,10 @@ class FakeFileSystem : public host::FileSystem {
       return ontoItself || disk_.Copy(source, target);
     });
   }
-  base::Outcome ClearAttributes(const std::string& path) override {
+  base::Outcome SetReadOnly(const std::string& path) override {
     return Do(__func__, path, [&] {
       const auto entry = disk_.Find(path);
-      if (entry) entry->attributes = 0;
+      if (entry) entry->attributes |= kReadOnly;
       return entry != nullptr;
     });
   }

@@ -68,6 +68,14 @@ void Win32MessageLoop::Yield() {
   if (quit) PostQuitMessage(*quit);
 }
 
+void Win32MessageLoop::Pause(int milliseconds) {
+  const ULONGLONG end = GetTickCount64() + static_cast<ULONGLONG>(milliseconds);
+  for (ULONGLONG now = GetTickCount64(); now < end; now = GetTickCount64()) {
+    MsgWaitForMultipleObjectsEx(0, nullptr, static_cast<DWORD>(end - now), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+    Yield();
+  }
+}
+
 void Win32MessageLoop::Dispatch(MSG& message) {
   if (filter_ != nullptr && filter_->PreTranslate(message)) return;
   TranslateMessage(&message);

@@ -19,6 +19,7 @@ class MessageFilter {
 class Win32MessageLoop : public host::MessageLoop {
  public:
   void Yield() override;
+  void Pause(int milliseconds) override;
 
   /// Null for none. The filter must stay alive until it is replaced.
   void SetFilter(MessageFilter* filter) { filter_ = filter; }

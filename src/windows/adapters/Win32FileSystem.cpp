@@ -52,8 +52,18 @@ std::string FromTo(const std::string& source, const std::string& target) {
   return source + " to " + target;
 }
 
-std::uint64_t SizeIn(const WIN32_FIND_DATAW& entry) {
-  return (std::uint64_t{entry.nFileSizeHigh} << 32) | entry.nFileSizeLow;
+std::uint64_t Joined(DWORD high, DWORD low) {
+  return (std::uint64_t{high} << 32) | low;
+}
+
+host::FolderEntry EntryOf(const WIN32_FIND_DATAW& found, std::string name) {
+  const bool isFolder = IsFolder(found.dwFileAttributes);
+  return {.name = std::move(name),
+          .isFolder = isFolder,
+          .size = isFolder ? 0 : Joined(found.nFileSizeHigh, found.nFileSizeLow),
+          .modified = Joined(found.ftLastWriteTime.dwHighDateTime, found.ftLastWriteTime.dwLowDateTime),
+          .isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0,
+          .isReadOnly = (found.dwFileAttributes & FILE_ATTRIBUTE_READONLY) != 0};
 }
 
 /// "A:" as "A:\", the only form that the volume calls take. What names no drive becomes a name that
@@ -96,10 +106,8 @@ base::Outcome Win32FileSystem::List(const std::string& folder, const std::string
   // keeps beside the long ones, and so take "a.cabinet" for "*.cab".
   const DWORD error = ForEachEntry(path, [&](const WIN32_FIND_DATAW& entry) {
     StayAlive();
-    const std::string name = Utf8(entry.cFileName);
-    if (!base::MatchesFileName(name, pattern)) return;
-    const bool isFolder = IsFolder(entry.dwFileAttributes);
-    entries.push_back({name, isFolder, isFolder ? 0 : SizeIn(entry)});
+    std::string name = Utf8(entry.cFileName);
+    if (base::MatchesFileName(name, pattern)) entries.push_back(EntryOf(entry, std::move(name)));
   });
   if (error != ERROR_SUCCESS) entries.clear();
   return OutcomeOfError(error, folder);
@@ -169,8 +177,11 @@ base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::stri
   return OutcomeOfError(error, FromTo(source, target));
 }
 
-base::Outcome Win32FileSystem::ClearAttributes(const std::string& path) {
-  return OutcomeOf(SetFileAttributesW(ApiPath(path).c_str(), FILE_ATTRIBUTE_NORMAL), path);
+base::Outcome Win32FileSystem::SetReadOnly(const std::string& path) {
+  const DWORD attributes = AttributesOf(path);
+  const bool known = attributes != INVALID_FILE_ATTRIBUTES;
+  return OutcomeOf(
+      known && SetFileAttributesW(ApiPath(path).c_str(), attributes | FILE_ATTRIBUTE_READONLY) != FALSE, path);
 }
 
 base::Outcome Win32FileSystem::MakeFolder(const std::string& path) {

@@ -25,7 +25,7 @@ class Win32FileSystem : public host::FileSystem {
   base::Outcome RemoveFolder(const std::string& path) override;
   base::Outcome MoveTo(const std::string& source, const std::string& target) override;
   base::Outcome CopyTo(const std::string& source, const std::string& target) override;
-  base::Outcome ClearAttributes(const std::string& path) override;
+  base::Outcome SetReadOnly(const std::string& path) override;
   base::Outcome MakeFolder(const std::string& path) override;
   base::Outcome MakePrivateFolder(const std::string& path) override;
   std::string CurrentFolder() override;
