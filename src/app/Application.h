@@ -63,7 +63,7 @@ class Application {
   AppearanceSettings appearance;
   Messages messages{host.catalogue, host.components};
   OperationLog log{host.components, host.clock, host.qx32, messages, state.LogFolder};
-  Failures failures{messages};
+  Failures failures{messages, log};
   PathTable paths{host.qx32, failures};
   Records records{host.components, state};
 };

@@ -34,6 +34,7 @@ std::string FormatLogLine(const base::LocalTime& time, LogLevel level, const std
 }
 
 void OperationLog::WriteLog(LogLevel level, const std::string& text) {
+  if (level == LogLevel::Warning) ++warnings_;
   const auto writer = components_.CreateLogWriter();
   if (folder_.empty() && !GetPathEntry(pathTable_, "Log", folder_).IsDone()) {
     messages_.ShowMessage(MessageId::PathEntryUnreadable);
@@ -46,6 +47,15 @@ void OperationLog::WriteLog(LogLevel level, const std::string& text) {
 
 void OperationLog::WarnOfLoss(const std::string& what, const std::string& category) {
   WriteLog(LogLevel::Warning, category.empty() ? what : what + " (" + category + ")");
+}
+
+void Failures::Show(const base::Outcome& failure, MessageId whenNone) {
+  const bool own = failure.PendingMessageId != MessageId::None;
+  const MessageId message = own ? failure.PendingMessageId : whenNone;
+  const std::string line = "Message " + std::to_string(static_cast<std::int32_t>(message));
+  // A log that has not found its folder would only show a message of its own.
+  if (log_.HasFolder()) log_.WriteLog(LogLevel::Error, failure.cause.empty() ? line : line + ": " + failure.cause);
+  messages_.ShowMessage(message);
 }
 
 }  // namespace app

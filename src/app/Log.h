@@ -1,6 +1,7 @@
-// The operation log BackupUtility.log.
+// The operation log BackupUtility.log, and the one place where a failure is shown: it stands in the log as well.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -31,12 +32,44 @@ class OperationLog {
   /// goes on.
   void WarnOfLoss(const std::string& what, const std::string& category = {});
 
+  /// Whether it was found where the log stands.
+  bool HasFolder() const { return !folder_.empty(); }
+
+  /// How many warnings were left since the program's start.
+  std::size_t Warnings() const { return warnings_; }
+
  private:
   host::ComponentFactory& components_;
   host::Clock& clock_;
   host::QX32& pathTable_;
   Messages& messages_;
   std::string& folder_;
+  std::size_t warnings_ = 0;
+};
+
+/// Counts the warnings from its making on: what came of a job, or of a part of it.
+class WarningCount {
+ public:
+  explicit WarningCount(const OperationLog& log) : log_(log), before_(log.Warnings()) {}
+  std::size_t Since() const { return log_.Warnings() - before_; }
+
+ private:
+  const OperationLog& log_;
+  std::size_t before_;
+};
+
+/// Where failures end: here they are told to the operator, and to the log.
+class Failures {
+ public:
+  Failures(Messages& messages, OperationLog& log) : messages_(messages), log_(log) {}
+
+  /// Shows the message that the failed step has left, else `whenNone`. An error line in the log has its number and the
+  /// cause.
+  void Show(const base::Outcome& failure, MessageId whenNone = MessageId::None);
+
+ private:
+  Messages& messages_;
+  OperationLog& log_;
 };
 
 }  // namespace app

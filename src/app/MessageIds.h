@@ -78,6 +78,9 @@ enum class MessageId : std::int32_t {
   PersonalInfoLeft = 60521,  ///< the filter's code is the second insertion
 
   // Warnings
+  BackupWarnings = 61300,   ///< shown before the success, where the catalogue has it; the third insertion is the number
+  RestoreWarnings = 61400,  ///< likewise
+  MaintenanceWarnings = 61450,  ///< likewise
   ScheduledBackupRuns = 61603,
   BackupSpaceTooSmall = 62360,
   MaintenanceSpaceTooSmall = 62460,

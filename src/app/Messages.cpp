@@ -27,6 +27,10 @@ std::string Messages::GetMessageText(MessageId id) {
   return catalogue_.SetFilter({}).IsDone() ? text : kNotDefined;
 }
 
+bool Messages::IsDefined(MessageId id) {
+  return GetMessageText(id) != kNotDefined;
+}
+
 void Messages::CreateMessageDialog() {
   dialog_ = components_.CreateMessageDialog();
   if (dialog_) dialog_->SetDisplayOptions(1, 1);
@@ -40,10 +44,6 @@ host::Answer Messages::ShowMessage(MessageId id, const std::string& text1, const
                                    const std::string& text3) {
   if (!dialog_) CreateMessageDialog();
   return dialog_ ? dialog_->Show(id, text1, text2, text3) : host::Answer::NotShown;
-}
-
-void Failures::Show(const base::Outcome& failure, MessageId whenNone) {
-  messages_.ShowMessage(failure.PendingMessageId != MessageId::None ? failure.PendingMessageId : whenNone);
 }
 
 }  // namespace app

@@ -1,4 +1,4 @@
-// The message catalogue, the display of messages by number, and the one place where a failure is shown.
+// The message catalogue and the display of messages by number.
 #pragma once
 
 #include <memory>
@@ -32,26 +32,20 @@ class Messages {
   /// The same with insertions of the caller's choice: message 60521 wants its figure in the second.
   host::Answer ShowMessage(MessageId id, const std::string& text1, const std::string& text2, const std::string& text3);
 
-  /// Shows the two-choice prompt `id` and tells whether the operator consents. A prompt that could not be shown counts
-  /// as refused: formatting, overwriting and deleting stand behind some of them.
+  /// Shows the question `id` and tells whether the operator consents. One that could not be shown counts as refused:
+  /// formatting, overwriting and deleting stand behind some of them.
   bool Consents(MessageId id) { return ShowMessage(id) == host::Answer::Consented; }
+  /// The same for a prompt that waits for something to be done, such as a disk to be changed: the host's dialog is
+  /// told so by the kind "2".
+  bool Prompt(MessageId id) { return ShowMessage(id, "2") == host::Answer::Consented; }
+
+  /// Whether the catalogue has a text behind `id`.
+  bool IsDefined(MessageId id);
 
  private:
   host::CatalogueTable& catalogue_;
   host::ComponentFactory& components_;
   std::unique_ptr<host::MessageDialog> dialog_;
-};
-
-/// Where failures end: here they are told to the operator.
-class Failures {
- public:
-  explicit Failures(Messages& messages) : messages_(messages) {}
-
-  /// Shows the message that the failed step has left, else `whenNone`.
-  void Show(const base::Outcome& failure, MessageId whenNone = MessageId::None);
-
- private:
-  Messages& messages_;
 };
 
 }  // namespace app

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "app/Messages.h"
+#include "app/Log.h"
 #include "host/Libraries.h"
 
 namespace app {

@@ -39,7 +39,10 @@ void ExpectHalt(Session& session, base::MessageId message) {
   session.See({message});
   session.Run();
   EXPECT_TRUE(session.processes.ended);
-  EXPECT_EQ(session.Told().logLines, (Paths{"Start Backup Utility", "Halt Backup Utility"}));
+  const Paths& log = session.Told().logLines;
+  ASSERT_EQ(log.size(), 3u);
+  EXPECT_TRUE(log[1].starts_with("Message " + std::to_string(static_cast<std::int32_t>(message)))) << log[1];
+  EXPECT_EQ(Paths({log.front(), log.back()}), (Paths{"Start Backup Utility", "Halt Backup Utility"}));
   EXPECT_TRUE(session.disk.Read(fakes::kLogFile).ends_with("30:12] [Error]       Halt Backup Utility\r\n"));
   EXPECT_TRUE(session.processes.started.empty());
   EXPECT_TRUE(session.Told().auditRecords.empty());
