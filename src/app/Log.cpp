@@ -9,6 +9,8 @@ namespace {
 /// The writer's own mode; no other was ever asked for.
 constexpr std::int32_t kWriterMode = 1;
 
+constexpr std::size_t kNamed = 20;
+
 /// All of one length, so that the texts line up. The misspelling is part of the format:
 /// tools that read the log look for it.
 std::string LevelTag(LogLevel level) {
@@ -40,13 +42,26 @@ void OperationLog::WriteLog(LogLevel level, const std::string& text) {
     messages_.ShowMessage(MessageId::PathEntryUnreadable);
   }
   if (!writer) return;
-  writer->SetFilePath(folder_ + "\\BackupUtility.log");
+  writer->SetFilePath(FilePath());
   writer->SetMode(kWriterMode);
   static_cast<void>(writer->WriteLine(FormatLogLine(clock_.Now(), level, text)));  // there is no other place to say so
 }
 
 void OperationLog::WarnOfLoss(const std::string& what, const std::string& category) {
   WriteLog(LogLevel::Warning, category.empty() ? what : what + " (" + category + ")");
+}
+
+std::string Watch::Summary() const {
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begun_);
+  return "Warnings: " + std::to_string(Warnings()) + "; " + std::to_string(seconds.count()) + " s";
+}
+
+void NamedWarnings::Add(const std::string& what) {
+  if (++count_ <= kNamed) log_.WarnOfLoss(what, category_);
+}
+
+void NamedWarnings::Conclude(const std::string& what) {
+  if (count_ > kNamed) log_.WarnOfLoss(what + ": " + std::to_string(count_ - kNamed) + " more", category_);
 }
 
 void Failures::Show(const base::Outcome& failure, MessageId whenNone) {

@@ -1,9 +1,11 @@
 // The operation log BackupUtility.log, and the one place where a failure is shown: it stands in the log as well.
 #pragma once
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <utility>
 
 #include "app/Messages.h"
 #include "base/Time.h"
@@ -35,6 +37,9 @@ class OperationLog {
   /// Whether it was found where the log stands.
   bool HasFolder() const { return !folder_.empty(); }
 
+  /// The file's path; it has "\\" twice where the folder ends in one.
+  std::string FilePath() const { return folder_ + "\\BackupUtility.log"; }
+
   /// How many warnings were left since the program's start.
   std::size_t Warnings() const { return warnings_; }
 
@@ -47,15 +52,35 @@ class OperationLog {
   std::size_t warnings_ = 0;
 };
 
-/// Counts the warnings from its making on: what came of a job, or of a part of it.
-class WarningCount {
+/// Watches a job, or a part of it, from its making on.
+class Watch {
  public:
-  explicit WarningCount(const OperationLog& log) : log_(log), before_(log.Warnings()) {}
-  std::size_t Since() const { return log_.Warnings() - before_; }
+  explicit Watch(const OperationLog& log)
+      : log_(log), before_(log.Warnings()), begun_(std::chrono::steady_clock::now()) {}
+  std::size_t Warnings() const { return log_.Warnings() - before_; }
+  /// What has passed, such as "Warnings: 0; 12 s".
+  std::string Summary() const;
 
  private:
   const OperationLog& log_;
   std::size_t before_;
+  std::chrono::steady_clock::time_point begun_;
+};
+
+/// Warnings of one kind, of which there may be very many: some are named, and of the others the number tells enough.
+class NamedWarnings {
+ public:
+  NamedWarnings(OperationLog& log, std::string category) : log_(log), category_(std::move(category)) {}
+
+  void Add(const std::string& what);
+  /// Says how many there were beyond those that were named, such as "Not copied: 7 more".
+  void Conclude(const std::string& what);
+  std::size_t Count() const { return count_; }
+
+ private:
+  OperationLog& log_;
+  std::string category_;
+  std::size_t count_ = 0;
 };
 
 /// Where failures end: here they are told to the operator, and to the log.

@@ -20,11 +20,19 @@ base::Outcome Messages::OpenMessageCatalogue(const std::string& connection, cons
   return catalogue_.Open(connection, tableName);
 }
 
+base::Outcome Declined(MessageId question) {
+  return {base::Result::Stopped, "question " + std::to_string(static_cast<std::int32_t>(question)) + " was declined"};
+}
+
 std::string Messages::GetMessageText(MessageId id) {
   const bool filtered = catalogue_.SetFilter("ID = " + std::to_string(static_cast<std::int32_t>(id))).IsDone();
   const std::string text = filtered ? FilteredText(catalogue_) : kNotDefined;
   // A table that cannot be shown whole again is not to be trusted with the text either.
   return catalogue_.SetFilter({}).IsDone() ? text : kNotDefined;
+}
+
+void Messages::TellWarnings(MessageId id, std::size_t warnings) {
+  if (warnings > 0 && IsDefined(id)) ShowMessage(id, std::to_string(warnings));
 }
 
 bool Messages::IsDefined(MessageId id) {

@@ -1,6 +1,7 @@
 // The message catalogue and the display of messages by number.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 
@@ -39,6 +40,9 @@ class Messages {
   /// told so by the kind "2".
   bool Prompt(MessageId id) { return ShowMessage(id, "2") == host::Answer::Consented; }
 
+  /// Tells how many warnings a job has left, where there are any and the catalogue knows how to say so.
+  void TellWarnings(MessageId id, std::size_t warnings);
+
   /// Whether the catalogue has a text behind `id`.
   bool IsDefined(MessageId id);
 
@@ -47,5 +51,8 @@ class Messages {
   host::ComponentFactory& components_;
   std::unique_ptr<host::MessageDialog> dialog_;
 };
+
+/// What stops a step whose question or prompt was not consented to.
+base::Outcome Declined(MessageId question);
 
 }  // namespace app

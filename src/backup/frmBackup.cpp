@@ -79,7 +79,7 @@ void frmBackup::Start() {
 }
 
 bool frmBackup::BackUp() {
-  BackupJob job{Choice(), false, {{application_.host.files, application_.state.StartupDirectory}, {}, 0}};
+  BackupJob job(application_, Choice());
   if (const base::Outcome packed = GatherAndPack(application_, definitions_, job); !packed.IsDone()) {
     application_.failures.Show(packed);
     return false;

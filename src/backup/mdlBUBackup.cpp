@@ -1,43 +1,45 @@
 // An ordinary backup: gathering, packing, and the driver.
 #include "backup/mdlBUBackup.h"
 
+#include <utility>
+
 #include "backupset/Archiver.h"
 #include "jobs/ClientLogs.h"
 #include "jobs/JobRunner.h"
-#include "jobs/LogDeletion.h"
-#include "work/FileOperations.h"
 
 namespace backup {
 namespace {
 
 using backupset::Category;
 
-base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& definitions,
-                           const backupset::Boxes& choice) {
+base::Outcome LoadSections(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job) {
   const work::Tools tools = work::ToolsOf(application);
   const app::State& state = application.state;
-  if (choice.contains(backupset::Box::Log)) {
+  if (job.choice.contains(backupset::Box::Log)) {
+    const app::Watch watch(application.log);
     // Logs of this workstation are saved also where those of others cannot be had.
     static_cast<void>(jobs::ImportClientLogs(tools, application.paths, application.host.qx32, state.StartupDirectory));
+    job.logWarnings += watch.Warnings();
   }
   for (const Category category : backupset::kPackingOrder) {
     const backupset::CategoryRow& row = backupset::RowOf(category);
-    if (!choice.contains(row.box)) continue;
+    if (!job.choice.contains(row.box)) continue;
     base::Outcome loaded = definitions.Load(tools, state.SystemFolder, jobs::kJobDefinitionFile, row.backupSection);
     if (!loaded.IsDone()) return loaded;
   }
   return base::Result::Done;
 }
 
-/// Packs all categories behind one check box; fails when none has made an archive.
-base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::BackupSet& set) {
+/// Packs all categories behind one check box; fails when none has made an archive. `copied`, where it is given, learns
+/// which files were copied.
+base::Outcome PackBox(const jobs::Job& job, backupset::Box box, work::CopiedFiles* copied, backupset::BackupSet& set) {
   bool any = false;
   base::Outcome failure;
   for (const Category category : backupset::kPackingOrder) {
     const backupset::CategoryRow& row = backupset::RowOf(category);
     if (row.box != box) continue;
-    jobs::SectionResult result = jobs::RunSectionItems(job, row.backupSection, row.archive);
-    if (result.kinds > 0) {
+    jobs::SectionResult result = jobs::RunSectionItems(job, row.backupSection, row.archive, copied);
+    if (result.outcome.IsDone()) {
       set.categories.insert(category);
       set.archives.push_back(std::move(result.archive));
       any = true;
@@ -48,12 +50,16 @@ base::Outcome PackBox(const jobs::Job& job, backupset::Box box, backupset::Backu
   return any ? base::Result::Done : failure;
 }
 
-base::Outcome PackCategories(const jobs::Job& job, const backupset::Boxes& choice, backupset::BackupSet& set) {
+base::Outcome PackCategories(const jobs::Job& gathering, BackupJob& job) {
   for (const backupset::BoxRow& row : backupset::kBoxOrder) {
-    if (!choice.contains(row.box)) continue;
-    if (base::Outcome packed = PackBox(job, row.box, set); !packed.IsDone()) return packed;
+    if (!job.choice.contains(row.box)) continue;
+    const bool logs = row.box == backupset::Box::Log;
+    const app::Watch watch(gathering.tools.log);
+    base::Outcome packed = PackBox(gathering, row.box, logs ? &job.savedLogs.copied : nullptr, job.packed.set);
+    if (!packed.IsDone()) return packed;
+    if (logs) job.logWarnings += watch.Warnings();
   }
-  return backupset::Archiver(job.tools, job.workFolder).CollectArchives(set);
+  return backupset::Archiver(gathering.tools, gathering.workFolder).CollectArchives(job.packed.set);
 }
 
 base::Outcome RecordBackup(app::Records& records, const backupset::Boxes& choice) {
@@ -65,42 +71,59 @@ base::Outcome RecordBackup(app::Records& records, const backupset::Boxes& choice
   return base::Result::Done;
 }
 
+base::Outcome DeleteLogs(app::Application& application, jobs::JobDefinitions& definitions, const BackupJob& job) {
+  if (job.logWarnings > 0) {
+    return base::Failure("no log was deleted: saving them has left " + std::to_string(job.logWarnings) + " warnings");
+  }
+  return jobs::RunLogDeletion(work::ToolsOf(application), application.paths, definitions, job.savedLogs,
+                              application.state.SystemFolder, job.packed.workFolder.StagingFolder());
+}
+
 base::Outcome FinishBackup(app::Application& application, jobs::JobDefinitions& definitions, const BackupJob& job) {
+  base::Outcome noted = application.host.qx32.RegSetKeySZ("BackupDate", base::FormatDay(application.host.clock.Now()));
   // The set is whole whether or not its date can be noted.
-  static_cast<void>(application.host.qx32.RegSetKeySZ("BackupDate", base::FormatDay(application.host.clock.Now())));
+  if (!noted.IsDone()) application.log.WriteLog(app::LogLevel::Exclamation, "Date not noted: " + noted.cause);
   if (base::Outcome recorded = RecordBackup(application.records, job.choice); !recorded.IsDone()) return recorded;
-  application.messages.ShowMessage(app::MessageId::BackupComplete);
+  backupset::ReportWritten(application, backupset::MessagesOf(app::Operation::Backup), job.packed.set, job.watch);
   if (!job.deleteLogs) return base::Result::Done;
-  const base::Outcome deleted =
-      jobs::RunLogDeletion(work::ToolsOf(application), application.paths, definitions, application.state.SystemFolder,
-                           job.packed.workFolder.StagingFolder());
-  if (!deleted.IsDone()) application.failures.Show({deleted.result, app::MessageId::LogsNotDeleted, deleted.cause});
+  const base::Outcome deleted = DeleteLogs(application, definitions, job);
+  if (deleted.IsDone()) {
+    application.log.WriteLog(app::LogLevel::Information, "Logs deleted");
+  } else {
+    application.failures.Show({deleted.result, app::MessageId::LogsNotDeleted, deleted.cause});
+  }
   return base::Result::Done;
 }
 
 }  // namespace
 
+BackupJob::BackupJob(app::Application& application, backupset::Boxes ticked)
+    : choice(std::move(ticked)),
+      packed{{application.host.files, application.state.StartupDirectory}, {}, 0},
+      watch(application.log) {}
+
 base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job) {
   work::WorkFolder& workFolder = job.packed.workFolder;
   base::Outcome step = workFolder.Create(application.host.clock);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
-  step = LoadSections(application, definitions, job.choice);
+  job.savedLogs.gatheredAt = workFolder.MadeAt();
+  job.savedLogs.ownLog = application.log.FilePath();
+  step = LoadSections(application, definitions, job);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupSectionMissing);
-  step = PackCategories(jobs::JobOf(application, definitions, workFolder), job.choice, job.packed.set);
+  step = PackCategories(jobs::JobOf(application, definitions, workFolder), job);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupNotGathered);
-  job.packed.BackupSize =
-      work::GetFolderSize(work::ToolsOf(application), workFolder.StagingFolder(), workFolder.ProgramFolder());
+  backupset::Measure(work::ToolsOf(application), backupset::MessagesOf(app::Operation::Backup), job.watch, job.packed);
   return base::Result::Done;
 }
 
 base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinitions& definitions,
                               media::MediaDrives& drives, BackupJob& job) {
   const backupset::WritingMessages& messages = backupset::MessagesOf(app::Operation::Backup);
-  if (job.deleteLogs && !application.messages.Consents(app::MessageId::AskDeleteLogs)) {
-    return backupset::ReportStopped(application, messages);
+  if (job.deleteLogs && !application.messages.Prompt(app::MessageId::AskDeleteLogs)) {
+    return backupset::ReportStopped(application, messages, app::Declined(app::MessageId::AskDeleteLogs));
   }
   base::Outcome written = backupset::WriteBackupSet(application, drives, job.packed, messages);
-  if (written == base::Result::Stopped) return backupset::ReportStopped(application, messages);
+  if (written == base::Result::Stopped) return backupset::ReportStopped(application, messages, written);
   return written.IsDone() ? FinishBackup(application, definitions, job) : written;
 }
 

@@ -4,15 +4,21 @@
 #include "app/Application.h"
 #include "backupset/SetWriter.h"
 #include "jobs/JobDefinitions.h"
+#include "jobs/LogDeletion.h"
 #include "media/MediaDrives.h"
 
 namespace backup {
 
 /// Lives from the press of the start button until the selection dialog has gone.
 struct BackupJob {
+  BackupJob(app::Application& application, backupset::Boxes ticked);
+
   backupset::Boxes choice;
   bool deleteLogs = false;  ///< delete the host's logs after the backup
   backupset::PackedSet packed;
+  jobs::SavedLogs savedLogs;
+  std::size_t logWarnings = 0;  ///< that the logs have met: while there are any, no log is deleted
+  app::Watch watch;             ///< of the whole job
 };
 
 /// Makes the work folder, loads the sections of the chosen categories, gathers and packs them, and measures the set.
@@ -21,7 +27,8 @@ struct BackupJob {
 /// archive; the system group fails only when none of its five does.
 base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job);
 
-/// The driver: asks about the deletion of logs, writes the set, records the backup, says so, and deletes the logs.
+/// The driver: asks about the deletion of logs, writes the set, records the backup, says so, and deletes the logs, if
+/// they were saved without a warning (message 60390 otherwise).
 /// Done, Stopped (already shown), or a failure, perhaps with a message.
 base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinitions& definitions,
                               media::MediaDrives& drives, BackupJob& job);

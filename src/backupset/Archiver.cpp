@@ -4,7 +4,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "backupset/CabinetCheck.h"
 #include "backupset/Pieces.h"
 #include "base/Path.h"
 #include "base/Text.h"
@@ -45,6 +44,12 @@ std::size_t KnownFiles(const std::vector<Archive>& archives, const std::string& 
   return found == archives.end() ? 0 : found->files;
 }
 
+void TellEmptyFolders(app::OperationLog& log, const FileTree& files, const std::string& category) {
+  if (files.emptyFolders == 0) return;
+  log.WriteLog(app::LogLevel::Information, "Empty folders, which an archive cannot hold: " +
+                                               std::to_string(files.emptyFolders) + " (" + category + ")");
+}
+
 }  // namespace
 
 work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
@@ -54,37 +59,42 @@ work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& fol
   return work::RunProgram(tools, kUnpackCommand + archive + (target.empty() ? "" : " " + target), category);
 }
 
-base::Outcome Archiver::PackCategory(const std::string& archiveName, Archive& made) const {
+base::Outcome Archiver::PackCategory(const std::string& archiveName, Incomplete incomplete, Archive& made) const {
   const std::string& staging = workFolder_.StagingFolder();
   const work::CurrentFolderScope inStaging(tools_.files, staging, workFolder_.ProgramFolder());
   if (!inStaging.Entered().IsDone()) return inStaging.Entered();
   std::vector<host::FolderEntry> entries;
   if (base::Outcome listed = tools_.files.List(staging, "*", entries); !listed.IsDone()) return listed;
   const std::string list = ArgumentList(entries);
-  if (list.empty()) return base::Result::Stopped;
-  made.name = archiveName + kEnding;
-  made.files = CountFiles(tools_, staging, work::kArchiveFolderName);
-  if (base::Outcome packed = RunArchiver(archiveName, list, made); !packed.IsDone()) return packed;
-  if (base::Outcome moved = MoveToArchiveFolder(staging + made.name); !moved.IsDone()) return moved;
+  FileTree files;
+  if (base::Outcome listed = ListTree(tools_, staging, work::kArchiveFolderName, files); !listed.IsDone()) {
+    return listed;
+  }
+  if (files.sizes.empty()) return base::Result::Stopped;
+  if (base::Outcome fits = CheckLimits(files); !fits.IsDone()) return fits;
+  TellEmptyFolders(tools_.log, files, archiveName);
+  made = {archiveName + kEnding, 0, files.sizes.size()};
+  base::Outcome packed = RunArchiver(archiveName, list, files, incomplete);
+  if (packed.IsDone()) packed = MoveToArchiveFolder(staging + made.name);
+  if (!packed.IsDone()) return packed;
   if (!work::EmptyFolder(tools_, staging, work::kArchiveFolderName).IsDone()) {
     tools_.log.WarnOfLoss("Staging folder not emptied: " + staging, archiveName);
   }
   return base::Result::Done;
 }
 
-/// Packs what `list` names, `made.files` files in all.
-base::Outcome Archiver::RunArchiver(const std::string& archiveName, const std::string& list, Archive& made) const {
+/// Packs what `list` names, which is `files`.
+base::Outcome Archiver::RunArchiver(const std::string& archiveName, const std::string& list, const FileTree& files,
+                                    Incomplete incomplete) const {
   const std::string command = kPackCommand + archiveName + kEnding + list;
   if (base::WideLength(command) > work::kLongestCommandLine) {
-    base::Outcome refused = base::Failure("Too many files for one command line: cabarc (" + archiveName + ")");
-    tools_.log.WriteLog(app::LogLevel::Error, refused.cause);
-    return refused;
+    return base::Failure("Too many files for one command line: cabarc (" + archiveName + ")");
   }
   const work::ProgramEnd end = work::RunProgram(tools_, command, archiveName);
   if (!end.started) return end.Started();
-  const std::string archive = workFolder_.StagingFolder() + archiveName + kEnding;
-  const base::Outcome whole = CheckWhole(tools_.files, archive, made.files);
-  if (!whole.IsDone()) tools_.log.WarnOfLoss(whole.cause, archiveName);
+  base::Outcome whole = CheckWhole(tools_.files, workFolder_.StagingFolder() + archiveName + kEnding, files);
+  if (whole.IsDone() || incomplete == Incomplete::Fails) return whole;
+  tools_.log.WarnOfLoss(whole.cause, archiveName);
   return base::Result::Done;
 }
 
@@ -128,14 +138,16 @@ base::Outcome Archiver::JoinArchives(const BackupSet& set) const {
   std::vector<std::string> own;
   std::vector<std::string> within;
   std::string list;
+  FileTree joined;
   for (const Archive& archive : set.archives) {
     own.push_back(archive.name);
     within.push_back(archive.name + kJoinedEnding);
+    joined.sizes[within.back()] = archive.size;
     list += " " + work::CommandArgument(within.back());
   }
   if (base::Outcome renamed = Rename(own, within); !renamed.IsDone()) return renamed;
-  Archive joined{kJoinedArchive, 0, own.size()};
-  if (base::Outcome packed = RunArchiver(kJoinedArchiveName, list, joined); !packed.IsDone()) return packed;
+  base::Outcome packed = RunArchiver(kJoinedArchiveName, list, joined, Incomplete::Fails);
+  if (!packed.IsDone()) return packed;
   if (base::Outcome moved = MoveToArchiveFolder(staging + kJoinedArchive); !moved.IsDone()) return moved;
   return Rename(within, own);
 }
@@ -148,23 +160,33 @@ base::Outcome Archiver::CopyIntoWorkFolder(const std::string& file) const {
 }
 
 base::Outcome Archiver::ExtractArchive(const std::string& archive, bool copyFirst) const {
+  const std::string name = base::FileNameOf(archive) + kEnding;
   if (copyFirst) {
     if (base::Outcome copied = CopyIntoWorkFolder(archive + kEnding); !copied.IsDone()) return copied;
   }
+  base::Outcome unpacked = Unpack(name);
+  // Two sizes of an archive are enough on the disk. What cannot be deleted goes with the work folder.
+  if (copyFirst) static_cast<void>(tools_.files.RemoveFile(workFolder_.StagingFolder() + name));
+  return unpacked;
+}
+
+base::Outcome Archiver::Unpack(const std::string& name) const {
   const std::string archiveFolder = workFolder_.ArchiveFolder();
+  if (tools_.files.FolderExists(archiveFolder)) {
+    base::Outcome removed = work::DeleteFolderForced(tools_.files, archiveFolder);
+    if (!removed.IsDone()) return removed;
+  }
   // Where it cannot be made, the archiver makes it, or says so.
-  if (!tools_.files.FolderExists(archiveFolder)) static_cast<void>(tools_.files.MakeFolder(archiveFolder));
+  static_cast<void>(tools_.files.MakeFolder(archiveFolder));
   // The archive folder is named relative to the work folder: the path above it may hold blanks,
   // and the archiver takes the name as it stands.
-  const std::string name = base::FileNameOf(archive);
   const std::string& staging = workFolder_.StagingFolder();
   const work::ProgramEnd end =
-      UnpackInFolder(tools_, staging, name + kEnding, work::kArchiveFolderName, workFolder_.ProgramFolder(), name);
+      UnpackInFolder(tools_, staging, name, work::kArchiveFolderName, workFolder_.ProgramFolder(), name);
   if (!end.Succeeded()) return base::Failure(end.Cause());
-  const std::size_t files = CountFiles(tools_, archiveFolder);
-  const auto header = ReadCabinetHeader(tools_.files, staging + name + kEnding);
-  if (files > 0 && header && files >= header->files) return base::Result::Done;
-  return base::Failure(name + kEnding + " was not unpacked whole");
+  FileTree files;
+  if (base::Outcome listed = ListTree(tools_, archiveFolder, {}, files); !listed.IsDone()) return listed;
+  return CheckUnpacked(tools_.files, staging + name, files);
 }
 
 base::Outcome Archiver::TakeJoinedArchivesOut() const {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "backupset/BackupSet.h"
+#include "backupset/CabinetCheck.h"
 #include "work/Programs.h"
 #include "work/WorkFolder.h"
 
@@ -15,6 +16,12 @@ namespace backupset {
 /// counts as an archiver that is not started: the archive would be unpacked into some other folder.
 work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
                                 const std::string& target, const std::string& back, const std::string& category);
+
+/// What becomes of an archive that is not whole: it lacks files, or ends too early.
+enum class Incomplete {
+  Fails,
+  Warns,  ///< a part is better than nothing to somebody who looks for a fault
+};
 
 /// Packs, joins and unpacks in the work folder of one job. The program's own folder is current after each call, also
 /// after a failure.
@@ -27,9 +34,9 @@ class Archiver {
 
   /// Packs everything in the work folder but the archive folder into `archiveName` + ".cab", moves that into the
   /// archive folder, empties the work folder otherwise, and tells in `made` what was made. Stopped when there is
-  /// nothing to pack; fails when the archiver cannot be started, makes no archive, or would need a longer command line
-  /// than Windows takes.
-  base::Outcome PackCategory(const std::string& archiveName, Archive& made) const;
+  /// nothing to pack; fails when the archiver cannot be started, makes no archive or one that is not whole, would need
+  /// a longer command line than Windows takes, or when there is more than an archive can hold.
+  base::Outcome PackCategory(const std::string& archiveName, Incomplete incomplete, Archive& made) const;
 
   /// Moves every archive of the archive folder up into the work folder, once after all categories, and takes what then
   /// stands there into the set. The numbers of files that the set knows already are kept.
@@ -40,8 +47,9 @@ class Archiver {
   /// failed. Stopped when there is none; fails as PackCategory.
   base::Outcome JoinArchives(const BackupSet& set) const;
 
-  /// Unpacks `archive`, a path without ".cab", into the archive folder, which is created where it is missing;
-  /// `copyFirst`: it is copied into the work folder before. StepFailed when the copy says so; fails when that copy
+  /// Unpacks `archive`, a path without ".cab", into the archive folder, which is made anew: nothing of an earlier
+  /// archive must be taken for this one's. `copyFirst`: it is copied into the work folder before, and the copy deleted
+  /// afterwards. StepFailed when the copy says so; fails when that copy
   /// fails otherwise or is short, or when the archiver cannot be started, reports a failure or leaves fewer files
   /// than the archive says that it has: half of an archive must not replace the data it was made from.
   base::Outcome ExtractArchive(const std::string& archive, bool copyFirst) const;
@@ -50,10 +58,12 @@ class Archiver {
   base::Outcome TakeJoinedArchivesOut() const;
 
  private:
-  base::Outcome RunArchiver(const std::string& archive, const std::string& list, Archive& made) const;
+  base::Outcome RunArchiver(const std::string& archive, const std::string& list, const FileTree& files,
+                            Incomplete incomplete) const;
   base::Outcome MoveToArchiveFolder(const std::string& archive) const;
   base::Outcome Rename(const std::vector<std::string>& from, const std::vector<std::string>& to) const;
   base::Outcome CopyIntoWorkFolder(const std::string& file) const;
+  base::Outcome Unpack(const std::string& name) const;
 
   work::Tools tools_;
   const work::WorkFolder& workFolder_;

@@ -10,6 +10,8 @@
 namespace backupset {
 namespace {
 
+constexpr std::size_t kMostFiles = 65'535;
+constexpr std::uint64_t kLargestFile = 0x7FFF'FFFF;
 constexpr std::size_t kHeaderSize = 36;
 constexpr std::size_t kSizeAt = 8;
 constexpr std::size_t kFilesAt = 28;
@@ -22,6 +24,25 @@ std::uint32_t Number(const std::byte* bytes, std::size_t width) {
   return number;
 }
 
+/// `inner` is the path from the tree's root on, and ends in "\\" unless it is empty.
+base::Outcome AddTree(const work::Tools& tools, const std::string& root, const std::string& inner,
+                      const std::string& leftOut, FileTree& tree) {
+  std::vector<host::FolderEntry> entries;
+  if (base::Outcome listed = tools.files.List(root + inner, "*", entries); !listed.IsDone()) return listed;
+  if (entries.empty() && !inner.empty()) ++tree.emptyFolders;
+  for (const host::FolderEntry& entry : entries) {
+    const std::string path = inner + entry.name;
+    if (!entry.isFolder) {
+      tree.sizes[path] = entry.size;
+      tree.bytes += entry.size;
+    } else if (!inner.empty() || !base::SameName(entry.name, leftOut)) {
+      if (base::Outcome added = AddTree(tools, root, path + "\\", leftOut, tree); !added.IsDone()) return added;
+    }
+  }
+  tools.messageLoop.Yield();
+  return base::Result::Done;
+}
+
 }  // namespace
 
 std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const std::string& path) {
@@ -32,24 +53,33 @@ std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const st
   return CabinetHeader{Number(&bytes[kSizeAt], 4), static_cast<std::uint16_t>(Number(&bytes[kFilesAt], 2))};
 }
 
-std::size_t CountFiles(const work::Tools& tools, const std::string& folder, const std::string& leftOut) {
-  std::vector<host::FolderEntry> entries;
-  static_cast<void>(tools.files.List(folder, "*", entries));
-  std::size_t count = 0;
-  for (const host::FolderEntry& entry : entries) {
-    if (!entry.isFolder) ++count;
-    if (entry.isFolder && !base::SameName(entry.name, leftOut)) count += CountFiles(tools, folder + entry.name + "\\");
-  }
-  tools.messageLoop.Yield();
-  return count;
+base::Outcome ListTree(const work::Tools& tools, const std::string& folder, const std::string& leftOut,
+                       FileTree& tree) {
+  return AddTree(tools, folder, {}, leftOut, tree);
 }
 
-base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, std::size_t members) {
+base::Outcome CheckLimits(const FileTree& tree) {
+  if (tree.sizes.size() > kMostFiles) {
+    return base::Failure(std::to_string(tree.sizes.size()) + " files; an archive holds " + std::to_string(kMostFiles));
+  }
+  const auto large = std::ranges::find_if(tree.sizes, [](const auto& file) { return file.second > kLargestFile; });
+  if (large == tree.sizes.end()) return base::Result::Done;
+  return base::Failure(large->first + " has " + std::to_string(large->second) + " bytes; an archive holds " +
+                       std::to_string(kLargestFile) + " of a file");
+}
+
+base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, const FileTree& tree) {
   const auto header = ReadCabinetHeader(files, archive);
   if (!header || header->size != files.FileSize(archive)) return base::Failure("Archive is not whole: " + archive);
-  if (header->files == members) return base::Result::Done;
-  return base::Failure("Archive holds " + std::to_string(header->files) + " of " + std::to_string(members) +
+  if (header->files == tree.sizes.size()) return base::Result::Done;
+  return base::Failure("Archive holds " + std::to_string(header->files) + " of " + std::to_string(tree.sizes.size()) +
                        " files: " + archive);
+}
+
+base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree) {
+  const auto header = ReadCabinetHeader(files, archive);
+  if (header && header->files > 0 && tree.sizes.size() >= header->files) return base::Result::Done;
+  return base::Failure(archive + " was not unpacked whole");
 }
 
 }  // namespace backupset

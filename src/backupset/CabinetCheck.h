@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 
@@ -20,11 +21,24 @@ struct CabinetHeader {
 /// The header of the cabinet in the file `path`; nothing when there is none or it cannot be read.
 std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const std::string& path);
 
-/// How many files stand in `folder`, which ends in "\", and in all folders below it but the one directly in
-/// it that is named `leftOut`. Serves the user interface after each folder.
-std::size_t CountFiles(const work::Tools& tools, const std::string& folder, const std::string& leftOut = {});
+/// The files below a folder, as an archive is to hold them or has brought them.
+struct FileTree {
+  std::map<std::string, std::uint64_t> sizes;  ///< bytes, by the path from the folder on
+  std::uint64_t bytes = 0;                     ///< of all of them
+  std::size_t emptyFolders = 0;                ///< which no archive can hold
+};
 
-/// Whether the file `archive` is a whole cabinet of `files` members. The cause of a failure says what it is instead.
-base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, std::size_t members);
+/// Everything in `folder`, which ends in "\", and in all folders below it but the one directly in it that is named
+/// `leftOut`. Serves the user interface after each folder. Fails when one of them cannot be listed.
+base::Outcome ListTree(const work::Tools& tools, const std::string& folder, const std::string& leftOut, FileTree& tree);
+
+/// Whether a cabinet can hold these files, as far as that can be told before they are packed.
+base::Outcome CheckLimits(const FileTree& tree);
+
+/// Whether the file `archive` is a whole cabinet of these files. The cause of a failure says what it is instead.
+base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, const FileTree& tree);
+
+/// Whether everything that is in the cabinet `archive` has come out of it. `tree` may hold more.
+base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree);
 
 }  // namespace backupset

@@ -39,14 +39,15 @@ class DestinationCopy {
 
  private:
   base::Outcome Ask(app::MessageId question) {
-    return application_.messages.Consents(question) ? base::Result::Done : base::Result::Stopped;
+    return application_.messages.Consents(question) ? base::Outcome() : app::Declined(question);
   }
 
   base::Outcome CheckMedium() {
     const media::Medium medium = mediaDrives_.WaitForMedium(letter_, messages_.medium);
     if (medium == media::Medium::Stopped) return base::Result::Stopped;
     mustFormat_ = medium == media::Medium::Readable;
-    return mustFormat_ ? Ask(messages_.prepareMedium) : base::Result::Done;
+    if (!mustFormat_ || application_.messages.Prompt(messages_.prepareMedium)) return base::Result::Done;
+    return app::Declined(messages_.prepareMedium);
   }
 
   base::Outcome FormatMedium() {
@@ -59,7 +60,7 @@ class DestinationCopy {
 
   base::Outcome CheckSpace() {
     const std::int64_t free = application_.host.drives.FreeSpace(drive_);
-    if (free > std::int64_t{writing_.packed.BackupSize}) return base::Result::Done;
+    if (free >= 0 && static_cast<std::uint64_t>(free) > writing_.packed.BackupSize) return base::Result::Done;
     application_.failures.Show(
         {base::Result::Failed, messages_.noSpace, drive_ + " has " + std::to_string(free) + " bytes free"});
     return base::Result::Stopped;
@@ -74,7 +75,7 @@ class DestinationCopy {
     const std::string& destination = writing_.destination;
     if (destination.size() <= kDriveRootLength || files_.FolderExists(destination)) return base::Result::Done;
     if (base::Outcome answer = Ask(messages_.createFolder); !answer.IsDone()) return answer;
-    return files_.MakeFolder(base::WithoutTrailingBackslash(destination)).OrSay(messages_.folderNotCreated);
+    return work::EnsureFolder(files_, destination).OrSay(messages_.folderNotCreated);
   }
 
   base::Outcome ListSet() {

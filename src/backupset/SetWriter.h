@@ -1,6 +1,7 @@
 // Writes a packed set to its destination: a folder, a medium, or floppies.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 
@@ -17,8 +18,11 @@ namespace backupset {
 struct PackedSet {
   work::WorkFolder workFolder;
   BackupSet set;
-  std::uint32_t BackupSize = 0;  ///< bytes to be written
+  std::uint64_t BackupSize = 0;  ///< bytes to be written
 };
+
+/// Measures what was gathered, and says in the log what it is and what has passed meanwhile.
+void Measure(const work::Tools& tools, const WritingMessages& messages, const app::Watch& gathering, PackedSet& packed);
 
 /// One try to write a set, as far as folder and floppies need the same.
 struct Writing {
@@ -31,7 +35,7 @@ struct Writing {
 
 /// Writes the set to the folder `SelectedFolder`: to floppies when that is on drive "A", else to one medium or folder.
 /// No descriptor is left in the work folder. Stopped when the operator stopped or an error was shown; a failure may
-/// carry a message.
+/// carry a message. A destination that cannot be right is refused before anything is asked or written.
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages);
 
@@ -46,8 +50,16 @@ base::Outcome CopyToDestination(app::Application& application, media::MediaDrive
 /// archive and its pieces is left in the archive folder. Outcomes as above.
 base::Outcome WriteToFloppies(app::Application& application, media::MediaDrives& drives, const Writing& writing);
 
-/// Shows that the operator has stopped, sets the pointer back, and returns Stopped.
-base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages);
+/// Tells that it was stopped, and why, to the operator and the log; sets the pointer back, and returns Stopped.
+base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages, const base::Outcome& why);
+
+/// Tells that the set was written: in the log with what it is made of, and what has passed in this job; on the screen,
+/// before the message of success, how many warnings there were, if any.
+void ReportWritten(app::Application& application, const WritingMessages& messages, const BackupSet& set,
+                   const app::Watch& job);
+
+/// The archives of a set as the log names them.
+std::string Description(const BackupSet& set);
 
 /// What the two operations that write a set have in common towards the selection dialog: shows the space, gives
 /// failures their messages, and clears the work folder away when the dialog goes (message 60361 when that fails).
@@ -58,7 +70,7 @@ class WritingOperation : public media::SelectionOperation {
                    const WritingMessages& messages)
       : application_(application), drives_(drives), packed_(packed), messages_(messages) {}
 
-  std::optional<std::uint32_t> SpaceNeeded() const override { return packed_.BackupSize; }
+  std::optional<std::uint64_t> SpaceNeeded() const override { return packed_.BackupSize; }
   base::Outcome Run() override;
   void Unloaded() override;
 

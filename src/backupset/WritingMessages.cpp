@@ -8,7 +8,8 @@ namespace {
 
 using enum base::MessageId;
 
-constexpr WritingMessages kBackup{.medium = {BackupDriveError, BackupDriveUnusable, AskInsertBackupMedium},
+constexpr WritingMessages kBackup{.job = "Backup",
+                                  .medium = {BackupDriveError, BackupDriveUnusable, AskInsertBackupMedium},
                                   .prepareMedium = AskPrepareBackupMedium,
                                   .formatFailed = BackupFormatFailed,
                                   .formatCancelled = BackupFormatCancelled,
@@ -21,6 +22,7 @@ constexpr WritingMessages kBackup{.medium = {BackupDriveError, BackupDriveUnusab
                                   .folderNotCreated = BackupFolderNotMade,
                                   .overwrite = AskOverwriteBackup,
                                   .descriptorFailed = DescriptorNotMade,
+                                  .warnings = BackupWarnings,
                                   .finished = BackupComplete,
                                   .stopped = BackupStopped,
                                   .failed = BackupNotWritten,
@@ -28,6 +30,7 @@ constexpr WritingMessages kBackup{.medium = {BackupDriveError, BackupDriveUnusab
 
 // The question about a foreign label and the failed descriptor have no number of their own here.
 constexpr WritingMessages kMaintenance{
+    .job = "Maintenance log",
     .medium = {MaintenanceDriveError, MaintenanceDriveUnusable, AskInsertMaintenanceMedium},
     .prepareMedium = AskPrepareMaintenanceMedium,
     .formatFailed = MaintenanceFormatFailed,
@@ -41,6 +44,7 @@ constexpr WritingMessages kMaintenance{
     .folderNotCreated = MaintenanceFolderNotMade,
     .overwrite = AskOverwriteMaintenance,
     .descriptorFailed = DescriptorNotMade,
+    .warnings = MaintenanceWarnings,
     .finished = MaintenanceComplete,
     .stopped = MaintenanceStopped,
     .failed = MaintenanceLogNotWritten,

@@ -8,6 +8,7 @@
 namespace backupset {
 
 struct WritingMessages {
+  const char* job;  ///< what the log calls it
   media::MediumMessages medium;
   app::MessageId prepareMedium{};  ///< question: the medium must be formatted
   app::MessageId formatFailed{};
@@ -21,6 +22,7 @@ struct WritingMessages {
   app::MessageId folderNotCreated{};
   app::MessageId overwrite{};  ///< question
   app::MessageId descriptorFailed{};
+  app::MessageId warnings{};  ///< before `finished`, when the job has left any
   app::MessageId finished{};
   app::MessageId stopped{};
   app::MessageId failed{};      ///< where a step has failed that has no message of its own

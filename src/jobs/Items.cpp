@@ -2,8 +2,10 @@
 #include "jobs/Items.h"
 
 #include <array>
+#include <utility>
 
 #include "base/Path.h"
+#include "base/Unicode.h"
 #include "jobs/RecentImages.h"
 #include "work/FileOperations.h"
 #include "work/Programs.h"
@@ -45,6 +47,22 @@ base::Outcome RunExporters(const Job& job, JobKey key, const std::string& sectio
   return OutcomeOf(std::move(ended), produced);
 }
 
+void Note(app::OperationLog& log, GatheredNames& names, const std::string& name, const std::string& source,
+          const std::string& section) {
+  const auto earlier = names.Note(name, source);
+  if (earlier) log.WarnOfLoss("Two of one name meet in the archive: " + *earlier + " and " + source, section);
+}
+
+/// Notes the files that an item names; one that is not there notes nothing.
+void NoteFiles(const Job& job, const std::string& item, const std::string& section, GatheredNames& names) {
+  const std::string folder = base::FolderOf(item);
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(job.tools.files.List(folder, base::FileNameOf(item), entries));  // the copy says what was wrong
+  for (const host::FolderEntry& entry : entries) {
+    if (!entry.isFolder) Note(job.tools.log, names, entry.name, folder + entry.name, section);
+  }
+}
+
 /// Only a maintenance log takes some days' images: a backup of the patient data must hold them all.
 bool TakesRecentImages(const Job& job, const std::string& folder) {
   constexpr std::size_t kLength = 5;
@@ -68,6 +86,12 @@ Job JobOf(app::Application& application, const JobDefinitions& definitions, cons
           .maintenance = options};
 }
 
+std::optional<std::string> GatheredNames::Note(const std::string& name, const std::string& source) {
+  std::string& known = sources_.try_emplace(base::Folded(name), source).first->second;
+  if (base::SameName(known, source)) return std::nullopt;
+  return std::exchange(known, source);
+}
+
 std::string WithDrive(const std::string& item, const std::string& applicationRootFolder) {
   return item.find(':') == std::string::npos ? applicationRootFolder + item : item;
 }
@@ -84,11 +108,13 @@ base::Outcome RunBatFileItems(const Job& job, const std::string& section) {
   return OutcomeOf(std::move(ended), produced);
 }
 
-base::Outcome RunCommonFileItems(const Job& job, const std::string& section) {
+base::Outcome RunCommonFileItems(const Job& job, const std::string& section, Gathering& gathering) {
   bool produced = false;
   const auto copy = [&](const std::string& item) -> base::Outcome {
-    const auto copied = work::CopyFileByXcopy(job.tools, item, job.workFolder.StagingFolder(), section);
-    produced = produced || copied.IsDone();
+    NoteFiles(job, item, section, gathering.names);
+    const auto copied =
+        work::CopyFilesChecked(job.tools, item, job.workFolder.StagingFolder(), section, gathering.copied);
+    produced = produced || copied.Produced();
     return base::Result::Done;
   };
   base::Outcome ended = ForEachItem(job.paths, job.definitions.FilledItems(JobKey::CommonFile, section), copy);
@@ -107,11 +133,14 @@ base::Outcome RunRegFileItems(const Job& job, const std::string& section) {
   const std::string& staging = job.workFolder.StagingFolder();
   const work::CurrentFolderScope inStaging(job.tools.files, staging, staging);
   if (!inStaging.Entered().IsDone()) return inStaging.Entered();  // the export would land in some other folder
-  work::RunProgram(job.tools, items.front(), section);
+  const bool succeeded = work::RunProgram(job.tools, items.front(), section).Succeeded();
+  if (succeeded && job.tools.files.FileSize(staging + kDefaultRegistryFile) <= 0) {
+    job.tools.log.WarnOfLoss(std::string("Not exported: ") + kDefaultRegistryFile, section);
+  }
   return base::Result::Done;
 }
 
-base::Outcome RunFolderItems(const Job& job, const std::string& section) {
+base::Outcome RunFolderItems(const Job& job, const std::string& section, Gathering& gathering) {
   std::vector<std::string> items = job.definitions.Items(JobKey::Folder, section);
   // An empty item becomes the application root itself: a section may ask for all of it so.
   for (std::string& item : items) item = base::WithTrailingBackslash(item);
@@ -121,9 +150,11 @@ base::Outcome RunFolderItems(const Job& job, const std::string& section) {
     const std::string folder = WithDrive(item, job.ApplicationRootFolder);
     if (TakesRecentImages(job, folder)) {
       CopyRecentImages(job.tools, job.paths, job.components, staging, job.maintenance->ImageRangeDays);
-    } else if (work::CopyFolderByXcopy(job.tools, folder, staging, section).IsDone()) {
-      produced = true;
+      return base::Result::Done;
     }
+    const std::string source = base::WithoutTrailingBackslash(folder);
+    Note(job.tools.log, gathering.names, base::FileNameOf(source), source, section);
+    produced = work::CopyFolderChecked(job.tools, source, staging, section, gathering.copied).Produced() || produced;
     return base::Result::Done;
   };
   base::Outcome ended = ForEachItem(job.paths, items, copy);

@@ -5,12 +5,14 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
 
 #include "app/Application.h"
 #include "jobs/JobDefinitions.h"
+#include "work/CheckedCopy.h"
 #include "work/Programs.h"
 #include "work/WorkFolder.h"
 
@@ -57,13 +59,31 @@ base::Outcome ForEachItem(const app::PathTable& paths, const std::vector<std::st
 /// A folder item with its drive: one without is taken from the application root.
 std::string WithDrive(const std::string& item, const std::string& applicationRootFolder);
 
+/// The names that the items of one section have brought into the work folder. Two files or folders of one name from
+/// different places would be one in the archive, and each of them the other's at the restore.
+class GatheredNames {
+ public:
+  /// Notes that what is named `name` comes from `source`. Where it came from before, if that was another place.
+  std::optional<std::string> Note(const std::string& name, const std::string& source);
+
+ private:
+  std::map<std::u32string, std::string> sources_;
+};
+
+/// What the executors that copy have in common beside the job.
+struct Gathering {
+  GatheredNames names;
+  work::CopiedFiles* copied = nullptr;  ///< learns what was copied, where somebody wants to know
+};
+
 /// Runs the programs. One that cannot be started fails the kind. In a maintenance log backup, what
 /// the databases' export has left in a program's folder is moved to the work folder's "BCP\" after
 /// each run; a move that fails fails the kind.
 base::Outcome RunBatFileItems(const Job& job, const std::string& section);
 
-/// Copies files and file patterns. A copy that fails is logged and otherwise passed over.
-base::Outcome RunCommonFileItems(const Job& job, const std::string& section);
+/// Copies files and file patterns. What cannot be copied is logged and otherwise passed over, and so are names that
+/// meet.
+base::Outcome RunCommonFileItems(const Job& job, const std::string& section, Gathering& gathering);
 
 /// Runs the programs and takes the "*.evt" files that stand in their folders afterwards.
 base::Outcome RunEventLogItems(const Job& job, const std::string& section);
@@ -71,7 +91,7 @@ base::Outcome RunEventLogItems(const Job& job, const std::string& section);
 /// The same with "*.reg" files. The default export command is run as it stands, in the work folder.
 base::Outcome RunRegFileItems(const Job& job, const std::string& section);
 
-/// Copies folders with all that is in them; one without a drive is taken from the application root.
-base::Outcome RunFolderItems(const Job& job, const std::string& section);
+/// Copies folders with all that is in them, in the same way; one without a drive is taken from the application root.
+base::Outcome RunFolderItems(const Job& job, const std::string& section, Gathering& gathering);
 
 }  // namespace jobs

@@ -27,6 +27,9 @@ inline constexpr std::size_t kJobKeys = 6;
 inline constexpr char kDefaultRegistryCommand[] =
     "Reg.exe save HKEY_LOCAL_MACHINE\\SOFTWARE\\Orvantis\\TARSUS Tarsus.reg";
 
+/// The file that it writes.
+inline constexpr char kDefaultRegistryFile[] = "Tarsus.reg";
+
 /// Every section, at its fixed number.
 inline constexpr std::array<std::string_view, 19> kJobSections = {
     "PATIENT_BACKUP", "MENU_BACKUP",         "SYSTEM_BACKUP",     "USER_BACKUP",      "EXPLANATION_BACKUP",

@@ -1,6 +1,8 @@
 // Deletes the host's logs after a backup that contains them.
 #include "jobs/LogDeletion.h"
 
+#include <vector>
+
 #include "base/Path.h"
 #include "jobs/Items.h"
 #include "work/FileOperations.h"
@@ -14,8 +16,8 @@ constexpr char kSection[] = "LOG_DELETE";
 class LogDeletion {
  public:
   LogDeletion(const work::Tools& tools, const app::PathTable& paths, const JobDefinitions& definitions,
-              const std::string& stagingFolder)
-      : tools_(tools), paths_(paths), definitions_(definitions), stagingFolder_(stagingFolder) {}
+              const SavedLogs& saved, const std::string& stagingFolder)
+      : tools_(tools), paths_(paths), definitions_(definitions), saved_(saved), stagingFolder_(stagingFolder) {}
 
   base::Outcome Run() {
     base::Outcome ended = ForEach(JobKey::BatFile, &LogDeletion::RunBatFile);
@@ -25,6 +27,7 @@ class LogDeletion {
       RunCommands(JobKey::RegFile);
       ended = ForEach(JobKey::Folder, &LogDeletion::EmptyLogFolder);
     }
+    stayed_.Conclude("Not deleted");
     static_cast<void>(tools_.files.SetCurrentFolder(stagingFolder_));  // it was current when its archives were made
     return ended.IsDone() ? notDeleted_ : ended;
   }
@@ -50,35 +53,65 @@ class LogDeletion {
 
   base::Outcome DeleteCommonFiles(const std::string& item) {
     const std::string folder = base::FolderOf(item);
-    if (tools_.files.FolderExists(folder)) Note(work::DeleteFilesMatching(tools_, folder, base::FileNameOf(item)));
+    if (tools_.files.FolderExists(folder)) Delete(folder, base::FileNameOf(item));
     return base::Result::Done;  // without the folder nothing matches
   }
 
   base::Outcome EmptyLogFolder(const std::string& item) {
     const std::string folder = base::WithTrailingBackslash(item);
     const work::CurrentFolderScope inFolder(tools_.files, folder, stagingFolder_);
-    Note(inFolder.Entered().IsDone() ? work::DeleteFilesMatching(tools_, folder, "*") : inFolder.Entered());
+    if (inFolder.Entered().IsDone()) {
+      Delete(folder, "*");
+    } else {
+      Note(inFolder.Entered());
+    }
     return base::Result::Done;
   }
 
-  /// The first thing that could not be deleted is the failure; the rest is deleted all the same.
+  void Delete(const std::string& folder, const std::string& pattern) {
+    std::vector<host::FolderEntry> entries;
+    Note(tools_.files.List(folder, pattern, entries));
+    for (const host::FolderEntry& entry : entries) {
+      if (!entry.isFolder) Note(DeleteSaved(folder + entry.name, entry));
+      tools_.messageLoop.Yield();
+    }
+  }
+
+  base::Outcome DeleteSaved(const std::string& path, const host::FolderEntry& entry) {
+    if (work::IsSamePath(path, saved_.ownLog)) return base::Result::Done;
+    return IsSaved(path, entry) ? tools_.files.RemoveFile(path)
+                                : base::Failure(path + " has changed since it was saved");
+  }
+
+  /// What this program has not copied itself may have been saved by a program of the host; nothing that is younger than
+  /// the gathering can have been.
+  bool IsSaved(const std::string& path, const host::FolderEntry& entry) const {
+    return saved_.copied.IsUnchanged(path, entry).value_or(entry.modified < saved_.gatheredAt);
+  }
+
+  /// The first thing that stays is the failure; the rest is deleted all the same.
   void Note(base::Outcome deleted) {
+    if (deleted.IsDone()) return;
+    stayed_.Add("Not deleted: " + deleted.cause);
     if (notDeleted_.IsDone()) notDeleted_ = std::move(deleted);
   }
 
   const work::Tools& tools_;
   const app::PathTable& paths_;
   const JobDefinitions& definitions_;
+  const SavedLogs& saved_;
   const std::string& stagingFolder_;
+  app::NamedWarnings stayed_{tools_.log, kSection};
   base::Outcome notDeleted_;
 };
 
 }  // namespace
 
 base::Outcome RunLogDeletion(const work::Tools& tools, const app::PathTable& paths, JobDefinitions& definitions,
-                             const std::string& systemFolder, const std::string& stagingFolder) {
+                             const SavedLogs& saved, const std::string& systemFolder,
+                             const std::string& stagingFolder) {
   base::Outcome loaded = definitions.Load(tools, systemFolder, kJobDefinitionFile, kSection);
-  return loaded.IsDone() ? LogDeletion(tools, paths, definitions, stagingFolder).Run() : loaded;
+  return loaded.IsDone() ? LogDeletion(tools, paths, definitions, saved, stagingFolder).Run() : loaded;
 }
 
 }  // namespace jobs

@@ -48,18 +48,23 @@ base::Outcome CollectMaintenanceSection(app::Application& application, const job
   const jobs::Job collecting = jobs::JobOf(application, definitions, workFolder, job.options);
   const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
   job.PersonalInfoResult = result.PersonalInfoResult;
-  if (result.kinds == 0) return result.outcome;
+  if (!result.outcome.IsDone()) return result.outcome;
   job.packed.set.archives = {result.archive};
   return backupset::Archiver(collecting.tools, workFolder).CollectArchives(job.packed.set);
 }
 
 }  // namespace
 
+MaintenanceJob::MaintenanceJob(app::Application& application, const jobs::MaintenanceOptions& chosen)
+    : options(chosen),
+      packed{{application.host.files, application.state.StartupDirectory}, {}, 0},
+      watch(application.log) {}
+
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
                                media::MediaDrives& drives) {
   const auto options = AskForOptions(application);
   if (!options) return;
-  MaintenanceJob job{*options, {{application.host.files, application.state.StartupDirectory}, {}, 0}, 0};
+  MaintenanceJob job(application, *options);
   if (const base::Outcome collected = MaintenanceLogBackup(application, definitions, job); !collected.IsDone()) {
     return application.failures.Show(collected);
   }
@@ -82,8 +87,8 @@ base::Outcome MaintenanceLogBackup(app::Application& application, jobs::JobDefin
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceSectionMissing);
   step = CollectMaintenanceSection(application, definitions, job, section);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceLogNotGathered);
-  job.packed.BackupSize =
-      work::GetFolderSize(work::ToolsOf(application), workFolder.StagingFolder(), workFolder.ProgramFolder());
+  backupset::Measure(work::ToolsOf(application), backupset::MessagesOf(app::Operation::MaintenanceLogBackup), job.watch,
+                     job.packed);
   return base::Result::Done;
 }
 
@@ -106,8 +111,10 @@ base::Outcome MaintenanceOperation::Write() {
                                            job_.packed.workFolder, job_.options.ProtectPersonalInfo);
   if (!exported.IsDone()) return exported;
   base::Outcome written = WriteBundle();
-  if (written == base::Result::Stopped) return backupset::ReportStopped(application_, messages_);
-  if (written.IsDone()) application_.messages.ShowMessage(messages_.finished);
+  if (written == base::Result::Stopped) return backupset::ReportStopped(application_, messages_, written);
+  if (written.IsDone()) {
+    backupset::ReportWritten(application_, messages_, job_.packed.set, job_.watch);
+  }
   return written;
 }
 

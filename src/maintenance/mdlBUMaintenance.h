@@ -11,9 +11,12 @@ namespace maintenance {
 
 /// Lives from the operator's choice of options until the selection dialog has gone.
 struct MaintenanceJob {
+  MaintenanceJob(app::Application& application, const jobs::MaintenanceOptions& chosen);
+
   jobs::MaintenanceOptions options;
   backupset::PackedSet packed;
   std::int32_t PersonalInfoResult = 0;  ///< first non-zero code of the personal-information filter
+  app::Watch watch;
 };
 
 /// Asks for the options, collects, and has the destination chosen, where the bundle is written. Whatever

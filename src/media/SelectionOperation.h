@@ -20,7 +20,7 @@ class SelectionOperation {
   virtual std::string ProposeFolder() = 0;
 
   /// Bytes to be written; nothing when the folder is only read, and no space is shown.
-  virtual std::optional<std::uint32_t> SpaceNeeded() const = 0;
+  virtual std::optional<std::uint64_t> SpaceNeeded() const = 0;
 
   /// Carries the operation out on `SelectedFolder`. Done closes the dialog, Stopped leaves it open for another choice;
   /// a failure is shown, by the message that it carries, and closes it. The dialog sets the pointer back.

@@ -79,7 +79,7 @@ void frmSelectFolder::TakeFolder() {
 }
 
 void frmSelectFolder::ShowSpace() {
-  const std::optional<std::uint32_t> needed = operation_.SpaceNeeded();
+  const std::optional<std::uint64_t> needed = operation_.SpaceNeeded();
   if (needed) txtCapacity.SetText(drives_.GetCapacityText(application_.state.SelectedFolder, *needed));
 }
 

@@ -3,7 +3,7 @@
 
 #include "base/Path.h"
 #include "jobs/Items.h"
-#include "work/FileOperations.h"
+#include "work/CheckedCopy.h"
 #include "work/Programs.h"
 
 namespace restore {
@@ -23,7 +23,7 @@ base::Outcome ForEachItem(const Putting& putting, jobs::JobKey key, const std::s
 base::Outcome RestoreCommonFiles(const Putting& putting, const std::string& section) {
   return ForEachItem(putting, jobs::JobKey::CommonFile, section, [&](const std::string& item) -> base::Outcome {
     const std::string unpacked = putting.workFolder.ArchiveFolder() + base::FileNameOf(item);
-    static_cast<void>(work::CopyFileByXcopy(putting.tools, unpacked, base::FolderOf(item), section));  // logged
+    work::CopyFilesChecked(putting.tools, unpacked, base::FolderOf(item), section);
     return base::Result::Done;
   });
 }
@@ -44,7 +44,7 @@ base::Outcome RestoreFolders(const Putting& putting, const std::string& section)
       return base::Result::Done;
     }
     const std::string unpacked = putting.workFolder.ArchiveFolder() + base::FileNameOf(folder);
-    static_cast<void>(work::CopyFolderByXcopy(putting.tools, unpacked, parent, section));  // logged
+    work::CopyFolderChecked(putting.tools, unpacked, parent, section);
     return base::Result::Done;
   });
 }

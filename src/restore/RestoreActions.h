@@ -21,8 +21,8 @@ struct Putting {
   const std::string& ApplicationRootFolder;
 };
 
-/// Copies each item's file from the archive folder to its own folder. A copy that fails is logged
-/// and passed over: a set may lawfully lack a file.
+/// Copies each item's file from the archive folder to its own folder. What cannot be copied is logged and passed over:
+/// a set may lawfully lack a file.
 base::Outcome RestoreCommonFiles(const Putting& putting, const std::string& section);
 
 /// Runs each item in its own folder. One that cannot be started ends the kind without a failure.

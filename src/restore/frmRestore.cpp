@@ -88,7 +88,9 @@ void frmRestore::BoxClicked(const Row& row) {
 
 void frmRestore::Start() {
   application_.log.WriteLog(app::LogLevel::Information, "Start Restore");
-  if (chkIPCounter.Value() && !application_.messages.Consents(app::MessageId::AskReplaceIPCounter)) return Stopped();
+  if (chkIPCounter.Value() && !application_.messages.Prompt(app::MessageId::AskReplaceIPCounter)) {
+    return Stopped(app::Declined(app::MessageId::AskReplaceIPCounter));
+  }
   application_.records.RecordOperation("Start", "Restore");
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   SetEnabled(false);
@@ -96,16 +98,16 @@ void frmRestore::Start() {
 }
 
 void frmRestore::Run() {
-  RestoreJob job{set_, Ticked(), {application_.host.files, application_.state.StartupDirectory}};
+  RestoreJob job(application_, set_, Ticked());
   if (const base::Outcome made = job.workFolder.Create(application_.host.clock); !made.IsDone()) {
     application_.failures.Show(made, app::MessageId::RestoreWorkFolderNotMade);
     app::FinishApplication(application_, app::ExitMode::Halt);
   }
   const base::Outcome outcome = RunRestore(application_, definitions_, drives_, job);
-  if (outcome == base::Result::Stopped) return Stopped();
+  if (outcome == base::Result::Stopped) return Stopped(outcome);
   restored_ = outcome.IsDone();
   if (restored_) {
-    application_.messages.ShowMessage(app::MessageId::RestoreComplete);
+    ReportRestored(application_, job);
   } else {
     const bool stepFailed = outcome == base::Result::StepFailed;
     application_.failures.Show(outcome, stepFailed ? app::MessageId::RestoreStepFailed : app::MessageId::RestoreFailed);
@@ -115,7 +117,9 @@ void frmRestore::Run() {
   Close();
 }
 
-void frmRestore::Stopped() {
+void frmRestore::Stopped(const base::Outcome& why) {
+  application_.log.WriteLog(app::LogLevel::Information,
+                            why.cause.empty() ? "Restore stopped" : "Restore stopped: " + why.cause);
   application_.messages.ShowMessage(app::MessageId::RestoreStopped);
   Release();
 }

@@ -66,7 +66,7 @@ class frmRestore : public forms::Form {
   void BoxClicked(const Row& row);
   void Start();
   void Run();
-  void Stopped();
+  void Stopped(const base::Outcome& why);
   void Release();
   bool IsPrivileged() const;
   backupset::Categories Ticked() const;

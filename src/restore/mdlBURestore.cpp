@@ -1,6 +1,8 @@
 // A restore: the driver.
 #include "restore/mdlBURestore.h"
 
+#include <utility>
+
 #include "backupset/Archiver.h"
 #include "backupset/FloppyReader.h"
 #include "backupset/Pieces.h"
@@ -52,6 +54,7 @@ class RestoreRun {
   /// `copyFirst`: the archive is copied from `folder` into the work folder before it is unpacked.
   base::Outcome RestoreCategory(const backupset::CategoryRow& row, const std::string& folder, bool copyFirst) {
     const app::State& state = application_.state;
+    const app::Watch watch(tools_.log);
     const base::Outcome loaded =
         definitions_.Load(tools_, state.SystemFolder, jobs::kJobDefinitionFile, row.restoreSection);
     if (!loaded.IsDone()) return FailStep(app::MessageId::RestoreSectionMissing, loaded);
@@ -63,8 +66,7 @@ class RestoreRun {
       const base::Outcome done = action(putting, row.restoreSection);
       if (!done.IsDone()) return {base::Result::StepFailed, done.cause};
     }
-    // So that nothing of this category is taken for the next one's, whose extraction makes the folder again.
-    static_cast<void>(work::DeleteFolderForced(tools_.files, job_.workFolder.ArchiveFolder()));
+    tools_.log.WriteLog(app::LogLevel::Information, std::string("Restored ") + row.versionKey + "; " + watch.Summary());
     return base::Result::Done;
   }
 
@@ -88,12 +90,24 @@ class RestoreRun {
 
 }  // namespace
 
+RestoreJob::RestoreJob(app::Application& application, backupset::BackupSet inspected, backupset::Categories ticked)
+    : set(std::move(inspected)),
+      choice(std::move(ticked)),
+      workFolder(application.host.files, application.state.StartupDirectory),
+      watch(application.log) {}
+
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job) {
   base::Outcome outcome = RestoreRun(application, definitions, drives, job).Run();
   RemoveWorkFolderOrSay(application.failures, job.workFolder);
   application.toolkit.SetPointer(forms::Pointer::Default);
   return outcome;
+}
+
+void ReportRestored(app::Application& application, const RestoreJob& job) {
+  application.log.WriteLog(app::LogLevel::Information, "Restored from " + job.set.folder + "; " + job.watch.Summary());
+  application.messages.TellWarnings(app::MessageId::RestoreWarnings, job.watch.Warnings());
+  application.messages.ShowMessage(app::MessageId::RestoreComplete);
 }
 
 void RemoveWorkFolderOrSay(app::Failures& failures, work::WorkFolder& workFolder) {

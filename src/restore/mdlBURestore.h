@@ -12,9 +12,12 @@ namespace restore {
 
 /// Lives from the press of the start button until its outcome was told.
 struct RestoreJob {
+  RestoreJob(app::Application& application, backupset::BackupSet inspected, backupset::Categories ticked);
+
   backupset::BackupSet set;      ///< as it was inspected
   backupset::Categories choice;  ///< ticked by the operator
   work::WorkFolder workFolder;
+  app::Watch watch;
 };
 
 /// Restores the chosen categories of the set, in their order, through a work folder that exists already and is gone
@@ -23,6 +26,9 @@ struct RestoreJob {
 /// StepFailed when a job or an audit record did. What was restored before a failure stays restored.
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job);
+
+/// Tells that the restore has ended, after a message with the number of warnings, when it has left any.
+void ReportRestored(app::Application& application, const RestoreJob& job);
 
 /// Removes the work folder, if it is there; message 60411 when that fails.
 void RemoveWorkFolderOrSay(app::Failures& failures, work::WorkFolder& workFolder);
@@ -34,7 +40,7 @@ class RestoreOperation : public media::SelectionOperation {
       : application_(application), definitions_(definitions), drives_(drives) {}
 
   std::string ProposeFolder() override { return drives_.ProposeMediaDrive(); }
-  std::optional<std::uint32_t> SpaceNeeded() const override { return std::nullopt; }
+  std::optional<std::uint64_t> SpaceNeeded() const override { return std::nullopt; }
   /// Checks the drive, then shows the restore dialog for the set in `SelectedFolder`. Done when a
   /// restore has fully succeeded; everything else was said and is Stopped.
   base::Outcome Run() override;

@@ -1,7 +1,6 @@
 // Copying, moving and deleting with their checks.
 #include "work/FileOperations.h"
 
-#include <limits>
 #include <utility>
 #include <vector>
 
@@ -20,13 +19,22 @@ void Keep(base::Outcome& first, base::Outcome next) {
 
 }  // namespace
 
-base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
-                              const std::string& category) {
-  const std::string command = "CMD /C xcopy " + base::Quoted(source) + " " + base::Quoted(destinationFolder) + " /S /Y";
-  const ProgramEnd end = RunProgram(tools, command, category);
+ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination) {
+  const std::string paths = base::Quoted(source) + " " + base::Quoted(destination);
+  return RunAndWait(tools.processes, "CMD /C xcopy " + paths + " /S /Y");
+}
+
+base::Outcome OutcomeOfXcopy(const ProgramEnd& end) {
   if (end.Succeeded()) return base::Result::Done;
   const bool stopped = !end.exitCode || *end.exitCode == kXcopyStopped;
-  return {stopped ? base::Result::Failed : base::Result::StepFailed, end.description};
+  return {stopped ? base::Result::Failed : base::Result::StepFailed, end.Cause()};
+}
+
+base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
+                              const std::string& category) {
+  base::Outcome copied = OutcomeOfXcopy(RunXcopy(tools, source, destinationFolder));
+  if (!copied.IsDone()) tools.log.WarnOfLoss(copied.cause, category);
+  return copied;
 }
 
 base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, const std::string& copy) {
@@ -42,12 +50,6 @@ base::Outcome CopyWholeFileByXcopy(const Tools& tools, const std::string& source
   base::Outcome compared = CompareSizes(tools.files, source, destinationFolder + base::FileNameOf(source));
   if (!compared.IsDone()) tools.log.WarnOfLoss(compared.cause, category);
   return compared;
-}
-
-base::Outcome CopyFolderByXcopy(const Tools& tools, const std::string& sourceFolder,
-                                const std::string& destinationFolder, const std::string& category) {
-  const std::string source = base::WithoutTrailingBackslash(sourceFolder);
-  return CopyFileByXcopy(tools, source, destinationFolder + base::FileNameOf(source) + "\\", category);
 }
 
 base::Outcome MoveFileToFolder(host::FileSystem& files, const std::string& source,
@@ -106,16 +108,13 @@ base::Outcome EnsureFolder(host::FileSystem& files, const std::string& path) {
   return files.MakeFolder(folder);
 }
 
-std::uint32_t GetFolderSize(const Tools& tools, const std::string& folder, const std::string& back) {
+std::uint64_t GetFolderSize(const Tools& tools, const std::string& folder, const std::string& back) {
   const CurrentFolderScope inFolder(tools.files, folder, back);
   std::vector<host::FolderEntry> entries;
   static_cast<void>(tools.files.List(base::WithTrailingBackslash(folder), "*", entries));
   std::uint64_t sum = 0;
   for (const host::FolderEntry& entry : entries) sum += entry.size;
-  constexpr std::uint32_t kLargest = std::numeric_limits<std::uint32_t>::max();
-  if (sum <= kLargest) return static_cast<std::uint32_t>(sum);
-  tools.log.WriteLog(app::LogLevel::Warning, "Size beyond 32 bits: " + folder);
-  return kLargest;
+  return sum;
 }
 
 }  // namespace work

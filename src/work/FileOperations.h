@@ -10,9 +10,13 @@
 
 namespace work {
 
-/// Runs "CMD /C xcopy" on a file or a file pattern and waits. Done for exit code 0, Failed for 4 or a command that
-/// could not be run, StepFailed for any other code. A failure is logged with `category`. `destinationFolder` must end
-/// in "\".
+/// Runs "CMD /C xcopy" on a file, a file pattern or a folder and waits. Nothing is logged.
+ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination);
+
+/// Done for exit code 0, Failed for 4 or a command that could not be run, StepFailed for any other code.
+base::Outcome OutcomeOfXcopy(const ProgramEnd& end);
+
+/// Copies a file or a file pattern by xcopy. A failure is logged with `category`. `destinationFolder` must end in "\".
 base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                               const std::string& category = {});
 
@@ -22,11 +26,6 @@ base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, c
 /// CopyFileByXcopy for one file, and the comparison; a copy that is short or missing is logged.
 base::Outcome CopyWholeFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                                    const std::string& category = {});
-
-/// Copies a folder with all that is in it, which comes to stand under its own name in
-/// `destinationFolder`. Results as CopyFileByXcopy.
-base::Outcome CopyFolderByXcopy(const Tools& tools, const std::string& sourceFolder,
-                                const std::string& destinationFolder, const std::string& category = {});
 
 /// Moves a file under its own name. `destinationFolder` must end in "\"; a file of that name there
 /// is an error.
@@ -58,8 +57,7 @@ base::Outcome EmptyFolder(const Tools& tools, const std::string& folder, const s
 /// Creates a folder and those above it that are missing.
 base::Outcome EnsureFolder(host::FileSystem& files, const std::string& path);
 
-/// Bytes of the files directly in `folder`; 0 when it cannot be listed. A sum beyond 32 bits stands
-/// at the largest number, and a line in the log says so. `back` is the current folder afterwards.
-std::uint32_t GetFolderSize(const Tools& tools, const std::string& folder, const std::string& back);
+/// Bytes of the files directly in `folder`; 0 when it cannot be listed. `back` is the current folder afterwards.
+std::uint64_t GetFolderSize(const Tools& tools, const std::string& folder, const std::string& back);
 
 }  // namespace work

@@ -2,6 +2,7 @@
 #include "work/WorkFolder.h"
 
 #include <utility>
+#include <vector>
 
 #include "base/Path.h"
 #include "work/FileOperations.h"
@@ -23,6 +24,11 @@ base::Outcome WorkFolder::Create(host::Clock& clock) {
     if (base::Outcome made = files_.MakePrivateFolder(folder); !made.IsDone()) return made;
   }
   path_ = folder;
+  // Its own entry tells the time by the clock that dates the files.
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(files_.List(base::FolderOf(base::WithoutTrailingBackslash(folder)),
+                                base::FileNameOf(base::WithoutTrailingBackslash(folder)), entries));
+  madeAt_ = entries.empty() ? 0 : entries.front().modified;
   return base::Result::Done;
 }
 

@@ -1,6 +1,7 @@
 // The work folder of one job: made for it, gone with it.
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 #include "host/Desktop.h"
@@ -34,6 +35,9 @@ class WorkFolder {
   /// The archive folder's path, ending in "\"; the folder may not exist yet.
   std::string ArchiveFolder() const { return path_ + kArchiveFolderName + "\\"; }
 
+  /// When it was made, as the file system counts: files that are younger have changed while the job was at work.
+  std::uint64_t MadeAt() const { return madeAt_; }
+
   /// The program's own folder, to which everybody goes back from here.
   const std::string& ProgramFolder() const { return programFolder_; }
 
@@ -41,6 +45,7 @@ class WorkFolder {
   host::FileSystem& files_;
   std::string programFolder_;
   std::string path_;
+  std::uint64_t madeAt_ = 0;
 };
 
 }  // namespace work

@@ -152,6 +152,7 @@ bool Disk::MakeFolder(const std::string& path) {
   auto& folder = parent->children[Fold(name)] = std::make_shared<Entry>();
   folder->name = name;
   folder->isFolder = true;
+  folder->modified = ++writes_;
   Changed();
   return true;
 }

@@ -26,6 +26,12 @@ inline Names NamesOf(const std::map<std::string, std::string>& tree) {
   return names;
 }
 
+/// What each line of the log is about: its text before the details.
+inline Names Heads(Names lines) {
+  for (std::string& line : lines) line = line.substr(0, line.find_first_of(":;"));
+  return lines;
+}
+
 inline void Nothing(fakes::FakeHost&) {}
 
 /// Calls fail from their n-th one on, as fakes::CallCounter::FailFrom says.

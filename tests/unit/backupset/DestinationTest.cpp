@@ -22,6 +22,7 @@ struct Refusal {
 const Arrangement kToPrepare = Statuses('D', {Readable});
 const Arrangement kFormatFails = Both(kToPrepare, [](auto& host) { host.Told().prepareRefusal = "answered 5"; });
 const Arrangement kNoLabel = Both(kToPrepare, Fails("Drives", "SetVolumeLabel"));
+const Arrangement kNoFolders = Fails("FileSystem", "MakeFolder", 1, "D:\\a");
 const Ids kNotPrepared = {AskPrepareBackupMedium, MediumNotPreparable, BackupFormatFailed};
 const Ids kNotFormatted = {AskPrepareBackupMedium, BackupFormatFailed};
 
@@ -34,7 +35,7 @@ const Refusal kRefusals[] = {
     {"media program missing", kToPrepare, kNotFormatted, "none.exe", "D:\\", "APPLICATION"},
     {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, "D:"},
     {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}},
-    {"folder cannot be made", Nothing, {AskMakeBackupFolder, BackupFolderNotMade}, "D:\\a\\b", "D:\\a\\b\\"},
+    {"folder cannot be made", kNoFolders, {AskMakeBackupFolder, BackupFolderNotMade}, "D:\\a", "D:\\a\\b\\"},
 };
 
 /// Of an ordinary backup, and what a maintenance log backup has in its place.
@@ -93,8 +94,8 @@ TEST_F(JobTest, ProposalsOfTheOperations) {
       {"E:", "E:\\", "D:\\", "D:\\"},
       {"E:\\Media\\", "E:\\Media\\", "", "C:\\"},
       {" ", ":\\", "D:\\", "D:\\"}};
-  backup::BackupJob backup{{}, false, {{host.files, fakes::kProgramFolder}, {}, 0}};
-  maintenance::MaintenanceJob log{{}, {{host.files, fakes::kProgramFolder}, {}, 0}, 0};
+  backup::BackupJob backup(application, {});
+  maintenance::MaintenanceJob log(application, {});
   for (const auto& [drive, medium, desktop, folder] : cases) {
     SCOPED_TRACE(drive);
     host.qxNetDB.records = {{"writable", "X", "", "", ""},

@@ -69,9 +69,9 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
     for (const std::string& category : phases) audit.push_back("U004|Start|" + category);
     audit.push_back("U004|Sign-out|Backup");
     EXPECT_EQ(session.Told().auditRecords, audit);
-    EXPECT_EQ(session.Told().logLines,
-              (Paths{"Start Backup Utility", "Start Select Information for Backup", "Start Backup",
-                     "Start Select Folder", "Selected Folder", "Finish Backup Utility"}));
+    EXPECT_EQ(Heads(session.Told().logLines),
+              (Paths{"Start Backup Utility", "Start Select Information for Backup", "Start Backup", "Backup gathered",
+                     "Start Select Folder", "Selected Folder", "Backup written to D", "Finish Backup Utility"}));
     for (const auto& program : session.processes.started)
       EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
   }

@@ -9,8 +9,18 @@ using base::Result;
 using enum base::MessageId;
 
 using Executor = base::Outcome (*)(const jobs::Job&, const std::string&);
-constexpr Executor kFile = jobs::RunCommonFileItems;
-constexpr Executor kFolder = jobs::RunFolderItems;
+
+base::Outcome RunFiles(const jobs::Job& job, const std::string& section) {
+  jobs::Gathering gathering;
+  return jobs::RunCommonFileItems(job, section, gathering);
+}
+base::Outcome RunFolders(const jobs::Job& job, const std::string& section) {
+  jobs::Gathering gathering;
+  return jobs::RunFolderItems(job, section, gathering);
+}
+
+constexpr Executor kFile = RunFiles;
+constexpr Executor kFolder = RunFolders;
 constexpr Executor kEvents = jobs::RunEventLogItems;
 constexpr Executor kRegistry = jobs::RunRegFileItems;
 constexpr Executor kBatch = jobs::RunBatFileItems;
@@ -66,7 +76,7 @@ TEST(JobItems, GatherIntoTheStagingFolder) {
 TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
   EXPECT_TRUE(LoadSection("LOG_BACKUP", {"Folder="}).IsDone());
   application.state.ApplicationRootFolder = "C:\\Tarsus\\Explain\\";
-  EXPECT_EQ(jobs::RunFolderItems(job, "LOG_BACKUP"), Result::Done);
+  EXPECT_EQ(RunFolders(job, "LOG_BACKUP"), Result::Done);
   EXPECT_EQ(Staged(), Names{"Explain\\hand.txt"});
 }
 
@@ -77,7 +87,7 @@ TEST_F(JobTest, ImageFoldersAreOtherwiseTakenWhole) {
   for (const auto& maintenance : {std::optional(jobs::MaintenanceOptions()), {}}) {
     host.disk.Remove(std::string(kStaging) + "a.DDO");
     job.maintenance = maintenance;
-    EXPECT_EQ(jobs::RunFolderItems(job, "LOG_BACKUP"), Result::Done);
+    EXPECT_EQ(RunFolders(job, "LOG_BACKUP"), Result::Done);
     EXPECT_EQ(Staged(), Names{"a.DDO\\1.dat"});
   }
 }

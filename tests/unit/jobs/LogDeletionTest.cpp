@@ -30,8 +30,9 @@ const Deletion kDeletions[] = {
 };
 
 TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {
+  const jobs::SavedLogs saved{{}, {}, UINT64_MAX};  // all logs are older than the gathering
   const auto run = [&] {
-    return jobs::RunLogDeletion(tools, application.paths, definitions, fakes::kSystemFolder, kStaging);
+    return jobs::RunLogDeletion(tools, application.paths, definitions, saved, fakes::kSystemFolder, kStaging);
   };
   for (const Deletion& each : kDeletions) {
     SCOPED_TRACE(each.name);
@@ -50,6 +51,31 @@ TEST_F(JobTest, LogDeletionDeletesWhatItsSectionLists) {
   }
   EXPECT_TRUE(LoadSection("USER_BACKUP", {}).IsDone());
   EXPECT_EQ(run(), Result::Failed) << "section missing";
+}
+
+/// Each log, and whether it may go.
+TEST_F(JobTest, LogsThatAreInNoSetStay) {
+  const std::string folder = "C:\\Logs\\";
+  for (const char* name : {"saved.log", "saved, longer now.log", "saved, written again.log", "exported before.log"})
+    host.disk.Write(folder + name, "x");
+  jobs::SavedLogs saved;
+  const auto copied = work::CopyFilesChecked(tools, folder + "saved*", kStaging, "LOG_BACKUP", &saved.copied);
+  EXPECT_EQ(copied.files, 3u);
+  host.disk.Write("C:\\now", "");
+  saved.gatheredAt = host.disk.Find("C:\\now")->modified;
+  host.disk.Write(folder + "saved, longer now.log", "xx");
+  host.disk.Write(folder + "saved, written again.log", "y");
+  host.disk.Write(folder + "come since.log", "x");
+  host.disk.Write(folder + "own.log", "x");
+  saved.ownLog = "c:\\logs\\\\Own.log";
+
+  EXPECT_TRUE(LoadSection("LOG_DELETE", {"Folder=C:\\Logs"}).IsDone());
+  EXPECT_EQ(jobs::RunLogDeletion(tools, application.paths, definitions, saved, fakes::kSystemFolder, kStaging),
+            Result::Failed);
+  const Names kept = {"come since.log", "own.log", "saved, longer now.log", "saved, written again.log"};
+  EXPECT_EQ(NamesBelow("C:\\Logs"), kept);
+  for (const std::string& name : kept)
+    EXPECT_EQ(WasWarnedOf("Not deleted: " + folder + name), name != "own.log") << name;
 }
 
 }  // namespace

@@ -42,9 +42,11 @@ TEST(Restore, BringsEveryFileBack) {
   EXPECT_EQ(session.Told().auditRecords,
             (Paths{"U004|Sign-in|Backup", "U004|End|Patient data", "U004|End|Menu data", "U004|End|System data",
                    "U004|End|User data", "U004|End|Explanations", "U004|End|IP counter", "U004|Sign-out|Backup"}));
-  EXPECT_EQ(session.Told().logLines,
+  EXPECT_EQ(Heads(session.Told().logLines),
             (Paths{"Start Backup Utility", "Start Select Folder", "Selected Folder",
-                   "Start Select Information for Restore", "Start Restore", "Finish Backup Utility"}));
+                   "Start Select Information for Restore", "Start Restore", "Restored PatientData", "Restored MenuData",
+                   "Restored SystemData", "Restored UserData", "Restored ExplanationData", "Restored ReportSetData",
+                   "Restored ReportData", "Restored IPCounter", "Restored from D", "Finish Backup Utility"}));
   Paths unpacked;
   for (const fakes::StartRecord& program : session.processes.started) {
     EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
