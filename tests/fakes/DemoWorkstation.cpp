@@ -34,10 +34,18 @@ void FillLibraries(FakeHost& host) {
 
 void FillCatalogue(FakeHost& host) {
   auto& rows = host.catalogue.rows;
-  const std::pair<int, const char*> texts[] = {
-      {10000, "Sign-in"},   {10001, "Sign-out"},       {10002, "Start"},           {10003, "End"},
-      {66000, "Backup"},    {60444, "Copying a disk"}, {66071, "Choose a folder"}, {66080, "note 66080"},
-      {66081, "note 66081"}};
+  const std::pair<int, const char*> texts[] = {{10000, "Sign-in"},
+                                               {10001, "Sign-out"},
+                                               {10002, "Start"},
+                                               {10003, "End"},
+                                               {66000, "Backup"},
+                                               {60444, "Copying a disk"},
+                                               {66071, "Choose a folder"},
+                                               {66080, "note 66080"},
+                                               {66081, "note 66081"},
+                                               {61300, "backup warnings"},
+                                               {61400, "restore warnings"},
+                                               {61450, "maintenance warnings"}};
   for (const auto& [id, text] : texts) rows[base::MessageId{id}] = text;
   int category = 66090;
   for (const char* name : {"Patient data", "System group", "Log data", "Menu data", "System data", "User data",

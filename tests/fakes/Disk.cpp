@@ -8,8 +8,12 @@
 namespace fakes {
 namespace {
 
-// The longest path that the classic calls of Windows take.
-constexpr std::size_t kLongestPath = 259;
+// The longest name of one file or folder.
+constexpr std::size_t kLongestName = 255;
+
+bool IsLonger(const std::string& text, std::size_t limit) {
+  return text.size() > limit && Fold(text).size() > limit;  // each character is one byte or more
+}
 
 char UpperLetter(char letter) {
   return static_cast<char>(std::toupper(static_cast<unsigned char>(letter)));
@@ -42,11 +46,46 @@ void AddTree(const Entry& folder, const std::string& prefix, std::map<std::strin
   }
 }
 
+// Whether it is so of the entry, or of one below it.
+template <class Question>
+bool AnyOf(const Entry& entry, Question question) {
+  return question(entry) ||
+         std::ranges::any_of(entry.children, [&](const auto& child) { return AnyOf(*child.second, question); });
+}
+
+bool HasUsers(const Entry& entry) {
+  return entry.readers + entry.writers > 0;
+}
+
+// Deletes what is not in use.
+void DeleteWithin(Entry& folder) {
+  std::erase_if(folder.children, [](const auto& child) {
+    const bool stays = InUse(*child.second);
+    if (stays) DeleteWithin(*child.second);
+    return !stays;
+  });
+}
+
 }  // namespace
 
+bool IsTooLong(const std::string& path) {
+  return IsLonger(path, kLongestPath);
+}
+
+bool IsOpen(const Entry& entry) {
+  return AnyOf(entry, HasUsers);
+}
+
 bool InUse(const Entry& entry) {
-  return entry.readers + entry.writers > 0 ||
-         std::ranges::any_of(entry.children, [](const auto& child) { return InUse(*child.second); });
+  return AnyOf(entry, [](const Entry& each) { return HasUsers(each) || each.held != Held::Not; });
+}
+
+bool IsReadable(const Entry& entry) {
+  return !entry.isFolder && entry.writers == 0 && entry.held != Held::AgainstAll;
+}
+
+bool IsReplaceable(const Entry& entry) {
+  return !entry.isFolder && (entry.attributes & (kReadOnly | kHidden | kSystem)) == 0 && !InUse(entry);
 }
 
 bool IsAtOrBelow(const std::string& path, const std::string& folder) {
@@ -96,12 +135,13 @@ std::string Disk::Absolute(const std::string& path) const {
     if (isUp || part == ".") continue;
     part.erase(part.find_last_not_of(". ") + 1);  // Windows drops them
     if (part.empty() || part.find_first_of("<>\"/|?*:") != std::string::npos) return {};
+    if (IsLonger(part, kLongestName)) return {};
     parts.push_back(part);
   }
   std::string absolute = {drive, ':'};
   for (const std::string& part : parts) absolute += "\\" + part;
   if (parts.empty()) absolute += "\\";
-  return absolute.size() > kLongestPath ? std::string() : absolute;
+  return absolute;
 }
 
 std::shared_ptr<Entry> Disk::Find(const std::string& path) {
@@ -139,6 +179,17 @@ std::string Disk::Read(const std::string& path) {
   return entry ? entry->bytes : std::string();
 }
 
+const std::string* Disk::Open(const std::string& path) {
+  const auto entry = Find(path);
+  return entry && IsReadable(*entry) ? &entry->bytes : nullptr;
+}
+
+bool Disk::Hold(const std::string& path, Held how) {
+  const auto entry = Find(path);
+  if (entry) entry->held = how;
+  return entry != nullptr;
+}
+
 std::pair<std::shared_ptr<Entry>, std::string> Disk::Place(const std::string& path) {
   const std::string absolute = Absolute(path);
   const std::size_t name = absolute.rfind('\\') + 1;
@@ -168,7 +219,7 @@ std::shared_ptr<Entry> Disk::Create(const std::string& path) {
   const auto [parent, name] = Place(path);
   if (!parent || path.ends_with('\\')) return nullptr;
   auto& file = parent->children[Fold(name)];
-  if (file && (file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file))) return nullptr;
+  if (file && !IsReplaceable(*file)) return nullptr;
   if (!file) file = std::make_shared<Entry>();
   if (file->name.empty()) file->name = name;
   file->bytes.clear();
@@ -190,6 +241,13 @@ bool Disk::Append(const std::string& path, Entry& file, const std::string& bytes
   return taken == bytes.size();
 }
 
+std::shared_ptr<Entry> Disk::OpenEnd(const std::string& path) {
+  auto file = Find(path);
+  if (!file) return Create(path);
+  const bool refused = file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file);
+  return refused ? nullptr : file;
+}
+
 bool Disk::Write(const std::string& path, const std::string& bytes) {
   const std::string absolute = Absolute(path);
   if (absolute.empty()) return false;
@@ -200,13 +258,31 @@ bool Disk::Write(const std::string& path, const std::string& bytes) {
 
 bool Disk::Copy(const std::string& source, const std::string& target) {
   const auto from = Find(source);
-  if (!from || from->isFolder || from->writers > 0 || from == Find(target)) return false;
+  if (!from || !IsReadable(*from) || from == Find(target)) return false;
   const auto to = Create(target);
   if (!to) return false;
   const bool whole = Append(target, *to, from->bytes);
   to->attributes = from->attributes;
   to->modified = from->modified;
   return whole;
+}
+
+bool Disk::Replace(const std::string& source, const std::string& target) {
+  const auto existing = Find(target);
+  const std::string copy = Absolute(target + "\\..") + "\\~copy";
+  if (existing && (existing->isFolder || InUse(*existing))) return false;
+  if (!Copy(source, existing ? copy : target)) {
+    Remove(existing ? copy : target);
+    return false;
+  }
+  if (!existing) return true;
+  const auto [folder, name] = Place(target);
+  const auto made = Find(copy);
+  folder->children.erase(Fold(made->name));
+  made->name = existing->name;
+  folder->children[Fold(name)] = made;
+  Changed();
+  return true;
 }
 
 bool Disk::Move(const std::string& source, const std::string& target) {
@@ -225,10 +301,11 @@ bool Disk::Move(const std::string& source, const std::string& target) {
 bool Disk::Remove(const std::string& path) {
   const auto [parent, name] = Place(path);
   const auto entry = Find(path);
-  if (!parent || !entry || InUse(*entry) || IsAtOrBelow(current_, Absolute(path))) return false;
-  parent->children.erase(Fold(name));
+  if (!parent || !entry || IsAtOrBelow(current_, Absolute(path))) return false;
+  const bool whole = !InUse(*entry);
+  whole ? static_cast<void>(parent->children.erase(Fold(name))) : DeleteWithin(*entry);
   Changed();
-  return true;
+  return whole;
 }
 
 bool Disk::SetCurrentFolder(const std::string& path) {

@@ -5,6 +5,7 @@
 // itself goes through FakeFileSystem, whose calls are counted and can fail.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -16,6 +17,16 @@
 namespace fakes {
 
 inline constexpr unsigned kReadOnly = 1;
+inline constexpr unsigned kHidden = 2;
+inline constexpr unsigned kSystem = 4;
+
+/// The longest path, in characters, that the classic calls of Windows take, and with them most programs. The disks hold
+/// longer ones.
+inline constexpr std::size_t kLongestPath = 259;
+bool IsTooLong(const std::string& path);
+
+/// How another program holds a file. Replacing means deleting and moving, too.
+enum class Held { Not, AgainstReplacing, AgainstAll };
 
 /// A file or a folder. Names keep their case and are found in any; entries stand in name order.
 struct Entry {
@@ -24,13 +35,21 @@ struct Entry {
   std::string bytes;
   unsigned attributes = 0;
   std::uint64_t modified = 0;  ///< counts the disk's changes; a copy keeps it
-  int readers = 0;  ///< open handles: an open file can be neither deleted nor replaced
+  int readers = 0;             ///< open handles: an open file can be neither deleted nor replaced
   int writers = 0;
+  Held held = Held::Not;
   std::map<std::u32string, std::shared_ptr<Entry>> children;
 };
 
 /// Whether the file, or one below the folder, is open.
+bool IsOpen(const Entry& entry);
+/// Whether it is open or held, so that it can be neither replaced nor deleted.
 bool InUse(const Entry& entry);
+/// Whether this is a file that can be opened and read now.
+bool IsReadable(const Entry& entry);
+/// Whether this is a file that a program which creates files anew can write over. A mark is reason enough to be
+/// refused.
+bool IsReplaceable(const Entry& entry);
 
 /// Capacity of a drive that never fills, and whose contents are not added up for every write.
 inline constexpr std::uint64_t kUnlimited = UINT64_MAX;
@@ -60,7 +79,7 @@ class Disk {
   /// Removes everything from the medium, its label too.
   bool Format(const std::string& path);
 
-  /// Drive, "\" and the cleaned components; empty for what cannot be a path.
+  /// Drive, "\" and the cleaned components, of any number; empty for what cannot be a path.
   std::string Absolute(const std::string& path) const;
   /// Null when nothing stands there.
   std::shared_ptr<Entry> Find(const std::string& path);
@@ -71,6 +90,10 @@ class Disk {
 
   /// Contents of a file; empty when there is none.
   std::string Read(const std::string& path);
+  /// What a program that opens the file finds in it; null when it cannot be opened.
+  const std::string* Open(const std::string& path);
+  /// From now on another program holds the file. False when there is none.
+  bool Hold(const std::string& path, Held how = Held::AgainstAll);
   /// Replaces or creates a file and the folders above it. False when the disk is full or refuses.
   bool Write(const std::string& path, const std::string& bytes);
   bool MakeFolders(const std::string& path);
@@ -80,9 +103,15 @@ class Disk {
   std::shared_ptr<Entry> Create(const std::string& path);
   /// Adds what fits to a file on the drive of `path`; false when not all did.
   bool Append(const std::string& path, Entry& file, const std::string& bytes);
+  /// The file to be added to at its end, made where it is missing. Null when refused.
+  std::shared_ptr<Entry> OpenEnd(const std::string& path);
+  /// Writes into the target itself: when the disk is full, what did fit stands there.
   bool Copy(const std::string& source, const std::string& target);
+  /// Writes beside an existing target, read-only or not, and puts that in its place: the target becomes the whole copy,
+  /// or stays as it was.
+  bool Replace(const std::string& source, const std::string& target);
   bool Move(const std::string& source, const std::string& target);
-  /// Deletes a file or a whole folder, read-only or not; refused while in use.
+  /// Deletes a file or a whole folder, read-only or not. What is in use stays, with the folders above it.
   bool Remove(const std::string& path);
 
   const std::string& CurrentFolder() const { return current_; }

@@ -109,8 +109,7 @@ struct FakeLog : Component<host::LogWriter> {
   bool Append(const std::string& line) {
     constexpr std::size_t kStampAndTag = 21 + 15;
     tools.state.logLines.push_back(line.size() > kStampAndTag ? line.substr(kStampAndTag) : line);
-    auto file = tools.disk.Find(path);
-    if (!file) file = tools.disk.Create(path);
+    const auto file = tools.disk.OpenEnd(path);
     return file && tools.disk.Append(path, *file, ToCodePage(line) + "\r\n");
   }
   std::string path;
@@ -232,7 +231,7 @@ struct FakeFilter : Component<host::PersonalInfoFilter> {
     if (Fails(method, source) || destination.empty()) return -1;
     const std::string listed = tools.disk.Read(list);
     for (const auto& file : tools.disk.Children(source))
-      if (!file->isFolder && listed.find(file->name) == std::string::npos)
+      if (IsReadable(*file) && listed.find(file->name) == std::string::npos)
         tools.disk.Write(destination + "\\" + file->name, file->bytes);
     return tools.state.filterAnswers.empty() ? 0 : Next(tools.state.filterAnswers);
   }

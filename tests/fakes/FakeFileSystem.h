@@ -131,11 +131,7 @@ class FakeFileSystem : public host::FileSystem {
     return Open<FakeTextReader>(__func__, path, [&] { return Readable(path); });
   }
   base::Obtained<host::TextWriter> AppendText(const std::string& path) override {
-    return Open<FakeTextWriter>(__func__, path, [&] {
-      const auto file = disk_.Find(path);
-      const bool refused = file && (file->isFolder || (file->attributes & kReadOnly) != 0 || InUse(*file));
-      return refused ? nullptr : file ? file : disk_.Create(path);
-    });
+    return Open<FakeTextWriter>(__func__, path, [&] { return disk_.OpenEnd(path); });
   }
   base::Obtained<host::TextWriter> CreateText(const std::string& path) override {
     return Open<FakeTextWriter>(__func__, path, [&] { return disk_.Create(path); });
@@ -158,7 +154,7 @@ class FakeFileSystem : public host::FileSystem {
   base::Outcome CopyTo(const std::string& source, const std::string& target) override {
     return Do(__func__, source, [&] {
       const bool ontoItself = disk_.IsFile(source) && disk_.Find(source) == disk_.Find(target);
-      return ontoItself || disk_.Copy(source, target);
+      return ontoItself || disk_.Replace(source, target);
     });
   }
   base::Outcome SetReadOnly(const std::string& path) override {
@@ -176,7 +172,8 @@ class FakeFileSystem : public host::FileSystem {
   }
   std::string CurrentFolder() override { return disk_.CurrentFolder(); }
   base::Outcome SetCurrentFolder(const std::string& path) override {
-    return Do(__func__, path, [&] { return disk_.SetCurrentFolder(path); });
+    // The one call here that takes no longer paths.
+    return Do(__func__, path, [&] { return !IsTooLong(disk_.Absolute(path)) && disk_.SetCurrentFolder(path); });
   }
   std::string TemporaryFolder() override { return Fails(__func__, "") ? "" : temporaryFolder; }
 
@@ -200,7 +197,7 @@ class FakeFileSystem : public host::FileSystem {
   }
   std::shared_ptr<Entry> Readable(const std::string& path) {
     const auto file = disk_.Find(path);
-    return file && !file->isFolder && file->writers == 0 ? file : nullptr;
+    return file && IsReadable(*file) ? file : nullptr;
   }
 
   Disk& disk_;
