@@ -14,9 +14,10 @@ constexpr std::int32_t kPrivilegedUser = 6;
 constexpr std::int32_t kBackupFunction = 2601;
 constexpr std::int32_t kRestoreFunction = 2801;
 
-/// Empty when the view has no such name. The name goes into the statement as it was typed:
-/// a quote in it makes the statement fail, and the name is then tried as the ID itself.
+/// Empty when the view has no such name. The name goes into the statement as it was typed, by somebody who has not
+/// signed in yet: one with a quote would end the literal and is not asked for, but tried as the ID itself.
 std::string FindUserId(host::UserQuery& query, const std::string& displayName) {
+  if (displayName.find('\'') != std::string::npos) return {};
   const base::Outcome asked = query.Execute("SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'" + displayName + "'");
   if (!asked.IsDone() || query.RowCount() < 1) return {};
   return query.Value(0, 0).value_or(std::string());

@@ -77,7 +77,6 @@ Arrangement Verdict(std::int32_t fault) {
 const Refusal kRefusals[] = {
     {"wrong password", PasswordRefused, Nothing, fakes::kBothUser, "Secret"},
     {"unknown user", PasswordRefused, Nothing, "Nobody"},
-    // The quote is not doubled, so the statement is broken and the name is taken for an ID.
     {"quote in the name", PasswordRefused, Nothing, "O'Brien"},
     {"no right", NoRight, Nothing, fakes::kPowerlessUser},
     {"result three", PasswordRefused, Verdict(3)},
@@ -108,6 +107,19 @@ TEST(SignIn, RefusalIsShownAndKeepsTheDialogOpen) {
     EXPECT_EQ(session.state.UserRight, authenticated ? app::Right::BackupAndRestore : app::Right::None);
     EXPECT_EQ(session.Told().operations.empty(), !authenticated);
   }
+}
+
+// Nobody has signed in yet: what is typed must not become part of a statement.
+TEST(SignIn, NameWithAQuoteReachesNoStatement) {
+  const std::string typed = "x'; DELETE FROM T_MUSER; --";
+  Session session;
+  session.Told().users.push_back({"O'Hara", "O'Hara", "secret", {2801}});
+  session.SignIn(typed);
+  session.See({PasswordRefused});
+  session.SignIn("O'Hara");
+  session.EndAfter({});
+  EXPECT_EQ(session.Told().statements, Names{"SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO"});
+  EXPECT_EQ(session.state.UserId, "O'Hara") << "tried as the ID itself";
 }
 
 TEST(SignIn, SucceedsAfterARefusalThatLeavesNoRight) {
