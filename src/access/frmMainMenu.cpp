@@ -47,6 +47,7 @@ frmMainMenu::frmMainMenu(app::Application& application, jobs::JobDefinitions& de
 }
 
 void frmMainMenu::OnLoad() {
+  application_.log.WriteLog(app::LogLevel::Information, "Start Main Menu");
   app::PrepareDialog(application_, *this);
   EnableByRight();
   application_.toolkit.SetPointer(forms::Pointer::Default);
@@ -60,7 +61,9 @@ void frmMainMenu::OnUnload() {
 void frmMainMenu::EnableByRight() {
   const std::optional<Jobs> allowed = AllowedJobs(application_.state.UserRight);
   if (!allowed) {
-    application_.failures.Show({base::Result::Failed, app::MessageId::NoRight});
+    const auto right = static_cast<std::int32_t>(application_.state.UserRight);
+    application_.failures.Show({base::Result::Failed, app::MessageId::NoRight,
+                                "user " + application_.state.UserId + ": right " + std::to_string(right)});
     return app::FinishApplication(application_, app::ExitMode::Halt);
   }
   for (std::size_t i = 0; i < cmdMenu.size(); ++i) cmdMenu[i].SetEnabled((*allowed)[i]);

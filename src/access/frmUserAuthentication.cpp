@@ -14,26 +14,70 @@ constexpr std::int32_t kPrivilegedUser = 6;
 constexpr std::int32_t kBackupFunction = 2601;
 constexpr std::int32_t kRestoreFunction = 2801;
 
-/// Empty when the view has no such name. The name goes into the statement as it was typed:
-/// a quote in it makes the statement fail, and the name is then tried as the ID itself.
-std::string FindUserId(host::UserQuery& query, const std::string& displayName) {
+/// Empty when the view has no such name, or cannot be asked. The name goes into the statement as it was typed, by
+/// somebody who has not signed in yet: one with a quote would end the literal and is not asked for, but tried as the ID
+/// itself.
+std::string FindUserId(host::UserQuery& query, const std::string& displayName, app::Failures& failures) {
+  if (displayName.find('\'') != std::string::npos) return {};
   const base::Outcome asked = query.Execute("SELECT USER_ID FROM V_MUSER WHERE DISP_NAME = N'" + displayName + "'");
+  if (!asked.IsDone()) failures.Note("User ID not read", asked);
   if (!asked.IsDone() || query.RowCount() < 1) return {};
   return query.Value(0, 0).value_or(std::string());
 }
 
-bool IsGranted(host::UserAuthenticator& authenticator, const std::string& userId, std::int32_t functionCode) {
-  bool granted = false;
-  return authenticator.CheckFunction(userId, functionCode, granted).IsDone() && granted;
+/// What the host grants one user.
+class Grants {
+ public:
+  Grants(host::UserAuthenticator& authenticator, const std::string& userId)
+      : authenticator_(authenticator), userId_(userId) {}
+
+  app::Right Right() {
+    const bool backup = Has(kBackupFunction);
+    const bool restore = Has(kRestoreFunction);
+    if (backup && restore) return app::Right::BackupAndRestore;
+    if (backup) return app::Right::Backup;
+    return restore ? app::Right::Restore : app::Right::None;
+  }
+
+  /// Of each function that was asked for and is not granted: its number, and the component's failure, if any.
+  const std::string& Missing() const { return missing_; }
+
+ private:
+  bool Has(std::int32_t functionCode) {
+    bool granted = false;
+    const base::Outcome checked = authenticator_.CheckFunction(userId_, functionCode, granted);
+    if (checked.IsDone() && granted) return true;
+    missing_ += " " + std::to_string(functionCode) + (checked.IsDone() ? "" : " (" + checked.cause + ")");
+    return false;
+  }
+
+  host::UserAuthenticator& authenticator_;
+  const std::string& userId_;
+  std::string missing_;
+};
+
+/// The right in words, for the log.
+const char* WordsOf(app::Right right) {
+  switch (right) {
+    case app::Right::Backup:
+      return "backup";
+    case app::Right::Restore:
+      return "restore";
+    case app::Right::BackupAndRestore:
+      return "backup and restore";
+    case app::Right::Privileged:
+      return "every right";
+    case app::Right::None:
+      break;
+  }
+  return "no right";
 }
 
-app::Right RightOf(host::UserAuthenticator& authenticator, const std::string& userId, std::int32_t userKind) {
-  if (userKind == kPrivilegedUser) return app::Right::Privileged;
-  const bool backup = IsGranted(authenticator, userId, kBackupFunction);
-  const bool restore = IsGranted(authenticator, userId, kRestoreFunction);
-  if (backup && restore) return app::Right::BackupAndRestore;
-  if (backup) return app::Right::Backup;
-  return restore ? app::Right::Restore : app::Right::None;
+/// A refused sign-in. The cause names the user; a password must never stand in the log.
+base::Outcome Refuse(app::MessageId message, const std::string& displayName, const std::string& userId,
+                     const std::string& why) {
+  const std::string user = userId == displayName ? userId : displayName + " (" + userId + ")";
+  return {base::Result::Failed, message, "user " + user + ": " + why};
 }
 
 }  // namespace
@@ -48,6 +92,7 @@ frmUserAuthentication::frmUserAuthentication(app::Application& application)
 }
 
 void frmUserAuthentication::OnLoad() {
+  application_.log.WriteLog(app::LogLevel::Information, "Start User Authentication");
   app::PrepareDialog(application_, *this);
   FillUserNames();
   cmbUserName.SetText({});
@@ -62,12 +107,19 @@ void frmUserAuthentication::OnUnload() {
 
 void frmUserAuthentication::FillUserNames() {
   const auto query = application_.host.components.CreateUserQuery();
-  if (!query) return;
-  if (!query->Execute("SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO").IsDone()) return;
-  const std::int32_t rows = query->RowCount();
+  base::Outcome asked = base::Failure("the user query component cannot be created");
+  if (query) asked = query->Execute("SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO");
+  const std::int32_t rows = asked.IsDone() ? query->RowCount() : 0;
   for (std::int32_t row = 0; row < rows; ++row) {
     if (const auto name = query->Value(row, 0)) cmbUserName.AddItem(*name);
     application_.host.messageLoop.Yield();
+  }
+  const auto listed = static_cast<std::int32_t>(cmbUserName.Items().size());
+  // A user can type a name that is not offered; nobody else would know why it is not.
+  if (!asked.IsDone()) return application_.failures.Note("User list not read", asked);
+  if (listed == 0 || listed < rows) {
+    application_.failures.Note("User list not whole",
+                               base::Failure(std::to_string(listed) + " of " + std::to_string(rows) + " users"));
   }
 }
 
@@ -79,6 +131,9 @@ void frmUserAuthentication::Accept() {
   GetToolkit().SetPointer(forms::Pointer::Default);
   SetEnabled(true);
   if (signedIn.IsDone()) {
+    const app::State& state = application_.state;
+    application_.log.WriteLog(app::LogLevel::Information,
+                              "Signed in : " + state.UserId + ", " + WordsOf(state.UserRight));
     Close();
   } else {
     application_.failures.Show(signedIn);
@@ -88,6 +143,7 @@ void frmUserAuthentication::Accept() {
 void frmUserAuthentication::Cancel(forms::ShiftState shift) {
   application_.state.ExitMode = shift.IsShiftAlone() ? app::ExitMode::EndQuietly : app::ExitMode::EndAndRestartHost;
   application_.state.SignedIn = false;
+  application_.log.WriteLog(app::LogLevel::Information, "Cancel User Authentication");
   Close();
 }
 
@@ -113,18 +169,23 @@ base::Outcome frmUserAuthentication::SignIn() {
 base::Outcome frmUserAuthentication::Authenticate(std::string& userId) {
   const auto query = application_.host.components.CreateUserQuery();
   const auto authenticator = application_.host.components.CreateUserAuthenticator();
-  if (!query || !authenticator) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
+  if (!query || !authenticator) {
+    return {base::Result::Failed, app::MessageId::AuthenticationFailed, "a user component cannot be created"};
+  }
   const std::string displayName = cmbUserName.Text();
-  userId = FindUserId(*query, displayName);
+  userId = FindUserId(*query, displayName, application_.failures);
   if (userId.empty()) userId = displayName;
   std::int32_t userKind = 0;
   const std::int32_t verified = authenticator->Verify(userId, txtPassword.Text(), userKind);
-  if (verified >= kFirstRefusal && verified <= kLastRefusal)
-    return {base::Result::Failed, app::MessageId::PasswordRefused};
-  if (verified != kVerified) return {base::Result::Failed, app::MessageId::AuthenticationFailed};
-  application_.state.UserRight = RightOf(*authenticator, userId, userKind);
-  if (application_.state.UserRight == app::Right::None) return {base::Result::Failed, app::MessageId::NoRight};
-  return base::Result::Done;
+  if (verified != kVerified) {
+    const bool refused = verified >= kFirstRefusal && verified <= kLastRefusal;
+    return Refuse(refused ? app::MessageId::PasswordRefused : app::MessageId::AuthenticationFailed, displayName, userId,
+                  "the authentication answers " + std::to_string(verified));
+  }
+  Grants grants(*authenticator, userId);
+  application_.state.UserRight = userKind == kPrivilegedUser ? app::Right::Privileged : grants.Right();
+  if (application_.state.UserRight != app::Right::None) return base::Result::Done;
+  return Refuse(app::MessageId::NoRight, displayName, userId, "not granted:" + grants.Missing());
 }
 
 base::Outcome frmUserAuthentication::CompactHostDatabases() {

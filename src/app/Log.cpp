@@ -73,4 +73,8 @@ void Failures::Show(const base::Outcome& failure, MessageId whenNone) {
   messages_.ShowMessage(message);
 }
 
+void Failures::Note(const std::string& what, const base::Outcome& failure) {
+  log_.WriteLog(LogLevel::Exclamation, failure.cause.empty() ? what : what + ": " + failure.cause);
+}
+
 }  // namespace app

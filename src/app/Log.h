@@ -92,6 +92,9 @@ class Failures {
   /// cause.
   void Show(const base::Outcome& failure, MessageId whenNone = MessageId::None);
 
+  /// For what the operator need not be told: `what` and the cause, in an exclamation line of the log alone.
+  void Note(const std::string& what, const base::Outcome& failure);
+
  private:
   Messages& messages_;
   OperationLog& log_;

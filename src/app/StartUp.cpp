@@ -138,7 +138,9 @@ base::Outcome InitSystemDatabase(host::QX32& pathTable, host::QX32lib& database,
 }
 
 base::Outcome CheckExclusiveRun(host::Processes& processes, host::MessageLoop& messageLoop) {
-  if (processes.HasPreviousInstance()) return {base::Result::Failed, MessageId::AlreadyRunning};
+  if (processes.HasPreviousInstance()) {
+    return {base::Result::Failed, MessageId::AlreadyRunning, "this program runs already"};
+  }
   for (const SiblingTool& tool : kSiblingTools) {
     if (IsProcessRunning(processes, messageLoop, tool.executable)) {
       return {base::Result::Failed, tool.message, tool.executable};

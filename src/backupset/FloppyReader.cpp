@@ -58,7 +58,7 @@ class FloppyReader {
 
   /// Copies what disk `number` holds.
   base::Outcome TakeDisk(std::int32_t number, bool last) {
-    if (number != 1 && !application_.messages.Consents(app::MessageId::AskNextSourceDisk)) return base::Result::Stopped;
+    if (number != 1 && !application_.messages.Prompt(app::MessageId::AskNextSourceDisk)) return base::Result::Stopped;
     if (base::Outcome waited = WaitForDisk(number); !waited.IsDone()) return waited;
     if (last) {
       base::Outcome copied = work::CopyFileByXcopy(tools_, source_ + kDescriptorFile, staging_);
@@ -85,7 +85,7 @@ class FloppyReader {
       const std::string found = DescriptorValue("FDNumber");
       if (found.empty()) return Incomplete("FDNumber");
       if (found == std::to_string(number)) return base::Result::Done;
-      if (!application_.messages.Consents(app::MessageId::AskRightDisk)) return base::Result::Stopped;
+      if (!application_.messages.Prompt(app::MessageId::AskRightDisk)) return base::Result::Stopped;
       tools_.messageLoop.Yield();
     }
   }

@@ -74,7 +74,7 @@ class FloppyWriter {
   }
 
   base::Outcome AskForNextDisk() {
-    const bool goesOn = disk_.number == 1 || application_.messages.Consents(messages_.changeDisk);
+    const bool goesOn = disk_.number == 1 || application_.messages.Prompt(messages_.changeDisk);
     return goesOn ? base::Result::Done : base::Result::Stopped;
   }
 

@@ -10,6 +10,7 @@ constexpr char32_t kBackspace = 8;
 
 /// One of the counts that the dialog shows.
 struct Count {
+  const char* what;
   const char* statement;
   forms::TextBox frmMaintenance::*box;
   forms::Label frmMaintenance::*error;
@@ -17,15 +18,17 @@ struct Count {
 };
 
 constexpr Count kCounts[] = {
-    {"SELECT * FROM Patient.dbo.T_TPATIENT", &frmMaintenance::txtPatientCount, &frmMaintenance::lblError1, false},
-    {"SELECT * FROM Study.dbo.T_TSTUDY", &frmMaintenance::txtStudyCount, &frmMaintenance::lblError2, true},
-    {"SELECT * FROM UserData.dbo.T_MUSER", &frmMaintenance::txtUserCount, &frmMaintenance::lblError3, true}};
+    {"patients", "SELECT * FROM Patient.dbo.T_TPATIENT", &frmMaintenance::txtPatientCount, &frmMaintenance::lblError1,
+     false},
+    {"studies", "SELECT * FROM Study.dbo.T_TSTUDY", &frmMaintenance::txtStudyCount, &frmMaintenance::lblError2, true},
+    {"users", "SELECT * FROM UserData.dbo.T_MUSER", &frmMaintenance::txtUserCount, &frmMaintenance::lblError3, true}};
 
-/// Whether the count could be read; `count` is what the component answered either way.
-bool CountRows(host::StudyDatabaseQuery* query, const char* statement, std::int32_t& count) {
-  if (query == nullptr) return false;
-  const bool opened = query->OpenQuery(statement).IsDone();
-  return query->RecordCount(count).IsDone() && opened;
+/// Fails when the count could not be read; `count` is what the component answered either way.
+base::Outcome CountRows(host::StudyDatabaseQuery* query, const char* statement, std::int32_t& count) {
+  if (query == nullptr) return base::Failure("the study database query cannot be created");
+  base::Outcome opened = query->OpenQuery(statement);
+  base::Outcome counted = query->RecordCount(count);
+  return opened.IsDone() ? counted : opened;
 }
 
 }  // namespace
@@ -40,12 +43,13 @@ frmMaintenance::frmMaintenance(app::Application& application)
   };
   txtCollectRange.AcceptsKey = [](char32_t key) { return key == kBackspace || (key >= U'0' && key <= U'9'); };
   cmdStart.Clicked = [this](forms::ShiftState) { Start(); };
-  cmdCancel.Clicked = [this](forms::ShiftState) { Hide(); };
+  cmdCancel.Clicked = [this](forms::ShiftState) { Cancel(); };
   SetDefaultButton(cmdStart);
   SetCancelButton(cmdCancel);
 }
 
 void frmMaintenance::OnLoad() {
+  application_.log.WriteLog(app::LogLevel::Information, "Start Select Information for Maintenance Log");
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   app::PrepareDialog(application_, *this);
   Option1.SetValue(true);
@@ -58,20 +62,21 @@ void frmMaintenance::OnUnload() {
 }
 
 void frmMaintenance::ShowCounts() {
-  bool warns = false;
+  base::Outcome missing;
   {
     const auto query = application_.host.components.CreateStudyDatabaseQuery();
     for (const Count& each : kCounts) {
       std::int32_t count = 0;
-      if (!CountRows(query.get(), each.statement, count)) {
+      if (const base::Outcome read = CountRows(query.get(), each.statement, count); !read.IsDone()) {
         (this->*each.error).SetCaption(application_.messages.GetMessageText(app::MessageId::CountUnreadable));
-        warns = warns || each.warns;
+        application_.failures.Note(std::string("Count not read (") + each.what + ")", read);
+        if (each.warns) missing = {base::Result::Failed, app::MessageId::CountsUnreadable, read.cause};
       }
       (this->*each.box).SetText(std::to_string(count));
     }
   }
   application_.toolkit.SetPointer(forms::Pointer::Default);
-  if (warns) application_.messages.ShowMessage(app::MessageId::CountsUnreadable);
+  if (!missing.IsDone()) application_.failures.Show(missing);
 }
 
 void frmMaintenance::EnableRange(bool enabled) {
@@ -84,6 +89,15 @@ void frmMaintenance::Start() {
   collectsImages_ = Option3.Value() ? 0 : 1;
   dayCount_ = Option3.Value() ? jobs::kAllDays : base::LeadingNumber(txtCollectRange.Text());
   result_ = Option2.Value() ? Choice::Unprotected : Choice::Protected;
+  const std::string images = Option3.Value() ? "all images" : "images of " + std::to_string(dayCount_) + " days";
+  application_.log.WriteLog(app::LogLevel::Information,
+                            "Selected Information for Maintenance Log : personal information " +
+                                std::string(Option2.Value() ? "included, " : "protected, ") + images);
+  Hide();
+}
+
+void frmMaintenance::Cancel() {
+  application_.log.WriteLog(app::LogLevel::Information, "Cancel Select Information for Maintenance Log");
   Hide();
 }
 

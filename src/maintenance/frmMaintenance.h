@@ -61,6 +61,7 @@ class frmMaintenance : public forms::Form {
   void ShowCounts();
   void EnableRange(bool enabled);
   void Start();
+  void Cancel();
 
   app::Application& application_;
   Choice result_ = Choice::Cancelled;

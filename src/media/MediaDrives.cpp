@@ -7,13 +7,25 @@
 #include "base/Text.h"
 
 namespace media {
+namespace {
+
+constexpr int kRest = 100;     // milliseconds between two answers that mean nothing
+constexpr int kPatience = 50;  // such answers, until the operator is asked
+
+}  // namespace
 
 std::string MediaDrives::FirstWritableDrive() {
   std::vector<std::int32_t> numbers;
-  if (!host_.qxNetDB.GetEquip("MEDIA", numbers).IsDone()) return {};
+  if (const base::Outcome listed = host_.qxNetDB.GetEquip("MEDIA", numbers); !listed.IsDone()) {
+    failures_.Note("Media drives not listed", listed);
+    return {};
+  }
   for (const std::int32_t number : numbers) {
     host::MediaRecord record;
-    if (!host_.qxNetDB.GetDriveInfo(number, record).IsDone()) return {};
+    if (const base::Outcome read = host_.qxNetDB.GetDriveInfo(number, record); !read.IsDone()) {
+      failures_.Note("Media drive " + std::to_string(number) + " not read", read);
+      return {};
+    }
     if (record.attribute == "WRITABLE") {
       MediaAppType = record.preparationType;
       MediaAppCommand = record.programCommand;
@@ -45,14 +57,18 @@ std::string MediaDrives::ProposeMediaDrive() {
 
 host::DriveStatus MediaDrives::GetDriveStatus(const std::string& driveOrFolder) {
   const auto component = host_.components.CreateMediaComponent();
-  if (!component) return host::DriveStatus::Error;
+  if (!component) {
+    failures_.Note("Drive " + driveOrFolder, base::Failure("the media component cannot be created"));
+    return host::DriveStatus::Error;
+  }
   component->SetUp(MediaAppCommand);
   return component->GetDriveStatus(driveOrFolder);
 }
 
 Medium MediaDrives::WaitForMedium(const std::string& drive, const MediumMessages& messages) {
+  int unclear = 0;
   const auto stop = [&](app::MessageId message) {
-    failures_.Show({base::Result::Failed, message, "drive " + drive});
+    failures_.Show({base::Result::Failed, message, "the media component finds drive " + drive + " unfit"});
     return Medium::Stopped;
   };
   for (;;) {
@@ -66,12 +82,16 @@ Medium MediaDrives::WaitForMedium(const std::string& drive, const MediumMessages
       case host::DriveStatus::Unusable:
         return stop(messages.unusable);
       case host::DriveStatus::NoMedium:
-        if (!messages_.Consents(messages.insert)) return Medium::Stopped;
+        if (!messages_.Prompt(messages.insert)) return Medium::Stopped;
+        host_.messageLoop.Yield();
         break;
-      default:  // an answer that means nothing: ask again
+      default:  // an answer that means nothing: ask again, but leave the operator a way out
+        host_.messageLoop.Pause(kRest);
+        if (++unclear % kPatience != 0) break;
+        failures_.Note("Drive " + drive, base::Failure("the media component's answers mean nothing"));
+        if (!messages_.Prompt(messages.insert)) return Medium::Stopped;
         break;
     }
-    host_.messageLoop.Yield();
   }
 }
 

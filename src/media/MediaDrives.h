@@ -14,7 +14,7 @@ namespace media {
 struct MediumMessages {
   app::MessageId error{};     ///< DriveStatus::Error
   app::MessageId unusable{};  ///< DriveStatus::Unusable
-  app::MessageId insert{};    ///< DriveStatus::NoMedium: a two-choice prompt, asked again until there is a medium
+  app::MessageId insert{};    ///< DriveStatus::NoMedium: a prompt, shown again until there is a medium
 };
 
 /// Of everything that reads a backup set.
@@ -35,7 +35,8 @@ class MediaDrives {
 
   /// The drive of the first writable media entry of the network configuration database, whose preparation type and
   /// program command are kept for the calls below. Empty when there is none or the database cannot be read; an unknown
-  /// path-table entry shows message 60326, a database that cannot be opened 60323.
+  /// path-table entry shows message 60326, a database that cannot be opened 60323; a list or an entry that cannot be
+  /// read ends the search with a line in the log alone.
   std::string GetDefaultMediaDrive();
 
   /// The root of that drive; ":\" when the host has none. Ends in "\".
@@ -45,7 +46,8 @@ class MediaDrives {
   /// component that is missing answers DriveStatus::Error.
   host::DriveStatus GetDriveStatus(const std::string& driveOrFolder);
 
-  /// Asks for the status of `drive` until it is one that decides, serving the user interface between.
+  /// Asks for the status of `drive` until it is one that decides, serving the user interface between. A component
+  /// whose answers mean nothing is asked again at rest; after some seconds the insert prompt lets the operator stop.
   Medium WaitForMedium(const std::string& drive, const MediumMessages& messages);
 
   /// Whether the drive of `folder` may be read: Stopped when the operator stopped or an error was shown.

@@ -9,14 +9,14 @@ using enum base::MessageId;
 
 TEST(SignIn, RightDecidesWhatTheMenuOffers) {
   const std::set<Menu> kEveryItem = {Menu::Backup, Menu::Restore, Menu::MaintenanceLog};
-  const std::tuple<const char*, std::string, app::Right, std::set<Menu>> users[] = {
-      {fakes::kBackupUser, "U001", app::Right::Backup, {Menu::Backup, Menu::MaintenanceLog}},
-      {fakes::kRestoreUser, "U002", app::Right::Restore, {Menu::Restore}},
-      {fakes::kBothUser, "U003", app::Right::BackupAndRestore, kEveryItem},
-      {fakes::kServiceUser, "U004", app::Right::Privileged, kEveryItem},
-      {"U002", "U002", app::Right::Restore, {Menu::Restore}},  // no display name, so the ID itself
+  const std::tuple<const char*, std::string, app::Right, std::set<Menu>, std::string> users[] = {
+      {fakes::kBackupUser, "U001", app::Right::Backup, {Menu::Backup, Menu::MaintenanceLog}, "backup"},
+      {fakes::kRestoreUser, "U002", app::Right::Restore, {Menu::Restore}, "restore"},
+      {fakes::kBothUser, "U003", app::Right::BackupAndRestore, kEveryItem, "backup and restore"},
+      {fakes::kServiceUser, "U004", app::Right::Privileged, kEveryItem, "every right"},
+      {"U002", "U002", app::Right::Restore, {Menu::Restore}, "restore"},  // no display name, so the ID itself
   };
-  for (const auto& [user, id, right, enabled] : users) {
+  for (const auto& [user, id, right, enabled, words] : users) {
     SCOPED_TRACE(user);
     Session session;
     session.SignIn(user);
@@ -32,6 +32,9 @@ TEST(SignIn, RightDecidesWhatTheMenuOffers) {
     EXPECT_EQ(session.calls.CountOf("UserAuthenticator", "CheckFunction"), right == app::Right::Privileged ? 0u : 2u);
     for (const fakes::Call& call : session.calls.Calls()) EXPECT_EQ(call.detail.find("secret"), std::string::npos);
     EXPECT_EQ(session.Told().auditRecords, (Paths{id + "|Sign-in|Backup", id + "|Sign-out|Backup"}));
+    EXPECT_EQ(session.Told().logLines,
+              (Paths{"Start Backup Utility", "Start User Authentication", "Signed in : " + id + ", " + words,
+                     "Start Main Menu", "Finish Backup Utility"}));
     const std::string who = "WS-RADIOLOGY-1|" + id + "|BackupUtility|";
     EXPECT_EQ(session.Told().operations, (Paths{who + "UserAuthentication|OK", who + "MainMenu|END"}));
   }
@@ -51,14 +54,21 @@ TEST(SignIn, ListsUsersInTheirOrderAndWaitsForAName) {
   session.Run();
 }
 
+// The log tells what the operator sees as an empty list.
 TEST(SignIn, AnUnreadableUserListIsEmpty) {
-  for (const char* method : {"Execute", "RowCount", "Value"}) {
-    Session session(Fails("UserQuery", method));
+  const std::tuple<const char*, const char*, const char*> faults[] = {
+      {"UserQuery", "Execute", "User list not read: "},
+      {"UserQuery", "RowCount", "User list not whole: 0 of 0"},
+      {"UserQuery", "Value", "User list not whole: 0 of 5"},
+      {"ComponentFactory", "CreateUserQuery", "User list not read: the user query"}};
+  for (const auto& [contract, method, line] : faults) {
+    Session session(Fails(contract, method));
     session.At<frmUserAuthentication>([](frmUserAuthentication& form) {
       EXPECT_TRUE(form.cmbUserName.Items().empty());
-      fakes::Press(form.cmdCancel);
+      fakes::Press(form.cmdCancel, kShift);
     });
     session.Run();
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, std::string("[Exclamation] ") + line, session.disk.Read(fakes::kLogFile));
   }
 }
 
@@ -68,6 +78,7 @@ struct Refusal {
   Arrangement arrange = Nothing;
   const char* user = fakes::kBothUser;
   const char* password = "secret";
+  std::string cause = {};  ///< that stands in the log behind the message's number
 };
 
 Arrangement Verdict(std::int32_t fault) {
@@ -75,20 +86,20 @@ Arrangement Verdict(std::int32_t fault) {
 }
 
 const Refusal kRefusals[] = {
-    {"wrong password", PasswordRefused, Nothing, fakes::kBothUser, "Secret"},
-    {"unknown user", PasswordRefused, Nothing, "Nobody"},
-    // The quote is not doubled, so the statement is broken and the name is taken for an ID.
+    {"wrong password", PasswordRefused, Nothing, fakes::kBothUser, "Secret", "user Bea Both (U003): "},
+    {"unknown user", PasswordRefused, Nothing, "Nobody", "secret", "user Nobody: "},
     {"quote in the name", PasswordRefused, Nothing, "O'Brien"},
-    {"no right", NoRight, Nothing, fakes::kPowerlessUser},
+    {"no right", NoRight, Nothing, fakes::kPowerlessUser, "secret", "user Nora Nothing (U005): not granted: 2601 2801"},
     {"result three", PasswordRefused, Verdict(3)},
     {"result four", AuthenticationFailed, Verdict(4)},
-    {"negative result", AuthenticationFailed, Verdict(-1)},
+    {"negative result", AuthenticationFailed, Verdict(-1), fakes::kBothUser, "secret", "user Bea Both (U003): "},
     {"no authenticator", AuthenticationFailed, Fails("ComponentFactory", "CreateUserAuthenticator")},
     {"no user query", AuthenticationFailed, Fails("ComponentFactory", "CreateUserQuery"), "U003"},
     {"rights unknown", NoRight, Fails("UserAuthenticator", "CheckFunction")},
     {"no Config folder", PathEntryUnreadable, NoEntry("Config")},
     {"no Param folder", PathEntryUnreadable, NoEntry("Param")},
-    {"not recorded", SignInNotRecorded, [](auto& host) { host.Told().auditRefusal = "answered 7"; }},
+    {"not recorded", SignInNotRecorded, [](auto& host) { host.Told().auditRefusal = "answered 7"; }, fakes::kBothUser,
+     "secret", "AuditTrail.RecordSignInOut: answered 7"},
     {"no audit trail", SignInNotRecorded, Fails("ComponentFactory", "CreateAuditTrail")},
 };
 
@@ -107,7 +118,25 @@ TEST(SignIn, RefusalIsShownAndKeepsTheDialogOpen) {
     const bool authenticated = refusal.message == PathEntryUnreadable || refusal.message == SignInNotRecorded;
     EXPECT_EQ(session.state.UserRight, authenticated ? app::Right::BackupAndRestore : app::Right::None);
     EXPECT_EQ(session.Told().operations.empty(), !authenticated);
+    const std::string log = session.disk.Read(fakes::kLogFile);
+    const std::string line = "[Error]       Message " + fakes::NumberOf(refusal.message) + ": " + refusal.cause;
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, line, log);
+    EXPECT_EQ(log.find(refusal.password), std::string::npos);
+    EXPECT_EQ(log.find("Signed in"), std::string::npos);
   }
+}
+
+// Nobody has signed in yet: what is typed must not become part of a statement.
+TEST(SignIn, NameWithAQuoteReachesNoStatement) {
+  const std::string typed = "x'; DELETE FROM T_MUSER; --";
+  Session session;
+  session.Told().users.push_back({"O'Hara", "O'Hara", "secret", {2801}});
+  session.SignIn(typed);
+  session.See({PasswordRefused});
+  session.SignIn("O'Hara");
+  session.EndAfter({});
+  EXPECT_EQ(session.Told().statements, Names{"SELECT DISP_NAME FROM V_MUSER ORDER BY USER_ORDER_NO"});
+  EXPECT_EQ(session.state.UserId, "O'Hara") << "tried as the ID itself";
 }
 
 TEST(SignIn, SucceedsAfterARefusalThatLeavesNoRight) {
@@ -125,6 +154,38 @@ TEST(SignIn, SucceedsAfterARefusalThatLeavesNoRight) {
   });
   session.EndAfter({});
   EXPECT_EQ(session.state.UserRight, app::Right::Restore);
+}
+
+// Such a right has no way into the menu, unless the host's component changes its mind.
+TEST_F(CatalogueTest, MenuWithoutARightHalts) {
+  jobs::JobDefinitions definitions;
+  media::MediaDrives drives(host.Contracts(), application.paths, application.messages, application.failures);
+  application.state.UserId = "U009";
+  application.state.UserRight = app::Right{7};
+  host.person.ExpectMessage(NoRight);
+  frmMainMenu menu(application, definitions, drives);
+  EXPECT_THROW(menu.ShowModal(), fakes::ProcessEnded);
+  EXPECT_TRUE(host.processes.ended);
+  EXPECT_EQ(host.Told().logLines,
+            (Names{"Start Main Menu", "Message 63361: user U009: right 7", "Halt Backup Utility"}));
+}
+
+// What the operator chose, on which screen, in that order.
+TEST(MainMenu, RecordsEveryChoice) {
+  Session session;
+  session.SignIn();
+  session.OpenMenuItem(Menu::Backup);
+  session.Cancel<frmBackup>();
+  session.OpenMenuItem(Menu::Restore);
+  session.Cancel<frmSelectFolder>();
+  session.OpenMenuItem(Menu::MaintenanceLog);
+  session.Cancel<frmMaintenance>();
+  session.EndAfter({});
+  Paths wanted;
+  for (const char* what :
+       {"UserAuthentication|OK", "MainMenu|Backup", "MainMenu|Restore", "MainMenu|MainteLogBackup", "MainMenu|END"})
+    wanted.push_back("WS-RADIOLOGY-1|U004|BackupUtility|" + std::string(what));
+  EXPECT_EQ(session.Told().operations, wanted);
 }
 
 // The password is forgotten with the dialog; nothing can be pressed while the databases are compacted.

@@ -51,9 +51,14 @@ void ExpectHalt(Session& session, base::MessageId message) {
 
 void ExpectEnd(Session& session, bool restarts) {
   session.Run();
-  Paths log = {"Start Backup Utility", "Finish Backup Utility"};
-  if (restarts) log = {log[0], "Current Directory : C:\\Tarsus\\Backup", "Finish Backup Utility and Start Tarsus"};
-  EXPECT_EQ(session.Told().logLines, log);
+  const Paths end = restarts ? Paths{"Current Directory : C:\\Tarsus\\Backup", "Finish Backup Utility and Start Tarsus"}
+                             : Paths{"Finish Backup Utility"};
+  const Paths& log = session.Told().logLines;
+  ASSERT_GT(log.size(), end.size());
+  EXPECT_EQ(Paths(log.end() - static_cast<std::ptrdiff_t>(end.size()), log.end()), end);
+  EXPECT_EQ(std::ranges::count_if(
+                log, [](const auto& line) { return line.starts_with("Current") || line.starts_with("Finish"); }),
+            std::ssize(end));
   EXPECT_EQ(session.catalogue.state, fakes::FakeCatalogue::State::Closed);
   ASSERT_EQ(session.processes.started.size(), restarts ? 1u : 0u);
   for (const fakes::StartRecord& program : session.processes.started) {

@@ -59,6 +59,12 @@ TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
     EXPECT_TRUE(form.IsLoaded()) << "its owner has not read it yet";
     form.Unload();
     EXPECT_EQ(station.host.qx32.numbers["BackupUtility\\dlgMaintenanceLeft"], 1234u);
+    const std::string days = std::to_string(each.dayCount);
+    EXPECT_EQ(station.host.Told().logLines,
+              (Names{"Start Select Information for Maintenance Log",
+                     std::string("Selected Information for Maintenance Log : personal information ") +
+                         (each.unprotected ? "included, " : "protected, ") +
+                         (each.days != nullptr ? "images of " + days + " days" : "all images")}));
   }
 }
 
@@ -80,6 +86,7 @@ TEST(MaintenanceDialog, RefusedConfirmationChangesNothing) {
     });
     form.ShowModal();
     EXPECT_EQ(form.Result(), Choice::Cancelled);
+    EXPECT_EQ(station.host.Told().logLines.back(), "Cancel Select Information for Maintenance Log");
     form.Unload();
   }
 }
@@ -122,6 +129,9 @@ TEST(MaintenanceDialog, MarksTheCountsThatCannotBeRead) {
                      Shown(form.txtUserCount, form.lblError3)}),
               each.counts);
     EXPECT_EQ(station.host.toolkit.pointer, forms::Pointer::Default);
+    const std::string log = station.host.disk.Read(fakes::kLogFile);
+    EXPECT_EQ(log.find("[Error]       Message 60520: ") != std::string::npos, each.warns);
+    EXPECT_EQ(log.find("[Exclamation] Count not read (patients): ") != std::string::npos, each.counts[0] == "0!");
     form.Unload();
   }
 }
