@@ -50,6 +50,17 @@ void TellEmptyFolders(app::OperationLog& log, const FileTree& files, const std::
                                                std::to_string(files.emptyFolders) + " (" + category + ")");
 }
 
+/// One name that no archive can hold must not cost the others their archive.
+void LeaveOutLongNames(const work::Tools& tools, const std::string& folder, const std::string& category,
+                       FileTree& files) {
+  app::NamedWarnings leftOut(tools.log, category);
+  for (const std::string& path : TakeOutLongNames(files)) {
+    leftOut.Add("Not saved, the name is longer than an archive can hold: " + path);
+    static_cast<void>(tools.files.RemoveFile(folder + path));  // where it stays, the archive is not whole
+  }
+  leftOut.Conclude("Not saved, the name is longer than an archive can hold");
+}
+
 }  // namespace
 
 work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
@@ -70,6 +81,7 @@ base::Outcome Archiver::PackCategory(const std::string& archiveName, Incomplete 
   if (base::Outcome listed = ListTree(tools_, staging, work::kArchiveFolderName, files); !listed.IsDone()) {
     return listed;
   }
+  LeaveOutLongNames(tools_, staging, archiveName, files);
   if (files.sizes.empty()) return base::Result::Stopped;
   if (base::Outcome fits = CheckLimits(files); !fits.IsDone()) return fits;
   TellEmptyFolders(tools_.log, files, archiveName);

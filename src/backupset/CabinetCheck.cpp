@@ -11,6 +11,7 @@ namespace backupset {
 namespace {
 
 constexpr std::size_t kMostFiles = 65'535;
+constexpr std::size_t kLongestName = 255;
 constexpr std::uint64_t kLargestFile = 0x7FFF'FFFF;
 constexpr std::size_t kHeaderSize = 36;
 constexpr std::size_t kSizeAt = 8;
@@ -56,6 +57,15 @@ std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const st
 base::Outcome ListTree(const work::Tools& tools, const std::string& folder, const std::string& leftOut,
                        FileTree& tree) {
   return AddTree(tools, folder, {}, leftOut, tree);
+}
+
+std::vector<std::string> TakeOutLongNames(FileTree& tree) {
+  std::vector<std::string> taken;
+  for (const auto& [path, size] : tree.sizes) {
+    if (path.size() > kLongestName) taken.push_back(path);
+  }
+  for (const std::string& path : taken) tree.sizes.erase(path);
+  return taken;
 }
 
 base::Outcome CheckLimits(const FileTree& tree) {

@@ -8,6 +8,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "work/Programs.h"
 
@@ -31,6 +32,9 @@ struct FileTree {
 /// Everything in `folder`, which ends in "\", and in all folders below it but the one directly in it that is named
 /// `leftOut`. Serves the user interface after each folder. Fails when one of them cannot be listed.
 base::Outcome ListTree(const work::Tools& tools, const std::string& folder, const std::string& leftOut, FileTree& tree);
+
+/// Takes the files out of the tree whose paths are longer than a cabinet can hold, and returns them.
+std::vector<std::string> TakeOutLongNames(FileTree& tree);
 
 /// Whether a cabinet can hold these files, as far as that can be told before they are packed.
 base::Outcome CheckLimits(const FileTree& tree);

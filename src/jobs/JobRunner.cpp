@@ -48,10 +48,15 @@ class SectionRun {
   }
 
   base::Outcome Pack(backupset::Incomplete incomplete) {
-    if (kinds_ == 0) return base::Failure("nothing was gathered for " + section_);
+    if (kinds_ == 0) return Nothing();
     const backupset::Archiver archiver(job_.tools, job_.workFolder);
     base::Outcome packed = archiver.PackCategory(archiveName_, incomplete, result_.archive);
-    return packed == base::Result::Stopped ? base::Failure("nothing to pack") : packed;
+    return packed == base::Result::Stopped ? Nothing() : packed;
+  }
+
+  base::Outcome Nothing() {
+    nothing_ = true;
+    return base::Failure("nothing was gathered for " + section_);
   }
 
   SectionResult Concluded(base::Outcome packed) {
@@ -60,7 +65,12 @@ class SectionRun {
     // it; there is no other place for it.
     static_cast<void>(work::EmptyFolder(job_.tools, job_.workFolder.StagingFolder(), work::kArchiveFolderName));
     const std::string why = archiveName_ + ".cab was not made: " + packed.cause;
-    job_.tools.log.WarnOfLoss(why, section_);
+    // Where nothing is to be saved, and nothing went wrong, nothing is lost.
+    if (nothing_ && watch_.Warnings() == 0) {
+      job_.tools.log.WriteLog(app::LogLevel::Information, why);
+    } else {
+      job_.tools.log.WarnOfLoss(why, section_);
+    }
     return {{}, result_.PersonalInfoResult, base::Failure(why)};
   }
 
@@ -68,7 +78,9 @@ class SectionRun {
   const std::string& section_;
   const std::string& archiveName_;
   Gathering gathering_;
+  const app::Watch watch_{job_.tools.log};
   SectionResult result_;
+  bool nothing_ = false;   ///< was gathered
   int kinds_ = 0;          ///< item kinds that produced output
   base::Outcome failure_;  ///< of the first kind that failed
 };

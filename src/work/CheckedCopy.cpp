@@ -87,7 +87,9 @@ class Comparison {
   /// Says what is missing beyond those that were named, and what was copied here.
   CopyResult Conclude(const ProgramEnd& end, base::Outcome command) {
     missing_.Conclude("Not copied");
-    if (right_ == 0 && missing_.Count() == 0 && !end.Succeeded()) tools_.log.WarnOfLoss(end.Cause(), category_);
+    // An empty folder and a pattern that nothing fits are no loss; a file that is named is there, or missed.
+    const bool named = pattern_ != "*" && !IsPattern(pattern_);
+    if (named && right_ == 0 && missing_.Count() == 0) tools_.log.WarnOfLoss("Not there: " + end.description, category_);
     if (added_ > 0) {
       tools_.log.WriteLog(app::LogLevel::Information,
                           "Copied what xcopy has left out: " + std::to_string(added_) + " files (" + category_ + ")");

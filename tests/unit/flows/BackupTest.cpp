@@ -70,8 +70,9 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
     audit.push_back("U004|Sign-out|Backup");
     EXPECT_EQ(session.Told().auditRecords, audit);
     EXPECT_EQ(Heads(session.Told().logLines),
-              (Paths{"Start Backup Utility", "Start Select Information for Backup", "Start Backup", "Backup gathered",
-                     "Start Select Folder", "Selected Folder", "Backup written to D", "Finish Backup Utility"}));
+              (Paths{"Start Backup Utility", "Start User Authentication", "Signed in ", "Start Main Menu",
+                     "Start Select Information for Backup", "Start Backup", "Backup gathered", "Start Select Folder",
+                     "Selected Folder", "Backup written to D", "Finish Backup Utility"}));
     for (const auto& program : session.processes.started)
       EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
   }
@@ -142,8 +143,18 @@ TEST(Backup, SystemGroupIsContentWithOneCategory) {
   session.BeginBackup({.system = true});
   session.See({PathEntryUnreadable});
   session.AcceptFolder("D:\\");
-  session.EndAfter({BackupComplete});
+  session.EndAfter({BackupWarnings, BackupComplete});
   ExpectSet(session, "D:\\", {"UserData"});
+}
+
+// A workstation may lawfully have nothing of a category: where nothing went wrong, nothing is warned of.
+TEST(Backup, WhatThereIsNothingOfIsNotMissed) {
+  Session session(Jobs({"[MENU_BACKUP]", "Folder=Menu", "[SYSTEM_BACKUP]", "Folder=Nothing", "[USER_BACKUP]",
+                        "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"}));
+  session.disk.MakeFolders("C:\\Tarsus\\Nothing");
+  session.BackUpTo("D:\\", {.system = true});
+  session.EndAfter({BackupComplete});
+  ExpectSet(session, "D:\\", {"MenuData"});
 }
 
 // What an exporter leaves elsewhere than in its own files is still taken along.

@@ -122,7 +122,7 @@ TEST(MaintenanceLog, ImagesOfSomeDaysAreCollected) {
     });
     session.See({AskUnprotected});
     session.AcceptFolder("D:\\");
-    session.EndAfter({MaintenanceComplete});
+    session.EndAfter({MaintenanceWarnings, MaintenanceComplete});
     session.ExpectBundle("D:\\", expected, "all studies");
     const std::string log = session.disk.Read(fakes::kLogFile);
     for (const auto& [path, exists, staged] : kImages)
@@ -168,7 +168,7 @@ TEST(MaintenanceLog, FaultsInTheCollectionCostOnlyWhatTheyConcern) {
   session.BeginMaintenance();
   session.See({PathEntryUnreadable, PathEntryUnreadable});
   session.AcceptFolder("D:\\");
-  session.EndAfter({MaintenanceComplete});
+  session.EndAfter({MaintenanceWarnings, MaintenanceComplete});
   session.ExpectBundle("D:\\", {{"BCP\\Tarsus.log", "host log"}}, "studies without names");
 }
 
@@ -179,7 +179,7 @@ TEST(MaintenanceLog, TellsThatPersonalInformationIsLeft) {
   session.BeginMaintenance();
   session.See({PersonalInfoLeft});
   session.AcceptFolder("D:\\");
-  session.EndAfter({MaintenanceComplete});
+  session.EndAfter({MaintenanceWarnings, MaintenanceComplete});
   const fakes::ShownMessage& shown = session.person.Messages().front();
   EXPECT_EQ(shown.text1 + "|" + shown.text2 + "|" + shown.text3, "|7|");
 }

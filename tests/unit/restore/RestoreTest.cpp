@@ -43,10 +43,11 @@ TEST(Restore, BringsEveryFileBack) {
             (Paths{"U004|Sign-in|Backup", "U004|End|Patient data", "U004|End|Menu data", "U004|End|System data",
                    "U004|End|User data", "U004|End|Explanations", "U004|End|IP counter", "U004|Sign-out|Backup"}));
   EXPECT_EQ(Heads(session.Told().logLines),
-            (Paths{"Start Backup Utility", "Start Select Folder", "Selected Folder",
-                   "Start Select Information for Restore", "Start Restore", "Restored PatientData", "Restored MenuData",
-                   "Restored SystemData", "Restored UserData", "Restored ExplanationData", "Restored ReportSetData",
-                   "Restored ReportData", "Restored IPCounter", "Restored from D", "Finish Backup Utility"}));
+            (Paths{"Start Backup Utility", "Start User Authentication", "Signed in ", "Start Main Menu",
+                   "Start Select Folder", "Selected Folder", "Start Select Information for Restore", "Start Restore",
+                   "Restored PatientData", "Restored MenuData", "Restored SystemData", "Restored UserData",
+                   "Restored ExplanationData", "Restored ReportSetData", "Restored ReportData", "Restored IPCounter",
+                   "Restored from D", "Finish Backup Utility"}));
   Paths unpacked;
   for (const fakes::StartRecord& program : session.processes.started) {
     EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
@@ -114,10 +115,10 @@ const Failure kFailures[] = {
     {"archive missing", Gone("D:\\Set\\UserData.cab"), {ArchiveNotUnpacked}, {kMenu}},
     {"medium vanishes", Before("UserData.cab\" ", NoMedium("D:")), {RestoreFailed}, {kMenu}},
     {"audit refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {RestoreNotRecorded}, {kMenu, kReport, kUser}},
-    {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {RestoreComplete}, {kMenu, kReport}},
-    {"batch file missing: it and the next are passed over", kNoBatchFile, {RestoreComplete}, {kMenu, kReport, kUser}},
+    {"target in use: passed over", InUse("C:\\Tarsus\\User\\users.dat"), {RestoreWarnings, RestoreComplete}, {kMenu, kReport}},
+    {"batch file missing: it and the next are passed over", kNoBatchFile, {RestoreWarnings, RestoreComplete}, {kMenu, kReport, kUser}},
     {"empty piece of a list: passed over", kEmptyPiece, {RestoreComplete}, {"Data\\Loaded.txt", kMenu, kReport}},
-    {"no parent folder: passed over", kNoParent, {RestoreComplete}, {kMenu, kReport}},
+    {"no parent folder: passed over", kNoParent, {RestoreWarnings, RestoreComplete}, {kMenu, kReport}},
 };
 
 // Menu, user and report data, in this order: the second goes wrong.
