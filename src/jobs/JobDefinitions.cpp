@@ -80,6 +80,12 @@ std::vector<std::string> JobDefinitions::FilledItems(JobKey key, const std::stri
   return items;
 }
 
+std::vector<std::string> JobDefinitions::FolderItems(const std::string& section) const {
+  std::vector<std::string> items = Items(JobKey::Folder, section);
+  if (items.size() > 1) std::erase_if(items, [](const std::string& item) { return base::Trim(item).empty(); });
+  return items;
+}
+
 void JobDefinitions::Forget(int section) {
   if (section < 0) return;
   for (Table& table : tables_) table[static_cast<std::size_t>(section)].reset();

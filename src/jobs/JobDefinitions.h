@@ -56,6 +56,11 @@ class JobDefinitions {
   /// The same without the empty ones, which name nothing.
   std::vector<std::string> FilledItems(JobKey key, const std::string& section) const;
 
+  /// The items of `Folder`, in a backup as in a restore: one empty item, which stands for the whole application root,
+  /// where the key stands there with an empty value, and else no empty or blank piece: a ";" too many must not take the
+  /// whole installation.
+  std::vector<std::string> FolderItems(const std::string& section) const;
+
  private:
   static constexpr std::size_t kSlots = 20;  // the last one is never used
   using Table = std::array<std::optional<std::string>, kSlots>;

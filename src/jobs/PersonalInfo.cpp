@@ -27,7 +27,7 @@ class Filtering {
     const bool images = variable_ == kImageVariable;
     if (images && job_.maintenance && job_.maintenance->CollectImages == 1) {
       if (base::Outcome written = WriteImageRange(job_); !written.IsDone()) {
-        job_.tools.log.WarnOfLoss("Image range not written: " + source, section_);
+        job_.tools.log.WarnOfLoss("Image range not written: " + source + ": " + written.cause, section_);
         return written;
       }
     }
@@ -54,10 +54,11 @@ base::Outcome ApplyPersonalInfoList(const Job& job, const std::string& section, 
   PersonalInfoResult = 0;
   const auto filter = job.components.CreatePersonalInfoFilter();
   std::string listDatabase;
-  if (!filter || !job.paths.GetPathEntry("DeleteListDB", listDatabase).IsDone()) {
-    base::Outcome missing = base::Failure("No personal-information filter or no list of patients");
-    job.tools.log.WarnOfLoss(missing.cause, section);
-    return missing;
+  base::Outcome ready = filter ? job.paths.GetPathEntry("DeleteListDB", listDatabase)
+                               : base::Failure("the personal-information filter cannot be created");
+  if (!ready.IsDone()) {
+    job.tools.log.WarnOfLoss("No personal-information filter or no list of patients: " + ready.cause, section);
+    return ready;
   }
   filter->SetListDatabase(listDatabase);
   Filtering filtering(job, section, *filter);

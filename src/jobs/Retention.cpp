@@ -16,8 +16,10 @@
 namespace jobs {
 namespace {
 
+constexpr char kCategory[] = "client logs";
 constexpr std::uint32_t kDefaultNumber = 20;
 constexpr std::size_t kSuffixLength = 13;  // "_yymmddhhmmss"
+constexpr std::string_view kHead = "Maintenance_";
 
 struct Folder {
   std::string name;
@@ -25,10 +27,8 @@ struct Folder {
   bool deleted = false;
 };
 
-/// All folders in `folder`, the newest of a client first.
-std::vector<Folder> FoldersIn(host::FileSystem& files, const std::string& folder) {
-  std::vector<host::FolderEntry> entries;
-  static_cast<void>(files.List(folder, "*", entries));
+/// All folders among `entries`, the newest of a client first.
+std::vector<Folder> FoldersOf(const std::vector<host::FolderEntry>& entries) {
   std::vector<std::string> names;
   for (const host::FolderEntry& entry : entries) {
     if (entry.isFolder) names.push_back(entry.name);
@@ -48,21 +48,33 @@ std::optional<std::u32string> ClientPrefix(const Folder& folder) {
   return folder.folded.substr(0, folder.folded.size() - kSuffixLength);
 }
 
-/// Each client once, in the order of `folders`; false when a maintenance folder's name has no prefix.
-bool DistinctPrefixes(const std::vector<Folder>& folders, std::vector<std::u32string>& prefixes) {
+/// Whether a name that is long enough ends in "_" and twelve digits.
+bool EndsInStamp(const std::u32string& name) {
+  const std::u32string_view suffix = std::u32string_view(name).substr(name.size() - kSuffixLength);
+  return suffix.front() == U'_' &&
+         std::ranges::all_of(suffix.substr(1), [](char32_t digit) { return digit >= U'0' && digit <= U'9'; });
+}
+
+/// Each client once, in the order of `folders`; fails when a maintenance folder's name has no prefix.
+base::Outcome DistinctPrefixes(app::OperationLog& log, const std::vector<Folder>& folders,
+                               std::vector<std::u32string>& prefixes) {
   std::set<std::u32string> known;
   for (const Folder& folder : folders) {
     if (!base::MatchesFileName(folder.name, "Maintenance_*")) continue;
     const std::optional<std::u32string> prefix = ClientPrefix(folder);
-    if (!prefix) return false;
-    if (known.insert(*prefix).second) prefixes.push_back(*prefix);
+    if (!prefix) return base::Failure("no time stamp in the folder's name " + folder.name);
+    if (prefix->size() <= kHead.size() && !EndsInStamp(folder.folded)) {  // would be a wildcard for every client
+      log.WriteLog(app::LogLevel::Information, "No client's folder, kept : " + folder.name);
+    } else if (known.insert(*prefix).second) {
+      prefixes.push_back(*prefix);
+    }
   }
-  return true;
+  return base::Result::Done;
 }
 
 bool Delete(const work::Tools& tools, const std::string& folder) {
   const bool deleted = work::DeleteFolderForced(tools.files, folder).IsDone();
-  if (!deleted) tools.log.WarnOfLoss("Not deleted: " + folder, "client logs");
+  if (!deleted) tools.log.WarnOfLoss("Not deleted: " + folder, kCategory);
   tools.messageLoop.Yield();
   return deleted;
 }
@@ -89,11 +101,17 @@ void PruneClient(const work::Tools& tools, const std::string& path, const std::u
 
 base::Outcome PruneClientLogBackups(const work::Tools& tools, host::QX32& registry, const std::string& folder) {
   const std::string from = base::WithTrailingBackslash(base::Trim(folder));
-  std::vector<Folder> folders = FoldersIn(tools.files, from);
+  std::vector<host::FolderEntry> entries;
+  std::vector<std::u32string> prefixes;
+  base::Outcome pruned = tools.files.List(from, "*", entries);
+  std::vector<Folder> folders = FoldersOf(entries);
+  if (pruned.IsDone()) pruned = DistinctPrefixes(tools.log, folders, prefixes);
+  if (!pruned.IsDone()) {
+    tools.log.WarnOfLoss("Client logs not pruned: " + pruned.cause, kCategory);
+    return pruned;
+  }
   std::uint32_t keep = kDefaultNumber;
   if (!registry.RegGetKeyDWORD("ClientLogBackupNumber", keep).IsDone()) keep = kDefaultNumber;
-  std::vector<std::u32string> prefixes;
-  if (!DistinctPrefixes(folders, prefixes)) return base::Failure("a folder's name in " + from + " has no time stamp");
   for (const std::u32string& prefix : prefixes) PruneClient(tools, from, prefix, keep, folders);
   return base::Result::Done;
 }

@@ -32,12 +32,15 @@ base::Outcome ExportStudyList(const work::Tools& tools, const app::PathTable& pa
   const std::string exported = base::FolderOf(exporter) + kStudyList;
   const std::string& staging = workFolder.StagingFolder();
   for (const std::string& earlier : {exported, staging + kStudyList}) {
-    if (base::Outcome removed = RemoveEarlierList(tools.files, earlier); !removed.IsDone()) return removed;
+    base::Outcome removed = RemoveEarlierList(tools.files, earlier);
+    if (removed.IsDone()) continue;
+    tools.log.WarnOfLoss("Earlier list of studies not removed: " + removed.cause, kCategory);
+    return removed;
   }
   const work::ProgramEnd end = work::RunInItsFolder(tools, exporter, staging, kCategory);
   if (!end.started) return end.Started();
   if (base::Outcome moved = work::MoveFileToFolder(tools.files, exported, staging); !moved.IsDone()) {
-    tools.log.WarnOfLoss("Not moved: " + exported, kCategory);
+    tools.log.WarnOfLoss("Not moved: " + exported + ": " + moved.cause, kCategory);
     return moved;
   }
   // However the copy failed, the list did.

@@ -34,16 +34,27 @@ TEST_F(JobTest, ClientLogsAreImportedInListedOrderAndConsumed) {
   EXPECT_TRUE(WasWarnedOf("Exit code 1: cabarc -r -p X Maintenance_AB.cab"));
 }
 
-// The first fault ends it.
+struct ImportFault {
+  Arrangement arrange;
+  Ids messages;
+  std::string line;  ///< of the log, behind its kind
+};
+
+const ImportFault kImportFaults[] = {
+    {NoEntry("Update"), {PathEntryUnreadable}, "Message 60326: path-table entry \"Update\": "},
+    {NoEntry("ClientLog"), {PathEntryUnreadable}, "Message 60326: path-table entry \"ClientLog\": "},
+    {[](auto& host) { host.qx32.pathTable["ClientLog"] = "C:\\NoParent\\ClientLog"; },
+     {},
+     "Client-log folder not made: C:\\NoParent\\ClientLog"},
+    {Fails("FileSystem", "MoveTo"), {}, "Client log not moved: C:\\Tarsus\\Update\\Maintenance_A.cab"},
+    {Gone(kArchiver), {}, "Client log not unpacked: Not started: cabarc -r -p X Maintenance_A.cab"},
+    {Fails("FileSystem", "SetCurrentFolder"), {}, "Client log not unpacked: C:\\Tarsus\\ClientLog"},
+    {Fails("FileSystem", "RemoveFile"), {}, "Client log not removed: C:\\Tarsus\\ClientLog\\Maintenance_A.cab"}};
+
+// The first fault ends it, and the log says why. What a run has left, the next one takes in.
 TEST(ClientLogImport, LosesNoArchive) {
-  const std::pair<Arrangement, Ids> faults[] = {
-      {NoEntry("Update"), {PathEntryUnreadable}},
-      {NoEntry("ClientLog"), {PathEntryUnreadable}},
-      {[](auto& host) { host.qx32.pathTable["ClientLog"] = "C:\\NoParent\\ClientLog"; }, {}},
-      {File("C:\\Tarsus\\ClientLog\\Maintenance_A.cab", "stands there already"), {}},
-      {Gone(kArchiver), {}},
-      {Fails("FileSystem", "SetCurrentFolder"), {}}};
-  for (const auto& [arrange, messages] : faults) {
+  for (const auto& [arrange, messages, line] : kImportFaults) {
+    SCOPED_TRACE(line);
     JobStation station;
     station.host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab", ClientArchive("A"));
     arrange(station.host);
@@ -51,7 +62,23 @@ TEST(ClientLogImport, LosesNoArchive) {
     EXPECT_EQ(Import(station), Result::Failed);
     EXPECT_TRUE(station.host.disk.Read("C:\\Tarsus\\Update\\Maintenance_A.cab") == ClientArchive("A") ||
                 station.host.disk.Read("C:\\Tarsus\\ClientLog\\Maintenance_A.cab") == ClientArchive("A"));
+    EXPECT_TRUE(station.WasWarnedOf(line));
   }
+}
+
+TEST_F(JobTest, AnArchiveThatWasLeftBehindBlocksNobody) {
+  host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab", ClientArchive("A"));
+  const std::string archiver = host.disk.Read(kArchiver);
+  Gone(kArchiver)(host);
+  EXPECT_EQ(Import(*this), Result::Failed);
+  EXPECT_EQ(NamesBelow("C:\\Tarsus\\ClientLog"), Names{"Maintenance_A.cab"});
+  host.disk.Write(kArchiver, archiver);
+  host.disk.Write("C:\\Tarsus\\Update\\Maintenance_A.cab",
+                  fakes::MakeCabinet({{"Maintenance_A_120315101010\\c.log", "newer"}}));
+  EXPECT_EQ(Import(*this), Result::Done);
+  EXPECT_EQ(NamesBelow("C:\\Tarsus\\ClientLog"),
+            (Names{"Maintenance_A_120314101010\\c.log", "Maintenance_A_120315101010\\c.log"}));
+  EXPECT_EQ(NamesBelow("C:\\Tarsus\\Update"), Names{});
 }
 
 /// Folder names of a client, the oldest first: those numbered from `first` to `last`.
@@ -73,6 +100,7 @@ struct Retention {
   std::optional<std::uint32_t> keep;  ///< the registry value, where there is one
   Names kept;
   Result result = Result::Done;
+  std::string line = {};  ///< of the log
 };
 
 const Retention kRetentions[] = {
@@ -84,7 +112,13 @@ const Retention kRetentions[] = {
     {"a name that begins another one", Folders("PC1", 1, 2) + Folders("PC10", 1, 2), 2, Folders("PC1", 1, 2)},
     {"names beyond ASCII", Folders("Ärztin", 1, 2), 1, Folders("Ärztin", 2, 2)},
     {"a name without a suffix stops everything", Folders("PC1", 1, 3) + Names{"Maintenance_"}, 1,
-     Folders("PC1", 1, 3) + Names{"Maintenance_"}, Result::Failed},
+     Folders("PC1", 1, 3) + Names{"Maintenance_"}, Result::Failed,
+     "Client logs not pruned: no time stamp in the folder's name Maintenance_ (client logs)"},
+    {"a name without a stamp is no client's",
+     Folders("PC1", 1, 2) + Folders("PC2", 1, 1) + Names{"Maintenance_old", "Maintenance_of_last_year_", "Manuals"}, 1,
+     Folders("PC1", 2, 2) + Folders("PC2", 1, 1) + Names{"Maintenance_old", "Maintenance_of_last_year_", "Manuals"},
+     Result::Done, "No client's folder, kept : Maintenance_old"},
+    {"a stamp alone", {"Maintenance_120315093101", "Maintenance_120315093102"}, 1, {"Maintenance_120315093102"}},
     {"other folders stay", {"Keep_120315093100", "Keep_120315093101"}, 0, {"Keep_120315093100", "Keep_120315093101"}},
 };
 
@@ -99,6 +133,7 @@ TEST(ClientLogRetention, KeepsTheNewestOfEachClient) {
     Names left;
     for (const auto& entry : station.host.disk.Children("C:\\Logs")) left.push_back(entry->name);
     EXPECT_EQ(left + Names{}, each.kept + Names{"Maintenance_a_file_is_none.txt"});
+    EXPECT_TRUE(each.line.empty() || station.host.components.Logged(each.line));
   }
 }
 

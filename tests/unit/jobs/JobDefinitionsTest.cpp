@@ -49,6 +49,19 @@ TEST_F(JobTest, SplitsListsAndFillsInDefaults) {
   EXPECT_EQ(definitions.Items(JobKey::PersonalInfo, "LOG_BACKUP"), Names{});
 }
 
+// A stray ";" must not pack, or replace, the whole installation.
+TEST_F(JobTest, OnlyAnEmptyFolderValueIsTheApplicationRoot) {
+  const std::pair<const char*, Names> values[] = {{"Folder=", {""}},  {"Folder=  ", {""}},          {"Folder=;", {}},
+                                                  {"Folder=; ;", {}}, {"Folder=a;;b;", {"a", "b"}}, {"Folder=a", {"a"}},
+                                                  {"BatFile=a", {}}};
+  for (const char* section : {"MENU_BACKUP", "MENU_RESTORE"}) {
+    for (const auto& [line, items] : values) {
+      EXPECT_TRUE(LoadSection(section, {line}).IsDone());
+      EXPECT_EQ(definitions.FolderItems(section), items) << line;
+    }
+  }
+}
+
 TEST_F(JobTest, KeepsOtherSectionsAndForgetsItsOwnOldValues) {
   EXPECT_TRUE(LoadSection("MENU_BACKUP", {"Folder=menu"}).IsDone());
   EXPECT_TRUE(LoadSection("USER_BACKUP", {"Folder=user", "BatFile=old"}).IsDone());

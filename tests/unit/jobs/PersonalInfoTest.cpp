@@ -48,8 +48,11 @@ TEST(PersonalInfo, HandsEveryItemToTheFilter) {
 }
 
 TEST(PersonalInfo, NeedsTheFilterItsListAndTheRange) {
-  for (const Arrangement& fault : {Fails("FileSystem", "CreateText"), NoEntry("DeleteListDB"),
-                                   Fails("ComponentFactory", "CreatePersonalInfoFilter")}) {
+  const std::pair<Arrangement, const char*> faults[] = {
+      {Fails("FileSystem", "CreateText"), "Image range not written: C:\\Tarsus\\Image\\a: "},
+      {NoEntry("DeleteListDB"), "no list of patients: path-table entry \"DeleteListDB\": "},
+      {Fails("ComponentFactory", "CreatePersonalInfoFilter"), "no list of patients: the personal-information filter"}};
+  for (const auto& [fault, line] : faults) {
     JobStation station;
     station.job.maintenance = {.CollectImages = 1};
     EXPECT_EQ(station.LoadSection("MAINTENANCE", {"PersonalInfo=%Image%\\a"}), Result::Done);
@@ -57,6 +60,7 @@ TEST(PersonalInfo, NeedsTheFilterItsListAndTheRange) {
     std::int32_t code = 0;
     EXPECT_EQ(jobs::ApplyPersonalInfoList(station.job, "MAINTENANCE", code), Result::Failed);
     EXPECT_TRUE(station.host.Told().filterCalls.empty());
+    EXPECT_TRUE(station.WasWarnedOf(line)) << line;
   }
 }
 
