@@ -20,7 +20,10 @@ struct Route {
   const char* folder;        ///< destination or source
   base::MessageId finished;  ///< the message that reports success
   void (*arrange)(Course&);
+  bool deletesLogs = false;  ///< once they are saved
 
+  /// The message that says, before the success, that something was left out.
+  base::MessageId Warnings() const;
   bool IsRestore() const { return menuItem == Menu::Restore; }
   bool UsesFloppies() const { return folder[0] == 'A'; }
 };
@@ -59,8 +62,8 @@ struct Course : Session {
   host::Answer AnswerMessage(base::MessageId id);
 };
 
-/// All roads: backups to a folder, over an older set, to a medium and to floppies; restores from a
-/// folder and from floppies; a protected bundle and one with images.
+/// All roads: backups to a folder, over an older set with the logs deleted afterwards, to a medium and to floppies;
+/// restores from a folder and from floppies; a protected bundle and one with images.
 const std::vector<Route>& Routes();
 const Route& RouteNamed(const std::string& name);
 
