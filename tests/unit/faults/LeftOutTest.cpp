@@ -78,7 +78,7 @@ TEST(LeftOut, IsCopiedAllTheSameOrTold) {
     MediumFiles expected = route.IsRestore() ? whole.after : Unpacked(whole.destination);
     if (!each.lost.empty()) {
       ASSERT_EQ(expected.erase(each.lost), 1u);
-      if (route.IsRestore()) expected[each.lost] = whole.before.at(each.lost);
+      if (route.IsRestore()) expected[each.lost] = whole.course.before.at(each.lost);
     }
     course.Travel();
     EXPECT_EQ(Judge(course, whole), "");
@@ -115,13 +115,12 @@ TEST(LeftOut, LogsStayWhenOneOfThemIsNotInTheSet) {
   Course course(RouteNamed("OlderSet"));
   Files({kLogs + std::string("a.log"), kLogs + std::string("z.log"), kLogs + std::string("Old\\z.log")})(course);
   Locked(kLogs + std::string("a.log"))(course);
-  const MediumFiles before = course.HostFiles();
   course.Travel();
   const MediumFiles saved = Unpacked(course.Destination());
   for (const std::string name : {"host.log", "z.log", "Old\\old.log", "Old\\z.log"})
     EXPECT_TRUE(saved.contains("LogData.cab\\Host\\" + name)) << name;
   EXPECT_EQ(LastShown(course, 3), (Ids{BackupWarnings, BackupComplete, LogsNotDeleted}));
-  EXPECT_EQ(course.HostFiles(), before);
+  EXPECT_EQ(course.HostFiles(), course.before);
 }
 
 // xcopy says nothing of a hidden log; the deletion takes it.

@@ -22,7 +22,7 @@ bool IsSaved(Course& course, const std::string& bytes) {
 /// Whether each file of the host is as it was before, or as the job leaves it; one that the job deletes is in the set.
 bool KeepsHostData(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
-  return std::ranges::all_of(flawless.before, [&](const auto& old) {
+  return std::ranges::all_of(course.before, [&](const auto& old) {
     const auto file = files.find(old.first);
     const auto wanted = flawless.after.find(old.first);
     if (file == files.end()) return wanted == flawless.after.end() && IsSaved(course, old.second);
@@ -34,7 +34,7 @@ bool KeepsHostData(Course& course, const Flawless& flawless) {
 bool LeftSomething(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
   return std::ranges::any_of(files, [&](const auto& file) {
-    return !flawless.before.contains(file.first) && !flawless.after.contains(file.first);
+    return !course.before.contains(file.first) && !flawless.after.contains(file.first);
   });
 }
 
@@ -42,7 +42,7 @@ bool LeftSomething(Course& course, const Flawless& flawless) {
 bool KeptLogs(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
   return std::ranges::any_of(files, [&](const auto& file) {
-    return flawless.before.contains(file.first) && !flawless.after.contains(file.first);
+    return course.before.contains(file.first) && !flawless.after.contains(file.first);
   });
 }
 
@@ -57,7 +57,6 @@ bool WasToldMore(Course& course, const Flawless& flawless) {
 
 Flawless::Flawless(const Route& route, const Arrangement& arrange) : course(route) {
   arrange(course);
-  before = course.HostFiles();
   course.Travel();
   EXPECT_TRUE(course.ReportedSuccess() && !WasWarned(course)) << route.name;
   after = course.HostFiles();

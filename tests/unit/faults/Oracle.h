@@ -13,7 +13,7 @@ struct Flawless {
   explicit Flawless(const Route& route, const Arrangement& arrange = Nothing);
 
   Course course;
-  MediumFiles before, after;  ///< files of the host
+  MediumFiles after;  ///< files of the host
   MediumFiles destination;
 };
 

@@ -33,7 +33,10 @@ struct Course : Session {
   explicit Course(const Route& route);
 
   /// From start-up to exit, whatever comes.
-  void Travel() { RunUnchecked(); }
+  void Travel() {
+    before = HostFiles();
+    RunUnchecked();
+  }
 
   bool ReportedSuccess() const { return person.WasShown(route.finished); }
   /// A set in the folder of sets.
@@ -48,6 +51,7 @@ struct Course : Session {
   MediumFiles HostFiles();
 
   const Route& route;
+  MediumFiles before;             ///< files of the host when the program was started
   bool offersNothing = false;     ///< the restore dialog opened without a category to restore
   std::vector<MediumFiles> pile;  ///< floppies written, or to restore from
 
