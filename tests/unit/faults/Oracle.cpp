@@ -30,6 +30,13 @@ bool KeepsHostData(Course& course, const Flawless& flawless) {
   });
 }
 
+/// Whether the log says that something went wrong. Enough for a copy that is left behind at the sign-in, before any
+/// job; not for a job's result.
+bool IsLogged(Course& course) {
+  const std::string log = course.disk.Read(fakes::kLogFile);
+  return log.find("[Warning]") != std::string::npos || log.find("[Error]") != std::string::npos;
+}
+
 /// Whether a file stands in the host's folders that neither was there nor belongs there now.
 bool LeftSomething(Course& course, const Flawless& flawless) {
   const MediumFiles files = course.HostFiles();
@@ -95,7 +102,8 @@ std::string Judge(Course& course, const Flawless& flawless, Voice voice) {
     check(told || voice != Voice::Whole, "it failed without a word");
   }
   check(KeepsHostData(course, flawless), "data of the host was lost");
-  check(isMute || !LeftSomething(course, flawless) || told, "something was left in the host's folders without a word");
+  check(isMute || !LeftSomething(course, flawless) || told || IsLogged(course),
+        "something was left in the host's folders without a word");
   check(!course.HasOpenFiles(), "a file was left open");
   check(isMute || course.IsTemporaryFolderEmpty() || course.person.WasShown(RestoreWorkFolderNotRemoved) ||
             course.person.WasShown(BackupWorkFolderNotRemoved),
