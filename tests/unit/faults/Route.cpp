@@ -23,7 +23,17 @@ void FillData(fakes::FakeHost& host, const std::string& bytes) {
   for (const char* path : kRestorable) host.disk.Write(kHostFolder + std::string(path), bytes);
 }
 
+// The deletion means files that the demonstration's backup leaves out.
+void SaveEveryLog(Course& course) {
+  const std::string list = std::string(fakes::kSystemFolder) + "BackupList.ini";
+  const std::string saved = "ip.dat";
+  std::string jobs = course.disk.Read(list);
+  jobs.insert(jobs.find(saved) + saved.size(), ";%System%\\*.log");
+  EXPECT_TRUE(course.disk.Write(list, jobs));
+}
+
 void PutOlderSet(Course& course) {
+  SaveEveryLog(course);
   static const Route kEarlier = {"Earlier", Menu::Backup, kSetFolder, BackupComplete,
                                  [](Course& it) { FillData(it, kOlderData); }};
   course.PutSet(FlawlessSet(kEarlier).front());
@@ -62,6 +72,11 @@ void WantImages(Course& course) {
 
 }  // namespace
 
+base::MessageId Route::Warnings() const {
+  if (menuItem == Menu::MaintenanceLog) return MaintenanceWarnings;
+  return IsRestore() ? RestoreWarnings : BackupWarnings;
+}
+
 Course::Course(const Route& way) : route(way) {
   route.arrange(*this);
   Once<frmUserAuthentication>([](frmUserAuthentication& form) {
@@ -74,9 +89,10 @@ Course::Course(const Route& way) : route(way) {
     const bool again = std::exchange(entered, true);
     again || !item.Enabled() ? fakes::Press(form.cmdEnd, kShift) : fakes::Press(item);
   });
-  Once<frmBackup>([](frmBackup& form) {
+  Once<frmBackup>([this](frmBackup& form) {
     fakes::Tick(form.chkSystemData);
     fakes::Tick(form.chkReportData);
+    if (route.deletesLogs) fakes::Tick(form.chkDeleteLog);
     fakes::Press(form.cmdStart);
   });
   Once<frmRestore>([this](frmRestore& form) {
@@ -125,7 +141,7 @@ MediumFiles Course::Destination() {
 }
 
 bool Course::HasOpenFiles() {
-  return fakes::InUse(*disk.Find("A:\\")) || fakes::InUse(*disk.Find("C:\\")) || fakes::InUse(*disk.Find("D:\\"));
+  return fakes::IsOpen(*disk.Find("A:\\")) || fakes::IsOpen(*disk.Find("C:\\")) || fakes::IsOpen(*disk.Find("D:\\"));
 }
 
 MediumFiles Course::HostFiles() {
@@ -139,7 +155,7 @@ MediumFiles Course::HostFiles() {
 const std::vector<Route>& Routes() {
   static const std::vector<Route> kRoutes = {
       {"Folder", Menu::Backup, kSetFolder, BackupComplete, LeaveAsIs},
-      {"OlderSet", Menu::Backup, kSetFolder, BackupComplete, PutOlderSet},
+      {"OlderSet", Menu::Backup, kSetFolder, BackupComplete, PutOlderSet, true},
       {"Medium", Menu::Backup, "D:\\", BackupComplete, NeedPreparation},
       {"Floppies", Menu::Backup, "A:\\", BackupComplete, PutBigReport},
       {"RestoreFolder", Menu::Restore, kSetFolder, RestoreComplete, PutDamagedData},

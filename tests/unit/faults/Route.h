@@ -20,7 +20,10 @@ struct Route {
   const char* folder;        ///< destination or source
   base::MessageId finished;  ///< the message that reports success
   void (*arrange)(Course&);
+  bool deletesLogs = false;  ///< once they are saved
 
+  /// The message that says, before the success, that something was left out.
+  base::MessageId Warnings() const;
   bool IsRestore() const { return menuItem == Menu::Restore; }
   bool UsesFloppies() const { return folder[0] == 'A'; }
 };
@@ -30,7 +33,10 @@ struct Course : Session {
   explicit Course(const Route& route);
 
   /// From start-up to exit, whatever comes.
-  void Travel() { RunUnchecked(); }
+  void Travel() {
+    before = HostFiles();
+    RunUnchecked();
+  }
 
   bool ReportedSuccess() const { return person.WasShown(route.finished); }
   /// A set in the folder of sets.
@@ -45,6 +51,7 @@ struct Course : Session {
   MediumFiles HostFiles();
 
   const Route& route;
+  MediumFiles before;             ///< files of the host when the program was started
   bool offersNothing = false;     ///< the restore dialog opened without a category to restore
   std::vector<MediumFiles> pile;  ///< floppies written, or to restore from
 
@@ -59,8 +66,8 @@ struct Course : Session {
   host::Answer AnswerMessage(base::MessageId id);
 };
 
-/// All roads: backups to a folder, over an older set, to a medium and to floppies; restores from a
-/// folder and from floppies; a protected bundle and one with images.
+/// All roads: backups to a folder, over an older set with the logs deleted afterwards, to a medium and to floppies;
+/// restores from a folder and from floppies; a protected bundle and one with images.
 const std::vector<Route>& Routes();
 const Route& RouteNamed(const std::string& name);
 
