@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <cstring>
 
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -72,14 +72,6 @@ Packed PackedData(const UnpackJob& job, const BlockPlace& place) {
   return {job.blocks.data() + place.at + header, place.size - header};
 }
 
-// Writers differ in whether a block's reserved bytes count. Without such bytes both are the same.
-bool ChecksumFits(const UnpackJob& job, const BlockPlace& place) {
-  const std::uint8_t* const block = job.blocks.data() + place.at;
-  const Packed packed = PackedData(job, place);
-  const std::uint32_t sum = Checksum(packed.data, packed.size, 0);
-  return Checksum(block + 4, 4, sum) == Get32(block) || Checksum(block + 4, 4u + job.blockReserve, sum) == Get32(block);
-}
-
 }  // namespace
 
 void BlockPacker::FreeCompressor::operator()(libdeflate_compressor* compressor) const {
@@ -138,9 +130,11 @@ void BlockUnpacker::Run(UnpackJob& job) {
 }
 
 BlockState BlockUnpacker::Unpack(const UnpackJob& job, const BlockPlace& place, std::uint8_t* out) {
-  const bool checked = Get32(job.blocks.data() + place.at) != 0;
+  const std::uint8_t* const block = job.blocks.data() + place.at;
+  const BlockHeader header = ReadBlockHeader(block);
+  const bool checked = header.checksum != 0;
   if (!checked && !job.allowUnchecked) return BlockState::Unchecked;
-  if (checked && !ChecksumFits(job, place)) return BlockState::BadChecksum;
+  if (checked && !ChecksumFits(block, header, job.blockReserve)) return BlockState::BadChecksum;
   const Packed packed = PackedData(job, place);
   if (job.method == Method::None) {
     if (packed.size != place.unpackedSize) return BlockState::Damaged;
@@ -174,4 +168,4 @@ bool HistoryUnpacker::Unpack(const UnpackJob& job, const BlockPlace& place, std:
   return inflate(stream_.get(), Z_FINISH) == Z_STREAM_END && stream_->avail_out == 0;
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

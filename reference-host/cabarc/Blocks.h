@@ -7,12 +7,13 @@
 #include <vector>
 
 #include "cabarc/CabFormat.h"
+#include "cabinet/Blocks.h"
 
 struct libdeflate_compressor;
 struct libdeflate_decompressor;
 struct z_stream_s;
 
-namespace cabinet {
+namespace cabarc {
 
 /// Blocks that are read, handed to a thread and written together.
 inline constexpr std::size_t kBlocksPerJob = 4;
@@ -122,4 +123,4 @@ class HistoryUnpacker {
   bool ready_ = false;
 };
 
-}  // namespace cabinet
+}  // namespace cabarc

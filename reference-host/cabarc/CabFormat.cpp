@@ -1,14 +1,10 @@
-// Writes the records that open a cabinet, and computes the checksum of its blocks.
+// Writes the records that open a cabinet.
 #include "cabarc/CabFormat.h"
 
-#include <libdeflate.h>
+#include <string_view>
+#include <utility>
 
-#include <bit>
-#include <cstring>
-
-#include "cabarc/MemberNames.h"
-
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -28,17 +24,17 @@ class RecordBytes {
   std::vector<std::uint8_t> bytes;
 };
 
-void AddHeader(RecordBytes& out, const CabinetRecords& records) {
+void AddHeader(RecordBytes& out, const Structure& structure) {
   const std::size_t foldersAt = kHeaderSize + kReserveSizesSize + kCrcReserveSize;
   out.AddText("MSCF");
   out.Add32(0);
-  out.Add32(records.size);
+  out.Add32(structure.size);
   out.Add32(0);
-  out.Add32(static_cast<std::uint32_t>(foldersAt + (kFolderRecordSize + kFolderCrcSize) * records.folders.size()));
+  out.Add32(static_cast<std::uint32_t>(foldersAt + (kFolderRecordSize + kFolderCrcSize) * structure.folders.size()));
   out.Add32(0);
   out.Add16(kVersion);
-  out.Add16(static_cast<std::uint16_t>(records.folders.size()));
-  out.Add16(static_cast<std::uint16_t>(records.members.size()));
+  out.Add16(static_cast<std::uint16_t>(structure.folders.size()));
+  out.Add16(static_cast<std::uint16_t>(structure.members.size()));
   out.Add16(kFlagReserve);
   out.Add32(0);  // set and number in the set: none
   out.Add16(kCrcReserveSize);
@@ -50,33 +46,16 @@ void AddHeader(RecordBytes& out, const CabinetRecords& records) {
 
 }  // namespace
 
-static_assert(std::endian::native == std::endian::little, "the words below are read in the machine's order");
-
-std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed) {
-  std::uint64_t lanes[4] = {};  // independent of each other, so that the loads overlap
-  for (; size >= sizeof lanes; size -= sizeof lanes, data += sizeof lanes) {
-    std::uint64_t words[4];
-    std::memcpy(words, data, sizeof words);
-    for (std::size_t i = 0; i < 4; ++i) lanes[i] ^= words[i];
-  }
-  const std::uint64_t folded = lanes[0] ^ lanes[1] ^ lanes[2] ^ lanes[3];
-  std::uint32_t sum = seed ^ static_cast<std::uint32_t>(folded) ^ static_cast<std::uint32_t>(folded >> 32);
-  for (; size >= 4; size -= 4, data += 4) sum ^= Get32(data);
-  std::uint32_t rest = 0;
-  for (; size > 0; --size, ++data) rest = rest << 8 | *data;
-  return sum ^ rest;
-}
-
-std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records) {
+std::vector<std::uint8_t> WriteRecords(const Structure& structure) {
   RecordBytes out;
-  AddHeader(out, records);
-  for (const FolderRecord& folder : records.folders) {
+  AddHeader(out, structure);
+  for (const Folder& folder : structure.folders) {
     out.Add32(folder.dataAt);
     out.Add16(folder.blocks);
     out.Add16(folder.method);
     out.Add32(folder.crc);
   }
-  for (const MemberRecord& member : records.members) {
+  for (const Member& member : structure.members) {
     out.Add32(member.size);
     out.Add32(member.at);
     out.Add16(member.folder);
@@ -90,9 +69,4 @@ std::vector<std::uint8_t> WriteRecords(const CabinetRecords& records) {
   return std::move(out.bytes);
 }
 
-std::uint32_t RecordsCrc(std::vector<std::uint8_t> records) {
-  if (records.size() >= kCrcAt + 4) Put32(records.data() + kCrcAt, 0);
-  return libdeflate_crc32(0, records.data(), records.size());
-}
-
-}  // namespace cabinet
+}  // namespace cabarc

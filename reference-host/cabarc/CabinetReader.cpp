@@ -9,7 +9,7 @@
 #include "cabarc/Blocks.h"
 #include "cabarc/OrderedPool.h"
 
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -29,14 +29,14 @@ Status TextOf(BlockState state) {
 // Reads blocks ahead, has them unpacked by the pool and passes the results on in order.
 class CabinetReader::Unpacking {
  public:
-  Unpacking(BufferedInput& input, const CabinetRecords& records, const ReadOptions& options)
+  Unpacking(BufferedInput& input, const Structure& structure, const ReadOptions& options)
       : input_(input),
-        blockReserve_(records.blockReserve),
-        allowUnchecked_(options.allowUnchecked && !records.guarded),
+        blockReserve_(structure.blockReserve),
+        allowUnchecked_(options.allowUnchecked && !structure.guarded),
         pool_(options.threads) {}
 
   // `end`: where the folder's data must end at the latest.
-  Status Read(const FolderRecord& folder, std::uint64_t end, const Sink& sink) {
+  Status Read(const Folder& folder, std::uint64_t end, const Sink& sink) {
     usesHistory_ = false;
     passed_ = 0;
     room_ = end - folder.dataAt;
@@ -75,14 +75,13 @@ class CabinetReader::Unpacking {
     const std::size_t at = job.blocks.size();
     const std::size_t header = kBlockHeaderSize + std::size_t{blockReserve_};
     if (Status status = input_.Append(header, job.blocks); status.Failed()) return status;
-    const std::size_t packed = Get16(job.blocks.data() + at + 4);
-    const std::size_t unpacked = Get16(job.blocks.data() + at + 6);
-    if (packed > kMaxAcceptedBlock || unpacked == 0 || unpacked > kBlockSize || header + packed > room_) {
+    const BlockHeader block = ReadBlockHeader(job.blocks.data() + at);
+    if (!block.IsPossible() || header + block.packedSize > room_) {
       return BrokenCabinet("its data are damaged: a block's size is impossible");
     }
-    room_ -= header + packed;
-    job.places.push_back({at, header + packed, unpacked});
-    return input_.Append(packed, job.blocks);
+    room_ -= header + block.packedSize;
+    job.places.push_back({at, header + block.packedSize, block.unpackedSize});
+    return input_.Append(block.packedSize, job.blocks);
   }
 
   Status PassOn(UnpackJob& job, const Sink& sink) {
@@ -129,18 +128,22 @@ Status CabinetReader::Open(const std::string& path) {
   if (!file_.OpenForReading(path)) return FileError("it cannot be opened: " + platform::LastError());
   const std::optional<platform::FileInfo> info = file_.Info();
   if (!info || info->kind != platform::Kind::File) return FileError("it is not a file");
-  return ReadRecords(input_.emplace(file_, info->size), info->size, records_);
+  input_.emplace(file_, info->size);
+  FileSource source(file_, info->size);
+  const base::Outcome read = ReadStructure(source, structure_, {platform::FromCodePage});
+  if (read.IsDone()) return {};
+  return source.Failure().Failed() ? source.Failure() : BrokenCabinet(read.cause);
 }
 
 Status CabinetReader::CheckGuards() {
-  if (!records_.guarded) return {};
+  if (!structure_.guarded) return {};
   std::vector<std::uint8_t> bytes(std::size_t{1} << 18);
-  for (std::size_t i = 0; i < records_.folders.size(); ++i) {
-    const FolderRecord& folder = records_.folders[i];
+  for (std::size_t i = 0; i < structure_.folders.size(); ++i) {
+    const Folder& folder = structure_.folders[i];
     if (folder.blocks == 0) continue;
     if (Status status = input_->Seek(folder.dataAt); status.Failed()) return status;
     std::uint32_t crc = 0;
-    for (std::uint64_t left = EndOfFolder(i) - folder.dataAt; left > 0;) {
+    for (std::uint64_t left = structure_.EndOfFolder(i) - folder.dataAt; left > 0;) {
       const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, bytes.size()));
       // Past the buffer: everything is read again from where ReadFolder seeks to.
       const std::optional<std::size_t> count = file_.Read(bytes.data(), wanted);
@@ -155,24 +158,16 @@ Status CabinetReader::CheckGuards() {
 }
 
 Status CabinetReader::ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink) {
-  const FolderRecord& folder = records_.folders[index];
+  const Folder& folder = structure_.folders[index];
   const unsigned method = folder.method & kMethodMask;
   if (method > static_cast<unsigned>(Method::MsZip)) {
     const std::string name = method == 2 ? "the Quantum" : method == 3 ? "the LZX" : "an unknown";
     return BrokenCabinet("it is packed by " + name + " method, which is not supported");
   }
   if (folder.blocks == 0) return {};
-  if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, records_, options);
+  if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, structure_, options);
   Status status = input_->Seek(folder.dataAt);
-  return status.Failed() ? status : unpacking_->Read(folder, EndOfFolder(index), sink);
+  return status.Failed() ? status : unpacking_->Read(folder, structure_.EndOfFolder(index), sink);
 }
 
-// Folders lie in the file in their order; those without blocks may say anything.
-std::uint64_t CabinetReader::EndOfFolder(std::size_t index) const {
-  for (std::size_t next = index + 1; next < records_.folders.size(); ++next) {
-    if (records_.folders[next].blocks > 0) return records_.folders[next].dataAt;
-  }
-  return records_.size;
-}
-
-}  // namespace cabinet
+}  // namespace cabarc

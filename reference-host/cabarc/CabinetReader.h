@@ -12,7 +12,7 @@
 #include "cabarc/FileAccess.h"
 #include "cabarc/Status.h"
 
-namespace cabinet {
+namespace cabarc {
 
 struct ReadOptions {
   unsigned threads = 1;         ///< at least 1
@@ -27,10 +27,10 @@ class CabinetReader {
   CabinetReader();
   ~CabinetReader();
 
-  /// Opens `path` and checks all records (see ReadRecords). To be called once, first.
+  /// Opens `path` and checks all records (see ReadStructure). To be called once, first.
   Status Open(const std::string& path);
 
-  const CabinetRecords& Records() const { return records_; }
+  const Structure& Records() const { return structure_; }
 
   /// Reads all data of a guarded cabinet once, without unpacking them, and compares them with the folders' CRCs.
   /// Succeeds for other cabinets: nothing vouches for them as a whole.
@@ -43,13 +43,14 @@ class CabinetReader {
  private:
   class Unpacking;
 
-  std::uint64_t EndOfFolder(std::size_t index) const;
-
   platform::File file_;
   std::optional<BufferedInput> input_;
-  CabinetRecords records_;
+  Structure structure_;
   std::unique_ptr<Unpacking> unpacking_;  // its threads serve one folder after the other
 };
+
+/// What is wrong with a member whose name is malformed.
+Status MalformedName(const Member& member);
 
 struct ExtractOptions {
   ReadOptions read;
@@ -65,4 +66,4 @@ struct ExtractOptions {
 /// under its name only when it is complete. `extracted` counts the files that do, also when the extraction fails later.
 Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t& extracted);
 
-}  // namespace cabinet
+}  // namespace cabarc

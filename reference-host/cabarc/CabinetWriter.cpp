@@ -14,7 +14,7 @@
 #include "cabarc/MemberNames.h"
 #include "cabarc/OrderedPool.h"
 
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -38,15 +38,15 @@ std::uint64_t SizeUnpacked(std::uint64_t dataSize) {
 
 class Packing {
  public:
-  Packing(CabinetRecords& records, const PackOptions& options)
-      : records_(records), method_(options.method), pool_(options.threads) {}
+  Packing(Structure& structure, const PackOptions& options)
+      : structure_(structure), method_(options.method), pool_(options.threads) {}
 
   Status Run(const std::vector<SourceFile>& files, const std::string& path) {
-    at_ = WriteRecords(records_).size();
-    Status status = cabinet_.Create(path, platform::kArchive);
+    at_ = WriteRecords(structure_).size();
+    Status status = cabinet_.Create(path, kArchive);
     if (!status.Failed()) status = cabinet_.Seek(at_);
     for (std::size_t i = 0; i < files.size() && !status.Failed(); ++i) {
-      status = Pack(files[i], records_.members[i].folder);
+      status = Pack(files[i], structure_.members[i].folder);
     }
     if (!status.Failed()) status = WriteRest();
     if (!status.Failed()) status = FinishRecords();
@@ -106,7 +106,7 @@ class Packing {
   Status WriteOldest() {
     const PackJob* const job = pool_.Oldest();
     if (!job) return {};
-    FolderRecord& folder = records_.folders[job->folder];
+    Folder& folder = structure_.folders[job->folder];
     if (job->failed || folder.blocks + job->blocks > kMaxBlocksPerFolder) {
       return FileError("the data cannot be stored by this method");
     }
@@ -128,16 +128,16 @@ class Packing {
   }
 
   Status FinishRecords() {
-    records_.size = static_cast<std::uint32_t>(at_);
-    for (FolderRecord& folder : records_.folders) {
-      if (folder.blocks == 0) folder.dataAt = records_.size;  // empty files only
+    structure_.size = static_cast<std::uint32_t>(at_);
+    for (Folder& folder : structure_.folders) {
+      if (folder.blocks == 0) folder.dataAt = structure_.size;  // empty files only
     }
-    const std::vector<std::uint8_t> bytes = WriteRecords(records_);
+    const std::vector<std::uint8_t> bytes = WriteRecords(structure_);
     Status status = cabinet_.Seek(0);
     return status.Failed() ? status : cabinet_.Write(bytes.data(), bytes.size());
   }
 
-  CabinetRecords& records_;
+  Structure& structure_;
   const Method method_;
   NewFile cabinet_;
   OrderedPool<PackJob, BlockPacker> pool_;
@@ -147,7 +147,7 @@ class Packing {
 
 }  // namespace
 
-Status PlanRecords(const std::vector<SourceFile>& files, Method method, CabinetRecords& records) {
+Status PlanRecords(const std::vector<SourceFile>& files, Method method, Structure& structure) {
   if (files.empty()) return FileError("there is no file to pack");
   if (files.size() > kMaxFiles) return FileError("a cabinet cannot hold more than 65,535 files");
   std::unordered_set<std::string> names;
@@ -156,13 +156,13 @@ Status PlanRecords(const std::vector<SourceFile>& files, Method method, CabinetR
     if (Status status = CheckName(file, names); status.Failed()) return status;
     if (file.info.size > kMaxFolderSize) return FileError(file.path + ": it is too large for a cabinet (2 GB)");
     if (folderSizes.back() + file.info.size > kMaxFolderSize) folderSizes.push_back(0);
-    records.members.push_back(
+    structure.members.push_back(
         {file.name, static_cast<std::uint32_t>(file.info.size), static_cast<std::uint32_t>(folderSizes.back()),
          static_cast<std::uint16_t>(folderSizes.size() - 1), file.info.stamp, file.info.attributes});
     folderSizes.back() += file.info.size;
   }
-  records.folders.assign(folderSizes.size(), {0, 0, static_cast<std::uint16_t>(method)});
-  std::uint64_t size = WriteRecords(records).size();
+  structure.folders.assign(folderSizes.size(), {0, 0, static_cast<std::uint16_t>(method)});
+  std::uint64_t size = WriteRecords(structure).size();
   for (const std::uint64_t folderSize : folderSizes) size += SizeUnpacked(folderSize);
   // What packing gains is not known before; such a cabinet is given up when it becomes too large.
   return method == Method::None && size > kMaxCabinetSize ? FileError(kTooLarge) : Status{};
@@ -170,11 +170,11 @@ Status PlanRecords(const std::vector<SourceFile>& files, Method method, CabinetR
 
 Status WriteCabinet(const std::vector<SourceFile>& files, const std::string& path, const PackOptions& options,
                     std::uint32_t& size) {
-  CabinetRecords records;
-  Status status = PlanRecords(files, options.method, records);
-  if (!status.Failed()) status = Packing(records, options).Run(files, path);
-  size = records.size;
+  Structure structure;
+  Status status = PlanRecords(files, options.method, structure);
+  if (!status.Failed()) status = Packing(structure, options).Run(files, path);
+  size = structure.size;
   return status;
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

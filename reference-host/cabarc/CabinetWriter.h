@@ -7,9 +7,10 @@
 #include <vector>
 
 #include "cabarc/CabFormat.h"
+#include "cabarc/Platform.h"
 #include "cabarc/Status.h"
 
-namespace cabinet {
+namespace cabarc {
 
 /// A file to pack.
 struct SourceFile {
@@ -50,11 +51,11 @@ struct PackOptions {
 
 /// Lays out a cabinet of `files` in their order: sizes and places of the members, folders without their data. Refuses
 /// what the format cannot hold, unsafe names, and two files of the same name.
-Status PlanRecords(const std::vector<SourceFile>& files, Method method, CabinetRecords& records);
+Status PlanRecords(const std::vector<SourceFile>& files, Method method, Structure& structure);
 
 /// Packs `files` into the cabinet `path`, which replaces a file of that name only when it is complete. A file that
 /// changed since it was listed is an error. `size` gets the cabinet's size in bytes.
 Status WriteCabinet(const std::vector<SourceFile>& files, const std::string& path, const PackOptions& options,
                     std::uint32_t& size);
 
-}  // namespace cabinet
+}  // namespace cabarc

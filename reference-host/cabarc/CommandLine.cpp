@@ -8,7 +8,7 @@
 #include "cabarc/MemberNames.h"
 #include "cabarc/Platform.h"
 
-namespace cabinet {
+namespace cabarc {
 
 const std::string_view kHelp =
     R"(cabarc: packs files into a cabinet, lists and extracts them.
@@ -177,4 +177,4 @@ Status ParseCommandLine(const std::vector<std::string>& arguments, CommandLine& 
   return Parser(arguments, line).Parse();
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -8,7 +8,7 @@
 #include "cabarc/CabFormat.h"
 #include "cabarc/Status.h"
 
-namespace cabinet {
+namespace cabarc {
 
 enum class Command { Help, Create, List, Extract };
 
@@ -31,4 +31,4 @@ extern const std::string_view kHelp;
 /// `arguments`: without the program's name, UTF-8.
 Status ParseCommandLine(const std::vector<std::string>& arguments, CommandLine& line);
 
-}  // namespace cabinet
+}  // namespace cabarc

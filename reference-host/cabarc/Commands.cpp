@@ -8,7 +8,7 @@
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/CommandLine.h"
 
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -29,14 +29,14 @@ Status Create(const CommandLine& line, std::ostream& out) {
   return {};
 }
 
-void ListMember(const MemberRecord& member, std::ostream& out) {
+void ListMember(const Member& member, std::ostream& out) {
   const auto [date, time] = member.stamp;
   const auto attribute = [&](std::uint8_t bit, char letter) { return (member.attributes & bit) ? letter : '-'; };
   out << std::setfill('0') << (date >> 9) + 1980 << '-' << std::setw(2) << (date >> 5 & 15) << '-' << std::setw(2)
       << (date & 31) << ' ' << std::setw(2) << (time >> 11) << ':' << std::setw(2) << (time >> 5 & 63) << ':'
       << std::setw(2) << (time & 31) * 2 << std::setfill(' ') << std::setw(12) << member.size << ' '
-      << attribute(platform::kReadOnly, 'R') << attribute(platform::kHidden, 'H') << attribute(platform::kSystem, 'S')
-      << attribute(platform::kArchive, 'A') << ' ' << member.name << '\n';
+      << attribute(kReadOnly, 'R') << attribute(kHidden, 'H') << attribute(kSystem, 'S') << attribute(kArchive, 'A')
+      << ' ' << Printable(member.name) << '\n';
 }
 
 Status List(const CommandLine& line, std::ostream& out) {
@@ -45,12 +45,14 @@ Status List(const CommandLine& line, std::ostream& out) {
     return AboutCabinet(line, status);
   }
   std::uint64_t total = 0;
-  for (const MemberRecord& member : reader.Records().members) {
+  Status status;
+  for (const Member& member : reader.Records().members) {
     ListMember(member, out);
     total += member.size;
+    if (member.nameIsMalformed && !status.Failed()) status = AboutCabinet(line, MalformedName(member));
   }
   out << reader.Records().members.size() << " files, " << total << " bytes\n";
-  return {};
+  return status;
 }
 
 bool NamesFolder(const std::string& argument) {
@@ -104,4 +106,4 @@ int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
   return static_cast<int>(status.code);
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

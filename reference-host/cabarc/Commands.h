@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-namespace cabinet {
+namespace cabarc {
 
 /// Runs the command that `arguments` (UTF-8, without the program's name) give. Writes UTF-8 to `out` and `err`;
 /// returns an ExitCode.
 int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostream& err);
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -7,7 +7,7 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/MemberNames.h"
 
-namespace cabinet {
+namespace cabarc {
 
 using platform::kSeparator;
 
@@ -87,19 +87,20 @@ Status TargetFolder::CreateOne(const std::string& path) {
 }
 
 struct Wanted {
-  const MemberRecord* member;
+  const Member* member;
   std::string name;  // below the target folder, parts separated by "\"
 };
 
-Status SelectMembers(const CabinetRecords& records, const ExtractOptions& options, std::vector<Wanted>& wanted) {
+Status SelectMembers(const Structure& structure, const ExtractOptions& options, std::vector<Wanted>& wanted) {
   std::vector<bool> used(options.names.size());
-  for (const MemberRecord& member : records.members) {
+  for (const Member& member : structure.members) {
     bool chosen = options.names.empty();
     for (std::size_t i = 0; i < options.names.size(); ++i) {
       if (!Matches(options.names[i], member.name) && !Matches(options.names[i], BaseName(member.name))) continue;
       used[i] = true;
       chosen = true;
     }
+    if (chosen && member.nameIsMalformed) return MalformedName(member);
     if (chosen) wanted.push_back({&member, std::string(options.keepPaths ? member.name : BaseName(member.name))});
   }
   const auto unused = std::find(used.begin(), used.end(), false);
@@ -194,6 +195,10 @@ class FolderSink {
 
 }  // namespace
 
+Status MalformedName(const Member& member) {
+  return BrokenCabinet(member.name + ": its name is not the UTF-8 that it is marked as");
+}
+
 Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t& extracted) {
   std::vector<Wanted> wanted;
   TargetFolder target(options.target);
@@ -223,4 +228,4 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
   return whole;
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

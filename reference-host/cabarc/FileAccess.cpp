@@ -1,7 +1,7 @@
 // Writes files that appear under their names only when they are complete.
 #include "cabarc/FileAccess.h"
 
-namespace cabinet {
+namespace cabarc {
 
 Status NewFile::Create(const std::string& path, std::uint8_t attributes) {
   Discard();
@@ -27,7 +27,7 @@ Status NewFile::Seek(std::uint64_t position) {
   return file_.Seek(position) ? Status{} : Failure();
 }
 
-Status NewFile::SetAttributes(std::uint8_t attributes, platform::DosStamp stamp) {
+Status NewFile::SetAttributes(std::uint8_t attributes, DosStamp stamp) {
   return file_.SetAttributes(attributes, stamp) ? Status{} : Failure();
 }
 
@@ -48,4 +48,4 @@ Status NewFile::Failure() const {
   return FileError(path_ + ": it cannot be written: " + platform::LastError());
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -10,7 +10,7 @@
 #include "cabarc/Platform.h"
 #include "cabarc/Status.h"
 
-namespace cabinet {
+namespace cabarc {
 
 /// Reads a file piece by piece through a large buffer.
 class BufferedInput {
@@ -54,6 +54,27 @@ class BufferedInput {
   std::size_t end_ = 0;
 };
 
+/// An open file as a source. It remembers why it could not be read.
+class FileSource : public Source {
+ public:
+  FileSource(platform::File& file, std::uint64_t size) : file_(file), size_(size) {}
+
+  std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
+    const std::optional<std::size_t> got = file_.Seek(offset) ? file_.Read(data, count) : std::nullopt;
+    if (got) return static_cast<std::int64_t>(*got);
+    failure_ = FileError("it cannot be read: " + platform::LastError());
+    return -1;
+  }
+  std::uint64_t Size() override { return size_; }
+
+  const Status& Failure() const { return failure_; }
+
+ private:
+  platform::File& file_;
+  const std::uint64_t size_;
+  Status failure_;
+};
+
 /// A file that appears under its name only when it is complete: written under a temporary name in the same folder, then
 /// renamed. Destroyed before that, it leaves nothing.
 class NewFile {
@@ -69,7 +90,7 @@ class NewFile {
   Status Write(const void* data, std::size_t size);
   /// Goes on writing at `position`, in bytes from the start.
   Status Seek(std::uint64_t position);
-  Status SetAttributes(std::uint8_t attributes, platform::DosStamp stamp);
+  Status SetAttributes(std::uint8_t attributes, DosStamp stamp);
   /// Closes the file and gives it its name, in place of a file that has it already.
   Status Commit();
   void Discard();
@@ -83,4 +104,4 @@ class NewFile {
   unsigned number_ = 0;
 };
 
-}  // namespace cabinet
+}  // namespace cabarc

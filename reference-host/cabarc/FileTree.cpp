@@ -4,7 +4,7 @@
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/MemberNames.h"
 
-namespace cabinet {
+namespace cabarc {
 
 using platform::FolderEntry;
 using platform::Kind;
@@ -72,4 +72,4 @@ void FileTree::AddFile(const std::string& path, const platform::FileInfo& info) 
   files_.push_back({path, options_.keepPaths ? name : std::string(BaseName(name)), info});
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -1,10 +1,10 @@
-// The names of a cabinet's members: encoding, safety, wildcards.
+// The names of a cabinet's members: safety, wildcards.
 #include "cabarc/MemberNames.h"
 
 #include <algorithm>
 #include <cstddef>
 
-namespace cabinet {
+namespace cabarc {
 
 namespace {
 
@@ -19,19 +19,6 @@ bool EqualsAscii(std::string_view left, std::string_view right) {
 
 bool IsContinuation(char byte) {
   return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
-}
-
-// Length of the well-formed character at the start of `text`, 0 when there is none.
-std::size_t CharacterLength(std::string_view text) {
-  const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[i]); };
-  if (byte(0) < 0x80) return 1;
-  const std::size_t length = byte(0) >= 0xF0 ? 4 : byte(0) >= 0xE0 ? 3 : 2;
-  if (byte(0) < 0xC2 || byte(0) > 0xF4 || text.size() < length) return 0;
-  if (!std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length), IsContinuation)) return 0;
-  const unsigned first = static_cast<unsigned>(byte(0)) << 8 | byte(1);
-  const bool overlong = (first >= 0xE080 && first < 0xE0A0) || (first >= 0xF080 && first < 0xF090);
-  const bool surrogate = first >= 0xEDA0 && first < 0xEE00;
-  return overlong || surrogate || first >= 0xF490 ? 0 : length;
 }
 
 // Windows finds a device whatever follows its name: "NUL.txt" and "nul .x" are the device too.
@@ -57,19 +44,6 @@ std::optional<std::string_view> WhyUnsafePart(std::string_view part) {
 }
 
 }  // namespace
-
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-}
-
-bool IsUtf8(std::string_view text) {
-  while (!text.empty()) {
-    const std::size_t length = CharacterLength(text);
-    if (length == 0) return false;
-    text.remove_prefix(length);
-  }
-  return true;
-}
 
 std::optional<std::string_view> WhyUnsafe(std::string_view name) {
   if (name.empty()) return "it is empty";
@@ -125,4 +99,4 @@ bool HasWildcard(std::string_view text) {
   return text.find_first_of("*?") != std::string_view::npos;
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -1,15 +1,15 @@
-// The names of a cabinet's members: encoding, safety, wildcards.
+// The names of a cabinet's members: safety, wildcards.
 #pragma once
 
 #include <optional>
 #include <string>
 #include <string_view>
 
-namespace cabinet {
+#include "cabinet/Names.h"
 
-bool IsAscii(std::string_view text);
-/// Whether `text` is well-formed UTF-8: no overlong forms, no surrogates.
-bool IsUtf8(std::string_view text);
+namespace cabarc {
+
+using namespace cabinet;
 
 /// Why a name (UTF-8, "\" or "/" between its parts) must be neither stored nor extracted: because it would lead out
 /// of the target folder, name a device or a stream, or be changed by Windows into another name. Nothing when safe.
@@ -24,4 +24,4 @@ std::string_view BaseName(std::string_view name);
 bool Matches(std::string_view pattern, std::string_view text);
 bool HasWildcard(std::string_view text);
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -9,23 +9,18 @@
 #include <utility>
 #include <vector>
 
-namespace cabinet::platform {
+#include "cabinet/Structure.h"
+
+namespace cabarc {
+
+using namespace cabinet;  // the archiver speaks of nothing else
+
+}  // namespace cabarc
+
+namespace cabarc::platform {
 
 /// All paths are UTF-8 with this separator.
 extern const char kSeparator;
-
-/// Attribute bits as cabinets and Windows have them.
-inline constexpr std::uint8_t kReadOnly = 0x01;
-inline constexpr std::uint8_t kHidden = 0x02;
-inline constexpr std::uint8_t kSystem = 0x04;
-inline constexpr std::uint8_t kArchive = 0x20;
-inline constexpr std::uint8_t kAllAttributes = kReadOnly | kHidden | kSystem | kArchive;
-
-/// A local time in steps of two seconds, as cabinets hold it.
-struct DosStamp {
-  std::uint16_t date = 0;
-  std::uint16_t time = 0;
-};
 
 enum class Kind { Missing, File, Folder, Link, Other };
 
@@ -108,4 +103,4 @@ std::string LastError();
 /// A number that no other running process has.
 unsigned ProcessNumber();
 
-}  // namespace cabinet::platform
+}  // namespace cabarc::platform

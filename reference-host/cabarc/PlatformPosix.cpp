@@ -5,14 +5,13 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
 #include <cerrno>
 #include <ctime>
 #include <system_error>
 
 #include "cabarc/Platform.h"
 
-namespace cabinet::platform {
+namespace cabarc::platform {
 
 const char kSeparator = '/';
 
@@ -54,19 +53,6 @@ FileInfo ToInfo(const struct stat& status) {
   info.stamp = ToStamp(status.st_mtim.tv_sec);
   info.attributes = (status.st_mode & S_IWUSR) ? kArchive : kArchive | kReadOnly;
   return info;
-}
-
-void AppendUtf8(std::string& text, unsigned code) {
-  if (code < 0x80) {
-    text += static_cast<char>(code);
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0 | code >> 6);
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  } else {
-    text += static_cast<char>(0xE0 | code >> 12);
-    text += static_cast<char>(0x80 | (code >> 6 & 0x3F));
-    text += static_cast<char>(0x80 | (code & 0x3F));
-  }
 }
 
 int Descriptor(std::intptr_t handle) {
@@ -160,16 +146,7 @@ std::string ToNative(std::string_view path) {
 }
 
 std::string FromCodePage(std::string_view bytes) {
-  constexpr std::array<std::uint16_t, 32> kFrom80 = {0x20AC, 0xFFFD, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                                     0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0xFFFD, 0x017D, 0xFFFD,
-                                                     0xFFFD, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                                     0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0xFFFD, 0x017E, 0x0178};
-  std::string text;
-  for (const char character : bytes) {
-    const unsigned byte = static_cast<unsigned char>(character);
-    AppendUtf8(text, byte >= 0x80 && byte < 0xA0 ? kFrom80[byte - 0x80] : byte);
-  }
-  return text;
+  return FromCodePage1252(bytes);
 }
 
 std::string FoldName(std::string_view name) {
@@ -233,4 +210,4 @@ unsigned ProcessNumber() {
   return static_cast<unsigned>(::getpid());
 }
 
-}  // namespace cabinet::platform
+}  // namespace cabarc::platform

@@ -8,7 +8,7 @@
 #include "cabarc/Platform.h"
 #include "windows/adapters/Text.h"
 
-namespace cabinet::platform {
+namespace cabarc::platform {
 
 const char kSeparator = '\\';
 
@@ -273,4 +273,4 @@ unsigned ProcessNumber() {
   return GetCurrentProcessId();
 }
 
-}  // namespace cabinet::platform
+}  // namespace cabarc::platform

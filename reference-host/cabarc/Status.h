@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-namespace cabinet {
+namespace cabarc {
 
 /// What the process answers; each value is part of the command's interface (see --help).
 enum class ExitCode : int {
@@ -33,4 +33,4 @@ inline Status UnsafeName(std::string text) {
   return {ExitCode::UnsafeName, std::move(text)};
 }
 
-}  // namespace cabinet
+}  // namespace cabarc

@@ -7,8 +7,8 @@
 int main(int argc, char** argv) {
   std::ostringstream out;
   std::ostringstream err;
-  const int code = cabinet::Run(cabinet::platform::Arguments(argc, argv), out, err);
-  cabinet::platform::Print(out.str(), false);
-  cabinet::platform::Print(err.str(), true);
+  const int code = cabarc::Run(cabarc::platform::Arguments(argc, argv), out, err);
+  cabarc::platform::Print(out.str(), false);
+  cabarc::platform::Print(err.str(), true);
   return code;
 }

@@ -8,7 +8,7 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 
-using namespace cabinet;
+using namespace cabarc;
 
 namespace {
 
@@ -22,8 +22,8 @@ class Limits : public Workspace {
   }
 
   static ExitCode Plan(const std::vector<SourceFile>& files, Method method = Method::MsZip) {
-    CabinetRecords records;
-    return PlanRecords(files, method, records).code;
+    cabinet::Structure structure;
+    return PlanRecords(files, method, structure).code;
   }
 
   // The exit code while no file can grow beyond `bytes`: to the archiver, a disk that is full.
@@ -59,13 +59,13 @@ TEST_F(Limits, OfTheFormat) {
 }
 
 TEST_F(Limits, DataBeyondOneFolderGoIntoTheNext) {
-  CabinetRecords records;
+  cabinet::Structure structure;
   const std::vector<SourceFile> files = {File("a", kMaxFolderSize - 1), File("b", 1), File("c", 1), File("d", 9)};
-  ASSERT_EQ(ExitCode::Ok, PlanRecords(files, Method::MsZip, records).code);
-  ASSERT_EQ(2u, records.folders.size());
+  ASSERT_EQ(ExitCode::Ok, PlanRecords(files, Method::MsZip, structure).code);
+  ASSERT_EQ(2u, structure.folders.size());
   const std::pair<int, std::uint64_t> expected[] = {{0, 0}, {0, kMaxFolderSize - 1}, {1, 0}, {1, 1}};
   for (std::size_t i = 0; i < 4; ++i) {
-    EXPECT_EQ(expected[i], std::pair(int{records.members[i].folder}, std::uint64_t{records.members[i].at}));
+    EXPECT_EQ(expected[i], std::pair(int{structure.members[i].folder}, std::uint64_t{structure.members[i].at}));
   }
 }
 

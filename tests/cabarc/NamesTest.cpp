@@ -25,14 +25,14 @@ TEST_F(Names, UnsafeOnesAreNeitherExtractedNorPacked) {
         "CONOUT$.txt", "COM0", "Images\\lpt1\\a"}}};
   for (const auto& [reason, names] : unsafe) {
     for (const std::string& name : names) {
-      EXPECT_EQ(reason, cabinet::WhyUnsafe(name).value_or("safe")) << name;
+      EXPECT_EQ(reason, cabarc::WhyUnsafe(name).value_or("safe")) << name;
       EXPECT_TRUE(ExtractedBytes(PlainCabinet(name, "x", kNameIsUtf8).Build(), ExitCode::UnsafeName).empty()) << name;
       Fails(ExitCode::UnsafeName, "x raw.cab out\\");  // not without its folders either
     }
   }
   for (const std::string name : {"a", "a.b", "..a", "a..b", "console", "com10", "comx", "nulls.txt", "LPT", " a",
                                  "a b\\c d", ".hidden", "\xC3\xA9", "CON1"}) {
-    EXPECT_FALSE(cabinet::WhyUnsafe(name)) << name;
+    EXPECT_FALSE(cabarc::WhyUnsafe(name)) << name;
   }
   fs::create_directory("sub");
   Write("a:b", "x");
@@ -75,7 +75,7 @@ TEST_F(Names, AreDecodedAsTheCabinetSays) {
 
 // What fits is compared with a plain matcher in tests/fuzz.
 TEST_F(Names, MatchWildcardsBeforeLong) {
-  EXPECT_FALSE(cabinet::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(200, 'a')));  // must not take for ever
+  EXPECT_FALSE(cabarc::Matches("*a*a*a*a*a*a*a*a*a*a*a*a*a*a*b", std::string(200, 'a')));  // must not take for ever
 }
 
 }  // namespace

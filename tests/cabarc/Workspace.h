@@ -19,15 +19,15 @@
 #include "cabarc/Status.h"
 
 namespace fs = std::filesystem;
-using cabinet::ExitCode;
+using cabarc::ExitCode;
 
-namespace cabinet {
+namespace cabarc {
 
 inline void PrintTo(ExitCode code, std::ostream* out) {
   *out << "exit code " << static_cast<int>(code);
 }
 
-}  // namespace cabinet
+}  // namespace cabarc
 
 /// What a tree holds: relative path with "/" to contents, preceded by "R" for a read-only file and "." for others.
 using Tree = std::map<std::string, std::string>;
@@ -80,7 +80,7 @@ class Workspace : public testing::Test {
     std::vector<std::string> arguments;
     for (std::string word; words >> std::quoted(word, '\'', '\0');) arguments.push_back(word);
     std::ostringstream out, err;
-    const int code = cabinet::Run(arguments, out, err);
+    const int code = cabarc::Run(arguments, out, err);
     return {ExitCode{code}, out.str(), err.str()};
   }
 

@@ -17,7 +17,7 @@ constexpr std::size_t kComparedAtMost = 1 << 20;  // bytes; more takes time and 
 int Cabarc(const std::string& commandLine) {
   std::istringstream words(commandLine);
   std::ostringstream out, err;
-  const int code = cabinet::Run({std::istream_iterator<std::string>(words), {}}, out, err);
+  const int code = cabarc::Run({std::istream_iterator<std::string>(words), {}}, out, err);
   fuzz::Require((code == 0) == err.str().empty(), "a failure, and only that, says why");
   fuzz::Require(code >= 0 && code <= 4 && code != 1, "the exit code is one of those that --help names");
   return code;
@@ -41,20 +41,20 @@ Tree ReadTree(const fs::path& folder) {
 // What the records and the folders' data say, by the shortest way.
 Tree Declared(const std::string& path, bool keepPaths, bool allowUnchecked) {
   Tree tree;
-  cabinet::CabinetReader reader;
+  cabarc::CabinetReader reader;
   if (reader.Open(path).Failed()) return tree;
   std::map<std::size_t, std::string> data;  // of the folders that have members
-  for (const cabinet::MemberRecord& member : reader.Records().members) data[member.folder];
+  for (const cabinet::Member& member : reader.Records().members) data[member.folder];
   for (auto& folder : data) {
     const auto take = [&](const std::uint8_t* bytes, std::size_t size) {
       if (folder.second.size() < kComparedAtMost) folder.second.append(bytes, bytes + size);
-      return cabinet::Status();
+      return cabarc::Status();
     };
     if (reader.ReadFolder(folder.first, {1, allowUnchecked}, take).Failed()) break;  // what came until then was right
   }
-  for (const cabinet::MemberRecord& member : reader.Records().members) {
+  for (const cabinet::Member& member : reader.Records().members) {
     const std::string& folder = data[member.folder];
-    const std::string name(keepPaths ? member.name : cabinet::BaseName(member.name));
+    const std::string name(keepPaths ? member.name : cabarc::BaseName(member.name));
     if (member.size == 0) tree[name] = {};  // wherever it says it stands
     if (std::uint64_t{member.at} + member.size <= folder.size()) tree[name] = folder.substr(member.at, member.size);
   }
@@ -88,7 +88,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const Tree declared = Declared("in.cab", keepPaths, allowUnchecked);
   if (code == 0) fuzz::Require(declared.size() <= tree.size(), "every member comes out");
   for (const auto& [name, contents] : tree) {
-    fuzz::Require(!cabinet::WhyUnsafe(name), "an extracted name is safe");
+    fuzz::Require(!cabarc::WhyUnsafe(name), "an extracted name is safe");
     const auto found = declared.find(name);
     fuzz::Require(found == declared.end() ? contents.size() >= kComparedAtMost : found->second == contents,
                   "a file is a member, whole");

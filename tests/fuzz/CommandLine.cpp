@@ -6,8 +6,8 @@
 
 namespace {
 
-using cabinet::Command;
-using cabinet::CommandLine;
+using cabarc::Command;
+using cabarc::CommandLine;
 using Arguments = std::vector<std::string>;
 
 // The options, command and cabinet that say outright what `line` says.
@@ -46,7 +46,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     if (argument.starts_with('@')) argument = "@list";  // no other file is to be read
   }
   CommandLine line;
-  const cabinet::Status status = cabinet::ParseCommandLine(arguments, line);
+  const cabarc::Status status = cabarc::ParseCommandLine(arguments, line);
   fuzz::Require(status.Failed() != status.text.empty(), "a failure says why");
   if (status.Failed() || line.command == Command::Help) return 0;
 
@@ -65,7 +65,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (!tellable) return 0;
   std::ofstream("list", std::ios::binary) << all;
   CommandLine again;
-  fuzz::Require(!cabinet::ParseCommandLine(written, again).Failed(), "a command line written anew is right");
+  fuzz::Require(!cabarc::ParseCommandLine(written, again).Failed(), "a command line written anew is right");
   fuzz::Require(Written(again) == Written(line) && again.arguments == line.arguments,
                 "a command line written anew says the same");
   if (arguments.back() == "@list" && line.cabinet != "@list" && cabinet::IsUtf8(list)) {

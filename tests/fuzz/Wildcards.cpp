@@ -74,7 +74,7 @@ void Compare(const std::string& pattern, const std::string& text) {
   fuzz::Require(base::MatchesFileName(text, pattern) == named, "file name patterns");
   // The archiver folds the letters of ASCII alone.
   if (cabinet::IsAscii(pattern) && cabinet::IsUtf8(text)) {
-    fuzz::Require(cabinet::Matches(pattern, text) == named, "the archiver's patterns");
+    fuzz::Require(cabarc::Matches(pattern, text) == named, "the archiver's patterns");
   }
 }
 

@@ -1,0 +1,52 @@
+// What guards the data of a cabinet.
+#include "cabinet/Format.h"
+
+#include <array>
+#include <bit>
+#include <cstring>
+
+namespace cabinet {
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "the words below are read in the machine's order");
+
+constexpr std::uint32_t kCrcPolynomial = 0xEDB88320;
+
+/// What each value of a byte does to a CRC that it leaves behind it.
+constexpr std::array<std::uint32_t, 256> MakeCrcTable() {
+  std::array<std::uint32_t, 256> table{};
+  for (std::uint32_t byte = 0; byte < 256; ++byte) {
+    std::uint32_t crc = byte;
+    for (int bit = 0; bit < 8; ++bit) crc = crc >> 1 ^ ((crc & 1) != 0 ? kCrcPolynomial : 0);
+    table[byte] = crc;
+  }
+  return table;
+}
+
+constexpr std::array<std::uint32_t, 256> kCrcTable = MakeCrcTable();
+
+}  // namespace
+
+std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed) {
+  std::uint64_t lanes[8] = {};  // independent of each other, so that the loads overlap
+  for (; size >= sizeof lanes; size -= sizeof lanes, data += sizeof lanes) {
+    std::uint64_t words[8];
+    std::memcpy(words, data, sizeof words);
+    for (std::size_t i = 0; i < 8; ++i) lanes[i] ^= words[i];
+  }
+  std::uint64_t folded = 0;
+  for (const std::uint64_t lane : lanes) folded ^= lane;
+  std::uint32_t sum = seed ^ static_cast<std::uint32_t>(folded) ^ static_cast<std::uint32_t>(folded >> 32);
+  for (; size >= 4; size -= 4, data += 4) sum ^= Get32(data);
+  std::uint32_t rest = 0;
+  for (; size > 0; --size, ++data) rest = rest << 8 | *data;
+  return sum ^ rest;
+}
+
+std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t size) {
+  crc = ~crc;
+  for (; size > 0; --size, ++data) crc = crc >> 8 ^ kCrcTable[(crc ^ *data) & 0xFF];
+  return ~crc;
+}
+
+}  // namespace cabinet
