@@ -14,6 +14,7 @@ constexpr UINT kTextFormat = DT_WORDBREAK | DT_EDITCONTROL | DT_NOPREFIX | DT_EX
 // Pixels at 96 dots per inch.
 constexpr int kMargin = 18, kGap = 14, kSmallGap = 10, kIcon = 32;
 constexpr int kNarrowText = 240, kUsualText = 430;
+constexpr int kSmoothing = 24;  // one part in so many is left free for it
 constexpr int kButton = 96, kButtonPaddingX = 30, kButtonPaddingY = 14;
 
 }  // namespace
@@ -29,19 +30,34 @@ SIZE MessageWindow::Measure(const std::wstring& text, int width, UINT format) co
 }
 
 // The usual width, and more only for a text that would not fit on the screen in it.
-SIZE MessageWindow::MeasureText(int widest) const {
+SIZE MessageWindow::MeasureText(int widest) {
   const std::wstring text = windows::Utf16(content_.message.text);
   const RECT work = WorkArea();
   const int tallest = (work.bottom - work.top) * 2 / 3;
-  int width = std::min(Scale(kUsualText), widest);
-  SIZE size = Measure(text, width, kTextFormat);
+  textWidth_ = std::min(Scale(kUsualText), widest);
+  SIZE size = Measure(text, textWidth_, kTextFormat);
   if (size.cy > tallest) {
-    width = widest;
-    size = Measure(text, width, kTextFormat);
+    textWidth_ = widest;
+    size = Measure(text, textWidth_, kTextFormat);
   }
-  // A little more than measured: the control's own line breaks must come out the same.
-  size.cx = std::clamp<LONG>(size.cx + Scale(4), Scale(kNarrowText), width);
+  // Smoothed characters may be drawn a little further apart than the system measures them, so that a long line ends
+  // behind its measured end.
+  size.cx = std::max<LONG>(size.cx + size.cx / kSmoothing + Scale(4), Scale(kNarrowText));
   return size;
+}
+
+// By the call that has measured it, with its width: a control that breaks lines by its own width could need one line
+// more than were measured, or lose the end of one.
+void MessageWindow::PaintText(const DRAWITEMSTRUCT& item) const {
+  FillRect(item.hDC, &item.rcItem, static_cast<HBRUSH>(background_.get()));
+  const std::wstring text = windows::Utf16(content_.message.text);
+  const HGDIOBJ before = SelectObject(item.hDC, font_.get());
+  SetTextColor(item.hDC, look_.text);
+  SetBkMode(item.hDC, TRANSPARENT);
+  RECT area = item.rcItem;
+  area.right = area.left + textWidth_;
+  DrawTextW(item.hDC, text.c_str(), static_cast<int>(text.size()), &area, kTextFormat | DT_NOCLIP);
+  SelectObject(item.hDC, before);
 }
 
 MessageWindow::ButtonRow MessageWindow::MeasureButtons() const {

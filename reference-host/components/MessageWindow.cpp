@@ -68,7 +68,11 @@ INT_PTR MessageWindow::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
     }
     case WM_DRAWITEM: {
       const auto& item = *reinterpret_cast<DRAWITEMSTRUCT*>(lParam);
-      DrawLookButton(item, look_, IsDefault(item.hwndItem));
+      if (item.CtlID == TARSUS_MESSAGE_TEXT) {
+        PaintText(item);
+      } else {
+        DrawLookButton(item, look_, IsDefault(item.hwndItem));
+      }
       return TRUE;
     }
     case WM_COMMAND:

@@ -43,7 +43,9 @@ class MessageWindow {
     int total = 0;              // width of all that are shown
   };
   ButtonRow MeasureButtons() const;
-  SIZE MeasureText(int widest) const;
+  /// The size that the text takes, and `textWidth_`, at which its lines are broken.
+  SIZE MeasureText(int widest);
+  void PaintText(const DRAWITEMSTRUCT& item) const;
   SIZE Measure(const std::wstring& text, int width, UINT format) const;
   RECT WorkArea() const;
   POINT MiddleOfOwner(SIZE size) const;
@@ -57,6 +59,7 @@ class MessageWindow {
   MessageLook look_;
   HWND window_ = nullptr;
   int dpi_ = 96;
+  int textWidth_ = 0;
   GdiObject font_, background_;
 };
 

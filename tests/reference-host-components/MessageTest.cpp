@@ -2,6 +2,8 @@
 #include <chrono>
 #include <functional>
 #include <future>
+#include <set>
+#include <sstream>
 #include <thread>
 
 #include "HostFixture.h"
@@ -135,6 +137,60 @@ TEST_F(Message, BlocksTheCallersWindowWhenItIsToStayAboveIt) {
   EXPECT_TRUE(seen_.owned);
   EXPECT_TRUE(IsWindowEnabled(caller)) << "afterwards";
   DestroyWindow(caller);
+}
+
+/// Where a control's text has left pixels when the control is drawn with this size: rows and columns from the top left.
+std::set<std::pair<int, int>> Ink(HWND control, int width, int height) {
+  BITMAPINFO info = {};
+  info.bmiHeader.biSize = sizeof info.bmiHeader;
+  info.bmiHeader.biWidth = width;
+  info.bmiHeader.biHeight = -height;
+  info.bmiHeader.biPlanes = 1;
+  info.bmiHeader.biBitCount = 32;
+  void* bits = nullptr;
+  const HDC context = CreateCompatibleDC(nullptr);
+  const HBITMAP bitmap = CreateDIBSection(context, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+  const HGDIOBJ before = SelectObject(context, bitmap);
+  SetWindowPos(control, nullptr, 0, 0, width, height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_NOREDRAW);
+  SendMessageW(control, WM_PRINTCLIENT, reinterpret_cast<WPARAM>(context), PRF_CLIENT);
+  GdiFlush();
+  const auto* const pixels = static_cast<const std::uint32_t*>(bits);
+  std::set<std::pair<int, int>> ink;
+  for (int at = 0; at < width * height; ++at) {
+    if (pixels[at] != pixels[width * height - 1]) ink.emplace(at / width, at % width);
+  }
+  SelectObject(context, before);
+  DeleteObject(bitmap);
+  DeleteDC(context);
+  return ink;
+}
+
+/// Whether all of the message's text stands in the window: in a larger control nothing of it comes in addition.
+void ExpectWholeText(HWND window) {
+  const HWND text = GetDlgItem(window, TARSUS_MESSAGE_TEXT);
+  RECT area = {};
+  GetClientRect(text, &area);
+  const int width = static_cast<int>(area.right), height = static_cast<int>(area.bottom);
+  const auto shown = Ink(text, width, height);
+  EXPECT_FALSE(shown.empty());
+  EXPECT_TRUE(shown == Ink(text, width + 100, height + 100)) << Text(text);
+  PostMessageW(window, WM_CLOSE, 0, 0);
+}
+
+TEST_F(Message, ShowsAllOfEveryTextOfTheDemonstration) {
+  const std::string key = "SOFTWARE\\Orvantis\\TARSUS";
+  RegSetKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), "Font", REG_SZ, "Tahoma", 7);
+  for (const std::string table : {"MSG_ENGLISH", "MSG_GERMAN"}) {
+    Query("UPDATE T_CONFIG SET VALUE = 'TABLE:" + table + "'");
+    std::istringstream ids(Query("SELECT ID FROM " + table + " WHERE ID > 60000 AND ID < 66000"));
+    int count = 0;
+    for (std::string id; std::getline(ids, id, '|') && id != "\n"; ++count) {
+      Show(base::MessageId{std::stoi(id)}, &ExpectWholeText, {"", "-1", "1234"});
+    }
+    EXPECT_GT(count, 80) << table;
+  }
+  Query("UPDATE T_CONFIG SET VALUE = 'TABLE:T_MESSAGE'");
+  RegDeleteKeyValueA(HKEY_LOCAL_MACHINE, key.c_str(), "Font");
 }
 
 }  // namespace

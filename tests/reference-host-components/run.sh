@@ -20,6 +20,11 @@ host=$prefix/drive_c/Host
 given=tests/reference-host-components
 mkdir -p "$host/System" "$host/Log"
 sqlite3 "$host/Host.db" <$given/host.sql
+# The demonstration's texts too.
+sqlite3 "$host/Host.db" <reference-host/demo/databases/language.sql
+for language in english german; do
+  sqlite3 "$host/Host.db" ".mode tabs" ".import reference-host/demo/catalogue/$language.tsv MSG_${language^^}"
+done
 sqlite3 "$host/DeleteList.db" <$given/deleteList.sql
 cp $given/Directory.ini "$host/System/"
 

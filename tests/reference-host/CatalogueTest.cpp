@@ -52,6 +52,19 @@ TEST(Catalogue, SaysTheSameInBothLanguages) {
   }
 }
 
+// What the program inserts: the filter's code as the second text, the number of Warnings as the third.
+TEST(Catalogue, InsertsWhatTheProgramGivesAndNothingElse) {
+  for (const auto& [id, entry] : Read("english")) {
+    std::set<int> insertions = Marked('%', entry.text);
+    std::erase_if(insertions, [](int character) { return !std::isdigit(character); });
+    const bool countsWarnings = id == 61300 || id == 61400 || id == 61450;
+    const std::set<int> given = countsWarnings ? std::set<int>{'3'}
+                                : id == 60521  ? std::set<int>{'2'}
+                                               : std::set<int>{};
+    EXPECT_EQ(insertions, given) << id;
+  }
+}
+
 // Those of the dialogs are compared where their controls are known, in tests/windows.
 TEST(Catalogue, GivesTheMessagesButtonsDistinctAccessKeys) {
   for (const char* language : {"english", "german"}) {
