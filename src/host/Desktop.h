@@ -12,7 +12,7 @@ namespace host {
 /// What came of the shell's format dialog; the values are the shell's own.
 enum class FormatAnswer : std::int32_t { Done = 0, Failed = -1, Cancelled = -2, NotPossible = -3 };
 
-/// The shell's dialogs are owned by the window that the operator is working in.
+/// What the shell shows is owned by the dialog in front, also while the operator is in another program.
 class Shell {
  public:
   virtual ~Shell() = default;

@@ -82,18 +82,19 @@ TEST_F(Win32ProcessesTest, TheWaitEndsWithTheProgram) {
 }
 
 /// Counts the messages that reach it.
-class Counter : public windows::MessageFilter {
+class Counter : public windows::Dialogs {
  public:
   bool PreTranslate(MSG& message) override {
     if (message.message == WM_TIMER) ++timers;
     return true;
   }
+  HWND FrontWindow() const override { return nullptr; }
   int timers = 0;
 };
 
 TEST_F(Win32ProcessesTest, AWaitServesMessagesAndUsesNoProcessorTime) {
   Counter counter;
-  loop_.SetFilter(&counter);
+  loop_.SetDialogs(&counter);
   const UINT_PTR timer = SetTimer(nullptr, 0, 50, nullptr);
   RunSleeper("1500");
   EXPECT_GT(counter.timers, 10);

@@ -24,11 +24,6 @@ struct TaskMemoryFreer {
   void operator()(void* memory) const { CoTaskMemFree(memory); }
 };
 
-/// The window in which the operator works: the shell's dialogs lock it and stay in front of it.
-HWND Owner() {
-  return GetActiveWindow();
-}
-
 /// The folder itself or, while it does not exist, the one above it; a proposed folder is often still to be made.
 std::wstring NearestFolder(std::wstring path) {
   while (!path.empty() && GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) {
@@ -77,7 +72,7 @@ void Win32MessageLoop::Pause(int milliseconds) {
 }
 
 void Win32MessageLoop::Dispatch(MSG& message) {
-  if (filter_ != nullptr && filter_->PreTranslate(message)) return;
+  if (dialogs_ != nullptr && dialogs_->PreTranslate(message)) return;
   TranslateMessage(&message);
   DispatchMessageW(&message);
 }
@@ -110,7 +105,7 @@ std::string Win32Shell::BrowseForFolder(const std::string& title, const std::str
   const std::wstring initial = NearestFolder(FullPath(initialFolder));
   wchar_t path[MAX_PATH] = {};
   BROWSEINFOW browse{};
-  browse.hwndOwner = Owner();
+  browse.hwndOwner = loop_.FrontWindow();
   browse.pszDisplayName = path;
   browse.lpszTitle = caption.c_str();
   browse.ulFlags = kBrowseFlags;
@@ -133,7 +128,7 @@ base::Outcome Win32Shell::CopyWithProgress(const std::string& source, const std:
   const std::wstring to = PathList(targetFolder);
   const std::wstring caption = Utf16(title);
   SHFILEOPSTRUCTW copy{};
-  copy.hwnd = Owner();
+  copy.hwnd = loop_.FrontWindow();
   copy.wFunc = FO_COPY;
   copy.pFrom = from.c_str();
   copy.pTo = to.c_str();
@@ -152,7 +147,7 @@ bool Win32Shell::OpenDocument(const std::string& fileName) {
   SHELLEXECUTEINFOW open{};
   open.cbSize = sizeof open;
   open.fMask = SEE_MASK_ASYNCOK | SEE_MASK_FLAG_NO_UI;
-  open.hwnd = Owner();
+  open.hwnd = loop_.FrontWindow();
   open.lpFile = path.c_str();
   open.nShow = SW_SHOWNORMAL;
   return ShellExecuteExW(&open) != FALSE;
@@ -163,7 +158,7 @@ host::FormatAnswer Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t fo
   static_assert(FormatAnswer{static_cast<std::int32_t>(SHFMT_ERROR)} == FormatAnswer::Failed &&
                 FormatAnswer{static_cast<std::int32_t>(SHFMT_CANCEL)} == FormatAnswer::Cancelled &&
                 FormatAnswer{static_cast<std::int32_t>(SHFMT_NOFORMAT)} == FormatAnswer::NotPossible);
-  return FormatAnswer{static_cast<std::int32_t>(SHFormatDrive(Owner(), drive, formatId, options))};
+  return FormatAnswer{static_cast<std::int32_t>(SHFormatDrive(loop_.FrontWindow(), drive, formatId, options))};
 }
 
 base::LocalTime Win32Clock::Now() {

@@ -8,12 +8,15 @@
 
 namespace windows {
 
-/// Sees each message before it is dispatched; dialogs take their keyboard messages here.
-class MessageFilter {
+/// The program's dialogs, as far as the adapters must know of them.
+class Dialogs {
  public:
-  virtual ~MessageFilter() = default;
-  /// Returns true when the message has been dealt with.
+  virtual ~Dialogs() = default;
+  /// Sees each message before it is dispatched: dialogs take their keyboard messages here. Returns true when the
+  /// message has been dealt with.
   virtual bool PreTranslate(MSG& message) = 0;
+  /// The window of the dialog in front, also while the operator works in another program; null where none is shown.
+  virtual HWND FrontWindow() const = 0;
 };
 
 class Win32MessageLoop : public host::MessageLoop {
@@ -21,8 +24,10 @@ class Win32MessageLoop : public host::MessageLoop {
   void Yield() override;
   void Pause(int milliseconds) override;
 
-  /// Null for none. The filter must stay alive until it is replaced.
-  void SetFilter(MessageFilter* filter) { filter_ = filter; }
+  /// Null for none. The dialogs must stay alive until they are replaced.
+  void SetDialogs(Dialogs* dialogs) { dialogs_ = dialogs; }
+  /// That of the dialogs; null without any.
+  HWND FrontWindow() const { return dialogs_ == nullptr ? nullptr : dialogs_->FrontWindow(); }
 
   /// Treats one message as every loop of the program does. For messages other than WM_QUIT.
   void Dispatch(MSG& message);
@@ -42,17 +47,23 @@ class Win32MessageLoop : public host::MessageLoop {
  private:
   ULONGLONG servedAt_ = 0;
   bool servingWithoutInput_ = false;
-  MessageFilter* filter_ = nullptr;
+  Dialogs* dialogs_ = nullptr;
 };
 
 class Win32Shell : public host::Shell {
  public:
+  /// `loop` knows the window that owns what the shell shows.
+  explicit Win32Shell(const Win32MessageLoop& loop) : loop_(loop) {}
+
   std::string BrowseForFolder(const std::string& title, const std::string& initialFolder) override;
   std::string DesktopFolder() override;
   base::Outcome CopyWithProgress(const std::string& source, const std::string& targetFolder,
                                  const std::string& title) override;
   bool OpenDocument(const std::string& fileName) override;
   host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override;
+
+ private:
+  const Win32MessageLoop& loop_;
 };
 
 class Win32Clock : public host::Clock {

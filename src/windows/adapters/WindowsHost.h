@@ -16,7 +16,7 @@ namespace windows {
 /// its components must be gone before it.
 class WindowsHost {
  public:
-  WindowsHost() : components_(&messageLoop_), files_(&messageLoop_), processes_(messageLoop_) {
+  WindowsHost() : components_(&messageLoop_), files_(&messageLoop_), processes_(messageLoop_), shell_(messageLoop_) {
     // A drive without a disk is an answer to us, not a reason for the system to show a box of its own.
     SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
   }
@@ -26,7 +26,7 @@ class WindowsHost {
     return {qx32_,  qx32lib_, qxNetDB_,   components_, catalogue_, compactor_,
             files_, drives_,  processes_, shell_,      clock_,     messageLoop_};
   }
-  /// The loop itself, for the toolkit's filter and modal loops.
+  /// The loop itself, for the toolkit's dialogs and modal loops.
   Win32MessageLoop& Loop() { return messageLoop_; }
 
  private:

@@ -13,6 +13,7 @@ namespace {
 /// Posted to itself, to act after the dialog's own handling of a message.
 constexpr UINT kSettleFocus = WM_APP + 1;
 constexpr UINT kRefreshFonts = WM_APP + 2;
+constexpr UINT kTellOfDevice = WM_APP + 3;
 
 forms::ShiftState HeldKeys() {
   const auto held = [](int key) { return GetKeyState(key) < 0; };
@@ -89,6 +90,9 @@ INT_PTR DialogView::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return TRUE;
     case kRefreshFonts:
       for (const BoundControl& bound : controls_) WriteAspect(bound, forms::Aspect::Appearance, gdi_);
+      return TRUE;
+    case kTellOfDevice:
+      TellOfDevice(static_cast<DWORD>(wParam));
       return TRUE;
     case WM_HELP:  // F1 in any control, which passes it on
       form_.RequestHelp();
@@ -201,10 +205,18 @@ INT_PTR DialogView::OnDrawItem(const DRAWITEMSTRUCT& item) {
   return TRUE;
 }
 
+/// The system sends this and waits for the answer, and meanwhile components in other processes cannot be called. So the
+/// form is told later, and once of several devices of one type.
 void DialogView::OnDeviceChange(WPARAM event, LPARAM data) {
   if ((event != DBT_DEVICEARRIVAL && event != DBT_DEVICEREMOVECOMPLETE) || data == 0) return;
-  const auto& device = *reinterpret_cast<const DEV_BROADCAST_HDR*>(data);
-  if (form_.IsLoaded()) form_.OnDeviceChanged(static_cast<int>(device.dbch_devicetype));
+  const DWORD type = reinterpret_cast<const DEV_BROADCAST_HDR*>(data)->dbch_devicetype;
+  const bool isNew = changedDevices_.insert(type).second;
+  if (isNew && PostMessageW(window_, kTellOfDevice, type, 0) == FALSE) changedDevices_.erase(type);
+}
+
+void DialogView::TellOfDevice(DWORD type) {
+  changedDevices_.erase(type);
+  if (form_.IsLoaded()) form_.OnDeviceChanged(static_cast<int>(type));
 }
 
 LRESULT CALLBACK DialogView::TextBoxProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,

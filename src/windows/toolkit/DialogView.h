@@ -4,6 +4,7 @@
 // the form. One guard stands between: while the view writes, the window's notices are dropped.
 #pragma once
 
+#include <set>
 #include <vector>
 
 #include "forms/Form.h"
@@ -106,6 +107,7 @@ class DialogView : public forms::View {
   INT_PTR OnControlColour(HDC context, HWND window);
   INT_PTR OnDrawItem(const DRAWITEMSTRUCT& item);
   void OnDeviceChange(WPARAM event, LPARAM data);
+  void TellOfDevice(DWORD type);
 
   bool TakesInput() const { return form_.IsOpen() && form_.Enabled(); }
   void Press(forms::CommandButton* button);
@@ -122,6 +124,7 @@ class DialogView : public forms::View {
   std::vector<BoundControl> controls_;
   FocusKeeper focus_;
   int writing_ = 0;
+  std::set<DWORD> changedDevices_;  ///< types of which the form is still to be told
   bool covered_ = false;
 };
 

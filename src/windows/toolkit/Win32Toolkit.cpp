@@ -35,11 +35,11 @@ void RegisterDialogClass() {
 
 Win32Toolkit::Win32Toolkit(Win32MessageLoop& loop) : loop_(loop) {
   RegisterDialogClass();
-  loop_.SetFilter(this);
+  loop_.SetDialogs(this);
 }
 
 Win32Toolkit::~Win32Toolkit() {
-  loop_.SetFilter(nullptr);
+  loop_.SetDialogs(nullptr);
   views_.clear();
   UnregisterClassW(kDialogClass, GetModuleHandleW(nullptr));
 }
@@ -52,8 +52,7 @@ void Win32Toolkit::CreateView(forms::Form& form) {
   // Making, binding, filling and closing a large dialog may each take some hundredths of a second. Between them the
   // dialogs behind are painted.
   loop_.ServeWithoutInput();
-  HWND owner = shown_.empty() ? nullptr : shown_.back()->Window();
-  auto view = std::make_unique<DialogView>(form, owner, font_, gdi_, pointer_, loop_);
+  auto view = std::make_unique<DialogView>(form, FrontWindow(), font_, gdi_, pointer_, loop_);
   if (view->Window() == nullptr) return;
   loop_.ServeWithoutInput();
   view->Bind();
@@ -112,6 +111,10 @@ bool Win32Toolkit::PreTranslate(MSG& message) {
   return IsDialogMessageW((*found)->Window(), &message) != FALSE;
 }
 
+HWND Win32Toolkit::FrontWindow() const {
+  return shown_.empty() ? nullptr : shown_.back()->Window();
+}
+
 int Win32Toolkit::ScreenWidth() {
   return ToTwips(GetSystemMetrics(SM_CXSCREEN), ScreenDpi());
 }
@@ -132,7 +135,7 @@ void Win32Toolkit::SetPointer(forms::Pointer pointer) {
 }
 
 void Win32Toolkit::ShowPlainMessage(const std::string& text, const std::string& title) {
-  MessageBoxW(GetActiveWindow(), Utf16(text).c_str(), Utf16(title).c_str(), MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
+  MessageBoxW(FrontWindow(), Utf16(text).c_str(), Utf16(title).c_str(), MB_OK | MB_ICONERROR | MB_SETFOREGROUND);
 }
 
 }  // namespace windows

@@ -11,9 +11,9 @@
 
 namespace windows {
 
-class Win32Toolkit : public forms::Toolkit, public MessageFilter {
+class Win32Toolkit : public forms::Toolkit, public Dialogs {
  public:
-  /// Becomes the filter of `loop`, so that keys work while a long job serves events, too.
+  /// Makes itself known to `loop`, so that keys work while a long job serves events, too.
   explicit Win32Toolkit(Win32MessageLoop& loop);
   ~Win32Toolkit() override;
   Win32Toolkit(const Win32Toolkit&) = delete;
@@ -31,6 +31,7 @@ class Win32Toolkit : public forms::Toolkit, public MessageFilter {
   void ShowPlainMessage(const std::string& text, const std::string& title) override;
 
   bool PreTranslate(MSG& message) override;
+  HWND FrontWindow() const override;
 
  private:
   using Views = std::vector<std::unique_ptr<DialogView>>;
