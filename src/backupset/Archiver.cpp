@@ -104,7 +104,7 @@ base::Outcome Archiver::RunArchiver(const std::string& archiveName, const std::s
   }
   const work::ProgramEnd end = work::RunProgram(tools_, command, archiveName);
   if (!end.started) return end.Started();
-  base::Outcome whole = CheckWhole(tools_.files, workFolder_.StagingFolder() + archiveName + kEnding, files);
+  base::Outcome whole = CheckWhole(tools_, workFolder_.StagingFolder() + archiveName + kEnding, files);
   if (whole.IsDone() || incomplete == Incomplete::Fails) return whole;
   tools_.log.WarnOfLoss(whole.cause, archiveName);
   return base::Result::Done;

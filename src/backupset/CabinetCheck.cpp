@@ -2,28 +2,38 @@
 #include "backupset/CabinetCheck.h"
 
 #include <algorithm>
-#include <array>
-#include <vector>
+#include <cctype>
+#include <iterator>
+#include <utility>
 
 #include "base/Path.h"
+#include "cabinet/Blocks.h"
+#include "cabinet/Structure.h"
 
 namespace backupset {
 namespace {
 
-constexpr std::size_t kMostFiles = 65'535;
-constexpr std::size_t kLongestName = 255;
-constexpr std::uint64_t kLargestFile = 0x7FFF'FFFF;
-constexpr std::size_t kHeaderSize = 36;
-constexpr std::size_t kSizeAt = 8;
-constexpr std::size_t kFilesAt = 28;
-constexpr std::array kSignature = {std::byte{'M'}, std::byte{'S'}, std::byte{'C'}, std::byte{'F'}};
+/// A file on a disk.
+class FileSource : public cabinet::Source {
+ public:
+  FileSource(host::FileSystem& files, std::string path)
+      : files_(files), path_(std::move(path)), reader_(files_.OpenBinary(path_)) {}
 
-/// A number of `width` bytes, the lowest first.
-std::uint32_t Number(const std::byte* bytes, std::size_t width) {
-  std::uint32_t number = 0;
-  for (std::size_t i = width; i > 0; --i) number = number << 8 | std::to_integer<std::uint32_t>(bytes[i - 1]);
-  return number;
-}
+  std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
+    if (!reader_ || !reader_->Seek(offset)) return -1;
+    return reader_->Read(static_cast<std::byte*>(data), count);
+  }
+  std::uint64_t Size() override {
+    const std::int64_t size = files_.FileSize(path_);
+    return size < 0 ? 0 : static_cast<std::uint64_t>(size);
+  }
+  const base::Outcome& Opened() const { return reader_.Why(); }
+
+ private:
+  host::FileSystem& files_;
+  std::string path_;
+  base::Obtained<host::BinaryReader> reader_;
+};
 
 /// `inner` is the path from the tree's root on, and ends in "\\" unless it is empty.
 base::Outcome AddTree(const work::Tools& tools, const std::string& root, const std::string& inner,
@@ -35,7 +45,6 @@ base::Outcome AddTree(const work::Tools& tools, const std::string& root, const s
     const std::string path = inner + entry.name;
     if (!entry.isFolder) {
       tree.sizes[path] = entry.size;
-      tree.bytes += entry.size;
     } else if (!inner.empty() || !base::SameName(entry.name, leftOut)) {
       if (base::Outcome added = AddTree(tools, root, path + "\\", leftOut, tree); !added.IsDone()) return added;
     }
@@ -44,15 +53,66 @@ base::Outcome AddTree(const work::Tools& tools, const std::string& root, const s
   return base::Result::Done;
 }
 
-}  // namespace
+/// What a file is known by, inside and outside of a cabinet: its path in small letters and its size. Archivers write
+/// names beyond ASCII in code pages of their own; of those only the size counts.
+using Mark = std::pair<std::string, std::uint64_t>;
 
-std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const std::string& path) {
-  std::array<std::byte, kHeaderSize> bytes{};
-  const auto file = files.OpenBinary(path);
-  if (!file || file->Read(bytes.data(), bytes.size()) != static_cast<std::int64_t>(bytes.size())) return std::nullopt;
-  if (!std::equal(kSignature.begin(), kSignature.end(), bytes.begin())) return std::nullopt;
-  return CabinetHeader{Number(&bytes[kSizeAt], 4), static_cast<std::uint16_t>(Number(&bytes[kFilesAt], 2))};
+Mark MarkOf(std::string path, std::uint64_t size) {
+  if (!cabinet::IsAscii(path)) return {{}, size};
+  std::ranges::transform(path, path.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+  return {path.starts_with(".\\") ? path.substr(2) : path, size};
 }
+
+std::vector<Mark> MarksOf(const std::map<std::string, std::uint64_t>& sizes) {
+  std::vector<Mark> marks;
+  for (const auto& [path, size] : sizes) marks.push_back(MarkOf(path, size));
+  std::ranges::sort(marks);
+  return marks;
+}
+
+/// The members by their names; of several of one name the last is what unpacking leaves.
+std::map<std::string, std::uint64_t> SizesOf(const cabinet::Structure& structure) {
+  std::map<std::string, std::uint64_t> sizes;
+  for (const cabinet::Member& member : structure.members) sizes[member.name] = member.size;
+  return sizes;
+}
+
+base::Outcome About(const std::string& archive, const base::Outcome& outcome) {
+  return outcome.IsDone() ? outcome : base::Failure(archive + ": " + outcome.cause);
+}
+
+base::Outcome Read(FileSource& source, const std::string& archive, cabinet::Structure& structure) {
+  return source.Opened().IsDone() ? About(archive, cabinet::ReadStructure(source, structure)) : source.Opened();
+}
+
+/// Keeps the screen alive during a walk.
+class Serving : public cabinet::WalkObserver {
+ public:
+  explicit Serving(host::MessageLoop& loop) : loop_(loop) {}
+  bool Sound(const cabinet::Block&) override {
+    constexpr int kServeEvery = 32;  // blocks, a megabyte
+    if (++blocks_ % kServeEvery == 0) loop_.Yield();
+    return true;
+  }
+
+ private:
+  host::MessageLoop& loop_;
+  int blocks_ = 0;
+};
+
+/// Fails when something of `wanted` is not among `there`.
+base::Outcome CheckAllThere(const std::map<std::string, std::uint64_t>& wanted,
+                            const std::map<std::string, std::uint64_t>& there, const std::string& words) {
+  std::vector<Mark> missing;
+  std::ranges::set_difference(MarksOf(wanted), MarksOf(there), std::back_inserter(missing));
+  if (missing.empty()) return base::Result::Done;
+  const Mark& first = missing.front();
+  return base::Failure(words + ": " + std::to_string(missing.size()) + " of " + std::to_string(wanted.size()) +
+                       " files, one of " + std::to_string(first.second) + " bytes" +
+                       (first.first.empty() ? "" : " named " + first.first));
+}
+
+}  // namespace
 
 base::Outcome ListTree(const work::Tools& tools, const std::string& folder, const std::string& leftOut,
                        FileTree& tree) {
@@ -62,34 +122,40 @@ base::Outcome ListTree(const work::Tools& tools, const std::string& folder, cons
 std::vector<std::string> TakeOutLongNames(FileTree& tree) {
   std::vector<std::string> taken;
   for (const auto& [path, size] : tree.sizes) {
-    if (path.size() > kLongestName) taken.push_back(path);
+    if (path.size() > cabinet::kMaxNameBytes) taken.push_back(path);
   }
   for (const std::string& path : taken) tree.sizes.erase(path);
   return taken;
 }
 
 base::Outcome CheckLimits(const FileTree& tree) {
-  if (tree.sizes.size() > kMostFiles) {
-    return base::Failure(std::to_string(tree.sizes.size()) + " files; an archive holds " + std::to_string(kMostFiles));
+  if (tree.sizes.size() > cabinet::kMaxFiles) {
+    return base::Failure(std::to_string(tree.sizes.size()) + " files; an archive holds " +
+                         std::to_string(cabinet::kMaxFiles));
   }
-  const auto large = std::ranges::find_if(tree.sizes, [](const auto& file) { return file.second > kLargestFile; });
+  const auto large =
+      std::ranges::find_if(tree.sizes, [](const auto& file) { return file.second > cabinet::kMaxFileSize; });
   if (large == tree.sizes.end()) return base::Result::Done;
   return base::Failure(large->first + " has " + std::to_string(large->second) + " bytes; an archive holds " +
-                       std::to_string(kLargestFile) + " of a file");
+                       std::to_string(cabinet::kMaxFileSize) + " of a file");
 }
 
-base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, const FileTree& tree) {
-  const auto header = ReadCabinetHeader(files, archive);
-  if (!header || header->size != files.FileSize(archive)) return base::Failure("Archive is not whole: " + archive);
-  if (header->files == tree.sizes.size()) return base::Result::Done;
-  return base::Failure("Archive holds " + std::to_string(header->files) + " of " + std::to_string(tree.sizes.size()) +
-                       " files: " + archive);
+base::Outcome CheckWhole(const work::Tools& tools, const std::string& archive, const FileTree& tree) {
+  FileSource source(tools.files, archive);
+  cabinet::Structure structure;
+  if (base::Outcome read = Read(source, archive, structure); !read.IsDone()) return read;
+  base::Outcome held = CheckAllThere(tree.sizes, SizesOf(structure), archive + " lacks");
+  if (!held.IsDone()) return held;
+  Serving serving(tools.messageLoop);
+  return About(archive, cabinet::WalkBlocks(source, structure, serving));
 }
 
 base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree) {
-  const auto header = ReadCabinetHeader(files, archive);
-  if (header && header->files > 0 && tree.sizes.size() >= header->files) return base::Result::Done;
-  return base::Failure(archive + " was not unpacked whole");
+  FileSource source(files, archive);
+  cabinet::Structure structure;
+  if (base::Outcome read = Read(source, archive, structure); !read.IsDone()) return read;
+  if (structure.members.empty()) return base::Failure(archive + " holds no file");
+  return CheckAllThere(SizesOf(structure), tree.sizes, archive + " was not unpacked whole, there lack");
 }
 
 }  // namespace backupset

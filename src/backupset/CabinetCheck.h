@@ -6,7 +6,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,18 +13,9 @@
 
 namespace backupset {
 
-struct CabinetHeader {
-  std::uint32_t size = 0;   ///< bytes that the cabinet is to have
-  std::uint16_t files = 0;  ///< members
-};
-
-/// The header of the cabinet in the file `path`; nothing when there is none or it cannot be read.
-std::optional<CabinetHeader> ReadCabinetHeader(host::FileSystem& files, const std::string& path);
-
 /// The files below a folder, as an archive is to hold them or has brought them.
 struct FileTree {
   std::map<std::string, std::uint64_t> sizes;  ///< bytes, by the path from the folder on
-  std::uint64_t bytes = 0;                     ///< of all of them
   std::size_t emptyFolders = 0;                ///< which no archive can hold
 };
 
@@ -39,8 +29,9 @@ std::vector<std::string> TakeOutLongNames(FileTree& tree);
 /// Whether a cabinet can hold these files, as far as that can be told before they are packed.
 base::Outcome CheckLimits(const FileTree& tree);
 
-/// Whether the file `archive` is a whole cabinet of these files. The cause of a failure says what it is instead.
-base::Outcome CheckWhole(host::FileSystem& files, const std::string& archive, const FileTree& tree);
+/// Whether the file `archive` is a whole cabinet that holds these files, by names and sizes, with all its data as they
+/// were packed. The cause of a failure says what it is instead.
+base::Outcome CheckWhole(const work::Tools& tools, const std::string& archive, const FileTree& tree);
 
 /// Whether everything that is in the cabinet `archive` has come out of it. `tree` may hold more.
 base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree);

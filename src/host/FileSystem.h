@@ -50,6 +50,8 @@ class BinaryReader {
   virtual ~BinaryReader() = default;
   /// Reads up to `count` bytes; returns how many, 0 at the end, -1 on an error.
   virtual std::int64_t Read(std::byte* data, std::size_t count) = 0;
+  /// Goes to an absolute position, from which the next read is. Returns whether that was done.
+  virtual bool Seek(std::uint64_t offset) = 0;
 };
 
 class BinaryWriter {

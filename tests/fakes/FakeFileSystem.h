@@ -78,6 +78,10 @@ class FakeBinaryReader : public OpenFile<host::BinaryReader, &Entry::readers> {
     at_ += taken;
     return static_cast<std::int64_t>(taken);
   }
+  bool Seek(std::uint64_t offset) override {
+    at_ = std::min<std::size_t>(offset, Bytes().size());
+    return true;
+  }
 
  private:
   std::size_t at_ = 0;

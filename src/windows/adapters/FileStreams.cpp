@@ -75,4 +75,10 @@ std::int64_t FileBinaryReader::Read(std::byte* data, std::size_t count) {
   return ReadFile(file_.Get(), data, part, &read, nullptr) == FALSE ? kReadFault : std::int64_t{read};
 }
 
+bool FileBinaryReader::Seek(std::uint64_t offset) {
+  LARGE_INTEGER position{};
+  position.QuadPart = static_cast<LONGLONG>(offset);
+  return SetFilePointerEx(file_.Get(), position, nullptr, FILE_BEGIN) != FALSE;
+}
+
 }  // namespace windows

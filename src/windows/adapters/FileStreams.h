@@ -48,6 +48,7 @@ class FileBinaryReader : public host::BinaryReader {
  public:
   FileBinaryReader(Handle file, const std::string& /*path*/) : file_(std::move(file)) {}
   std::int64_t Read(std::byte* data, std::size_t count) override;
+  bool Seek(std::uint64_t offset) override;
 
  private:
   Handle file_;

@@ -71,6 +71,7 @@ struct SlowReader : host::BinaryReader {
     at += taken;
     return static_cast<std::int64_t>(taken);
   }
+  bool Seek(std::uint64_t) override { return false; }
   const std::string bytes = Pattern(100'000);
   std::size_t at = 0;
 };

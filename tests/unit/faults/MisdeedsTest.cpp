@@ -17,7 +17,7 @@ constexpr const char* kRegistry = "C:\\Windows\\System32\\Reg.exe";
 constexpr const char* kExporter = "C:\\Tarsus\\System\\BackupEventLog.exe";
 constexpr const char* kBadCopy = "Copy is missing or has another size";
 constexpr const char* kPatient = "PatientData.cab";
-constexpr const char* kNotWhole = "Archive is not whole";
+constexpr const char* kNotWhole = "PatientData.cab was not made";
 constexpr const char* kDump = "C:\\Tarsus\\System\\DumpPatients.bat";
 
 ProgramAction Ends(std::uint32_t code) {
