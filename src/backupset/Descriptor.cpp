@@ -1,6 +1,7 @@
 // The descriptor BackupInfo.ini: written, read, and judged.
 #include "backupset/Descriptor.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "backupset/Pieces.h"
@@ -170,7 +171,10 @@ bool SetMark::Fits(const SetMark& other) const {
     return left.empty() || right.empty() || left == right;
   };
   return agree(appType, other.appType) && agree(archives, other.archives) && agree(diskCount, other.diskCount) &&
-         appVersion == other.appVersion && versions == other.versions;
+         appVersion == other.appVersion && std::ranges::all_of(versions, [&](const auto& version) {
+           const auto found = other.versions.find(version.first);
+           return found != other.versions.end() && found->second == version.second;
+         });
 }
 
 SetMark ReadMark(const work::Tools& tools, const std::string& folder) {

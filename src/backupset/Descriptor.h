@@ -62,7 +62,8 @@ struct SetMark {
   std::string diskCount;
   std::map<Category, std::string> versions;
 
-  /// Whether both may be of one set: what one of them lacks, other than version and categories, does not count.
+  /// Whether `other` may be of the same set: it is of the same version and has every category that this one has, in the
+  /// same version; what else one of them lacks, because a disk could not be read, does not count.
   bool Fits(const SetMark& other) const;
 };
 

@@ -2,6 +2,7 @@
 #include "backupset/FloppyReader.h"
 
 #include <string>
+#include <utility>
 
 #include "backupset/Archiver.h"
 #include "backupset/Descriptor.h"
@@ -80,12 +81,20 @@ class FloppyReader {
       }
       const std::string found = DescriptorValue("FDNumber");
       if (found.empty()) return Incomplete("FDNumber");
-      if (found == std::to_string(number) && ReadMark(tools_, source_).Fits(mark_)) return base::Result::Done;
+      if (found == std::to_string(number) && IsOfTheSet(number == 1)) return base::Result::Done;
       tools_.log.WriteLog(app::LogLevel::Information,
                           "Not disk " + std::to_string(number) + " of the set : FDNumber " + found);
       if (!application_.messages.Prompt(app::MessageId::AskRightDisk)) return base::Result::Stopped;
       tools_.messageLoop.Yield();
     }
+  }
+
+  /// Whether the disk in the drive is of the inspected set. The first one tells what all others must say.
+  bool IsOfTheSet(bool first) {
+    SetMark inDrive = ReadMark(tools_, source_);
+    if (!mark_.Fits(inDrive) || !(first || inDrive.Fits(mark_))) return false;
+    if (first) mark_ = std::move(inDrive);
+    return true;
   }
 
   // A set whose size is an exact multiple of the piece size declares one disk more than it has

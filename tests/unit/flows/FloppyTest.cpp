@@ -1,5 +1,6 @@
 // Floppy sets: disks changed while a backup runs, and restores that gather the pieces again.
 #include "unit/Session.h"
+#include "unit/Station.h"
 
 namespace {
 
@@ -221,6 +222,36 @@ TEST(FloppySets, DiskThatWasNotChangedIsNotFormatted) {
   EXPECT_EQ(NamesOf(session.disks.at(0)), (Names{"BackupInfo.ini", "FDDivide001"}));
   for (const auto& message : session.person.Messages())
     EXPECT_EQ(message.text3 == "2", message.id == AskNextBackupDisk || message.id == AskInsertBackupMedium);
+}
+
+/// Notes what the format dialog is opened for.
+struct NotingShell : fakes::FakeShell {
+  using FakeShell::FakeShell;
+  host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override {
+    formats.push_back(std::to_string(drive) + "," + std::to_string(formatId) + "," + std::to_string(options));
+    return FakeShell::FormatDrive(drive, formatId, options);
+  }
+  Names formats;
+};
+
+// Always the first floppy drive, in the medium's own format, and quickly.
+TEST_F(JobTest, FloppiesAreFormattedInTheFirstDrive) {
+  NotingShell shell(host.disk, host.calls, host.person);
+  const host::Host outside = {host.qx32,      host.qx32lib,   host.qxNetDB, host.components,
+                              host.catalogue, host.compactor, host.files,   host.drives,
+                              host.processes, shell,          host.clock,   host.messageLoop};
+  app::Application other(outside, host.toolkit);
+  other.state = application.state;
+  other.appearance = application.appearance;
+  other.state.SelectedFolder = "A:\\";
+  host.disk.Write(kStaging + std::string("ReportData.cab"), fakes::MakeCabinet({{"r.txt", "r"}}));
+  packed.set.archives = {{"ReportData.cab", 1, 1}};
+  packed.set.categories = {backupset::Category::ReportData};
+  host.person.ExpectFormat(kFormatted);
+  const auto& messages = backupset::MessagesOf(app::Operation::Backup);
+  EXPECT_TRUE(backupset::WriteBackupSet(other, drives, packed, messages).IsDone());
+  EXPECT_EQ(shell.formats, Names{"0,0,1"});
+  EXPECT_EQ(host.disk.FindDrive("A:")->label, "BACKUP");
 }
 
 // The proposal names a folder, which no disk has that was just formatted.
