@@ -26,7 +26,8 @@ enum class Right : std::int32_t { None = 0, Backup = 1, Restore = 2, BackupAndRe
 /// How the program ends.
 enum class ExitMode : std::int16_t { Halt = -1, EndAndRestartHost = 0, EndQuietly = 1 };
 
-/// All texts are UTF-8; every folder ends in "\" once it is set.
+/// All texts are UTF-8. The folders from ApplicationRootFolder on end in "\" once they are set; StartupDirectory stands
+/// as the system gives it, and LogFolder as the path table has it.
 struct State {
   std::string StartupDirectory;
   bool SignedIn = false;

@@ -10,8 +10,8 @@ void SignOut(Application& application) {
   if (!recorded.IsDone()) application.failures.Show(recorded, MessageId::SignOutNotRecorded);
 }
 
-/// Starts the host application and leaves it to itself. The folder ends in "\" already; the
-/// doubled separator has always been part of this command.
+/// Starts the host application and leaves it to itself. The folder ends in "\" already; the command goes out with the
+/// separator doubled, as integrators know it from the host's description, and Windows takes it for one.
 void RestartHost(Application& application) {
   const std::string command = application.state.SystemFolder + "\\" + application.appearance.ApplicationName + " /a";
   const std::string folder = application.host.files.CurrentFolder();

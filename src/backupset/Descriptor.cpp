@@ -1,6 +1,7 @@
 // The descriptor BackupInfo.ini: written, read, and judged.
 #include "backupset/Descriptor.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "backupset/Pieces.h"
@@ -72,6 +73,15 @@ bool SameMajorVersion(const std::string& left, const std::string& right) {
   return leftMajor && leftMajor == MajorVersion(right);
 }
 
+/// A set with categories is one day restored, and must say what a restore will ask for; a maintenance log is not, and
+/// whoever needs one may have a host that cannot tell its version any more.
+base::Outcome CheckIdentity(const HostIdentity& host, const BackupSet& set) {
+  if (set.categories.empty()) return base::Result::Done;
+  if (host.applicationType.empty()) return base::Failure("the name of the host's application is unknown");
+  if (MajorVersion(host.softwareVersion)) return base::Result::Done;
+  return base::Failure("no restore would accept the host's version \"" + host.softwareVersion + "\": it has no \".\"");
+}
+
 /// The values of one descriptor.
 class SetReader {
  public:
@@ -129,10 +139,7 @@ HostIdentity IdentityOf(const app::State& state, const app::AppearanceSettings& 
 base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, const HostIdentity& host,
                               const work::WorkFolder& workFolder, BackupSet& set,
                               const std::optional<FloppyDisk>& disk) {
-  // A restore refuses a set that does not say who made it.
-  if (host.softwareVersion.empty() || host.applicationType.empty()) {
-    return base::Failure("the host's version or application is unknown");
-  }
+  if (base::Outcome known = CheckIdentity(host, set); !known.IsDone()) return known;
   const std::string path = workFolder.StagingFolder() + kDescriptorFile;
   if (disk && tools.files.FileExists(path)) {
     if (base::Outcome removed = tools.files.RemoveFile(path); !removed.IsDone()) return removed;
@@ -157,6 +164,40 @@ base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& hos
   base::Outcome accepted = Accept(reader, host, inspection.set);
   if (accepted.IsDone()) ReadOffers(tools, reader, host, inspection);
   return accepted;
+}
+
+bool SetMark::Fits(const SetMark& other) const {
+  const auto agree = [](const std::string& left, const std::string& right) {
+    return left.empty() || right.empty() || left == right;
+  };
+  return agree(appType, other.appType) && agree(archives, other.archives) && agree(diskCount, other.diskCount) &&
+         appVersion == other.appVersion && std::ranges::all_of(versions, [&](const auto& version) {
+           const auto found = other.versions.find(version.first);
+           return found != other.versions.end() && found->second == version.second;
+         });
+}
+
+SetMark ReadMark(const work::Tools& tools, const std::string& folder) {
+  SetMark mark;
+  std::map<std::string, std::string> values;  // the first line of each key, as ReadIniValue takes it
+  const auto reader = tools.files.OpenText(folder + kDescriptorFile);
+  std::string line;
+  while (reader && reader->ReadLine(line)) {
+    const std::size_t end = line.find('=');
+    if (end != std::string::npos) values.try_emplace(line.substr(0, end), base::Trim(line.substr(end + 1)));
+    tools.messageLoop.Yield();
+  }
+  for (const auto& row : {std::pair{"AppType", &mark.appType},
+                          {"AppVersion", &mark.appVersion},
+                          {"CABFile", &mark.archives},
+                          {"FDCount", &mark.diskCount}}) {
+    *row.second = values[row.first];
+  }
+  for (const Category category : kRestoreOrder) {
+    const std::string& version = values[RowOf(category).versionKey];
+    if (!version.empty()) mark.versions[category] = version;
+  }
+  return mark;
 }
 
 std::string ReadIniValue(const work::Tools& tools, const std::string& folder, const std::string& fileName,

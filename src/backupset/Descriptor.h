@@ -29,9 +29,9 @@ struct FloppyDisk {
 };
 
 /// Writes the descriptor of `set` into the work folder, and dates the set by it. For a floppy the joined archive is the
-/// only one, and an earlier disk's descriptor is deleted first. Fails when the file cannot be written, the host's
-/// version or application is unknown, or a category of the set has no version in the host's version file; what was
-/// written until then stays.
+/// only one, and an earlier disk's descriptor is deleted first. Fails when the file cannot be written, or where the set
+/// has categories, and so is made to be restored, when the host's application is unknown, its version is none that a
+/// restore accepts, or the host's version file lacks one of the categories; what was written until then stays.
 base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, const HostIdentity& host,
                               const work::WorkFolder& workFolder, BackupSet& set,
                               const std::optional<FloppyDisk>& disk = std::nullopt);
@@ -52,6 +52,23 @@ struct Inspection {
 /// major version. Minor versions may differ.
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection);
+
+/// What the descriptors of all disks of one set have in common. Their dates may differ: the clock moves on from disk to
+/// disk.
+struct SetMark {
+  std::string appType;
+  std::string appVersion;
+  std::string archives;
+  std::string diskCount;
+  std::map<Category, std::string> versions;
+
+  /// Whether `other` may be of the same set: it is of the same version and has every category that this one has, in the
+  /// same version; what else one of them lacks, because a disk could not be read, does not count.
+  bool Fits(const SetMark& other) const;
+};
+
+/// Reads it from the descriptor in `folder`, which ends in "\"; what is not there, or cannot be read, stays empty.
+SetMark ReadMark(const work::Tools& tools, const std::string& folder);
 
 /// The trimmed value of the first line anywhere in the file that begins with `key` and "=";
 /// empty when there is none. Sections do not count, a blank before "=" or the key hides the

@@ -1,9 +1,8 @@
 // Gathers the pieces of a floppy set disk by disk.
 #include "backupset/FloppyReader.h"
 
-#include <charconv>
-#include <optional>
 #include <string>
+#include <utility>
 
 #include "backupset/Archiver.h"
 #include "backupset/Descriptor.h"
@@ -14,14 +13,6 @@
 namespace backupset {
 namespace {
 
-/// A disk count or number as the descriptor holds it: plain decimal, from 1, within 16 bits.
-std::optional<std::int16_t> ReadNumber(const std::string& text) {
-  std::int16_t number = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
-  if (error != std::errc() || end != text.data() + text.size() || number < 1) return std::nullopt;
-  return number;
-}
-
 class FloppyReader {
  public:
   FloppyReader(app::Application& application, media::MediaDrives& drives, const BackupSet& set,
@@ -29,13 +20,18 @@ class FloppyReader {
       : application_(application),
         mediaDrives_(drives),
         tools_(work::ToolsOf(application)),
+        set_(set),
         source_(set.folder),
         workFolder_(workFolder),
         staging_(workFolder.StagingFolder()) {}
 
   base::Outcome Run() {
-    const auto count = ReadNumber(DescriptorValue("FDCount"));
+    const auto count = ReadDiskNumber(DescriptorValue("FDCount"));
     if (!count) return Incomplete("FDCount");
+    mark_ = ReadMark(tools_, source_);
+    // The disk may have been changed since the set was inspected.
+    mark_.appVersion = set_.appVersion;
+    mark_.versions = set_.versions;
     for (std::int32_t number = 1; number <= *count; ++number) {
       if (base::Outcome taken = TakeDisk(number, number == *count); !taken.IsDone()) return taken;
     }
@@ -69,7 +65,8 @@ class FloppyReader {
     return CopyPiece(PieceName(number)).OrSay(app::MessageId::MaintenanceDriveError);
   }
 
-  /// Waits until disk `number` is in the drive.
+  /// Waits until disk `number` of the inspected set is in the drive. Of two sets that were made alike, the pieces
+  /// themselves tell that they do not belong together: the joined archive is then no whole one.
   base::Outcome WaitForDisk(std::int32_t number) {
     const std::string drive = base::DriveLetterOf(source_);
     for (;;) {
@@ -84,10 +81,20 @@ class FloppyReader {
       }
       const std::string found = DescriptorValue("FDNumber");
       if (found.empty()) return Incomplete("FDNumber");
-      if (found == std::to_string(number)) return base::Result::Done;
+      if (found == std::to_string(number) && IsOfTheSet(number == 1)) return base::Result::Done;
+      tools_.log.WriteLog(app::LogLevel::Information,
+                          "Not disk " + std::to_string(number) + " of the set : FDNumber " + found);
       if (!application_.messages.Prompt(app::MessageId::AskRightDisk)) return base::Result::Stopped;
       tools_.messageLoop.Yield();
     }
+  }
+
+  /// Whether the disk in the drive is of the inspected set. The first one tells what all others must say.
+  bool IsOfTheSet(bool first) {
+    SetMark inDrive = ReadMark(tools_, source_);
+    if (!mark_.Fits(inDrive) || !(first || inDrive.Fits(mark_))) return false;
+    if (first) mark_ = std::move(inDrive);
+    return true;
   }
 
   // A set whose size is an exact multiple of the piece size declares one disk more than it has
@@ -106,7 +113,9 @@ class FloppyReader {
   app::Application& application_;
   media::MediaDrives& mediaDrives_;
   work::Tools tools_;
+  const BackupSet& set_;
   const std::string source_;
+  SetMark mark_;  ///< of every disk of the set
   const work::WorkFolder& workFolder_;
   const std::string staging_;
   std::int32_t pieces_ = 0;  ///< that have come in

@@ -1,8 +1,11 @@
 // Writes a backup set to floppies.
 #include "backupset/SetWriter.h"
 
+#include <algorithm>
 #include <array>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include "backupset/Archiver.h"
 #include "backupset/Pieces.h"
@@ -15,9 +18,25 @@ namespace {
 // Pieces always go to the first floppy drive, and that is the one that is formatted, whatever
 // letter the destination has.
 constexpr std::uint32_t kFormattedDrive = 0;
-constexpr char kPieceTarget[] = "A:\\";
+constexpr char kFloppy[] = "A:\\";
 constexpr std::uint32_t kFormatId = 0;
 constexpr std::uint32_t kFormatOptions = 1;
+
+/// The bytes of a descriptor; empty when there is none.
+std::string DescriptorBytes(host::FileSystem& files, const std::string& path) {
+  constexpr std::size_t kMost = 4096;  // longer ones are not ours
+  if (!files.FileExists(path)) return {};
+  const auto file = files.OpenBinary(path);
+  std::array<std::byte, kMost> block{};
+  std::string bytes;
+  while (file && bytes.size() <= kMost) {
+    const std::int64_t got = file->Read(block.data(), block.size());
+    if (got <= 0) break;
+    std::transform(block.begin(), block.begin() + got, std::back_inserter(bytes),
+                   [](std::byte byte) { return static_cast<char>(byte); });
+  }
+  return bytes;
+}
 
 class FloppyWriter {
  public:
@@ -64,18 +83,30 @@ class FloppyWriter {
 
   base::Outcome WriteDisk() {
     using Step = base::Outcome (FloppyWriter::*)();
-    constexpr std::array<Step, 6> kSteps = {&FloppyWriter::AskForNextDisk, &FloppyWriter::WaitForDisk,
-                                            &FloppyWriter::Format,         &FloppyWriter::Label,
-                                            &FloppyWriter::PutDescriptor,  &FloppyWriter::PutPiece};
+    constexpr std::array<Step, 5> kSteps = {&FloppyWriter::TakeDisk, &FloppyWriter::Format, &FloppyWriter::Label,
+                                            &FloppyWriter::PutDescriptor, &FloppyWriter::PutPiece};
     for (const Step step : kSteps) {
       if (base::Outcome outcome = (this->*step)(); !outcome.IsDone()) return outcome;
     }
     return base::Result::Done;
   }
 
-  base::Outcome AskForNextDisk() {
-    const bool goesOn = disk_.number == 1 || application_.messages.Prompt(messages_.changeDisk);
-    return goesOn ? base::Result::Done : base::Result::Stopped;
+  /// Waits for the next disk. One that this run has written already is asked for again: formatted, it would take a
+  /// piece of the set with it.
+  base::Outcome TakeDisk() {
+    for (bool asks = disk_.number > 1;; asks = true) {
+      if (asks && !application_.messages.Prompt(messages_.changeDisk)) return base::Result::Stopped;
+      if (base::Outcome waited = WaitForDisk(); !waited.IsDone()) return waited;
+      if (!IsOfThisRun()) return base::Result::Done;
+      writing_.tools.log.WriteLog(app::LogLevel::Information, "Disk not changed, not formatted : " + letter_);
+      writing_.tools.messageLoop.Yield();
+    }
+  }
+
+  bool IsOfThisRun() const {
+    if (written_.empty()) return false;  // nothing of it to lose, and often no disk that can be read
+    const std::string inDrive = DescriptorBytes(writing_.tools.files, std::string(kFloppy) + kDescriptorFile);
+    return !inDrive.empty() && std::ranges::find(written_, inDrive) != written_.end();
   }
 
   base::Outcome WaitForDisk() {
@@ -103,6 +134,8 @@ class FloppyWriter {
     return labelled.IsDone() ? base::Result::Done : Say(labelled, messages_.labelFailed);
   }
 
+  /// Beside the piece, where a restore looks for it, whatever folder the destination names: the disk was formatted, and
+  /// has none.
   base::Outcome PutDescriptor() {
     const work::Tools& tools = writing_.tools;
     const base::Outcome described =
@@ -111,15 +144,16 @@ class FloppyWriter {
     const std::string archiveFolder = workFolder_.ArchiveFolder();
     const std::string staged = workFolder_.StagingFolder() + kDescriptorFile;
     if (base::Outcome moved = work::MoveFileToFolder(tools.files, staged, archiveFolder); !moved.IsDone()) return moved;
-    return work::MoveFileToFolder(tools.files, archiveFolder + kDescriptorFile, writing_.destination);
+    written_.push_back(DescriptorBytes(tools.files, archiveFolder + kDescriptorFile));
+    return work::MoveFileToFolder(tools.files, archiveFolder + kDescriptorFile, kFloppy);
   }
 
   base::Outcome PutPiece() {
     const std::string name = PieceName(disk_.number);
     const std::string piece = workFolder_.ArchiveFolder() + name;
     const std::string title = application_.messages.GetMessageText(app::MessageId::CopyingPieceTitle);
-    base::Outcome copied = application_.host.shell.CopyWithProgress(piece, kPieceTarget, title);
-    if (copied.IsDone()) copied = work::CompareSizes(writing_.tools.files, piece, kPieceTarget + name);
+    base::Outcome copied = application_.host.shell.CopyWithProgress(piece, kFloppy, title);
+    if (copied.IsDone()) copied = work::CompareSizes(writing_.tools.files, piece, kFloppy + name);
     return std::move(copied).OrSay(app::MessageId::MaintenanceDriveError);
   }
 
@@ -130,6 +164,7 @@ class FloppyWriter {
   const work::WorkFolder& workFolder_;
   const std::string letter_;
   FloppyDisk disk_;
+  std::vector<std::string> written_;  ///< the descriptors of the disks of this run
 };
 
 }  // namespace

@@ -2,9 +2,11 @@
 #include "backupset/Pieces.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cstddef>
 #include <vector>
 
+#include "backupset/Descriptor.h"
 #include "base/Path.h"
 #include "base/Text.h"
 #include "work/Programs.h"
@@ -33,7 +35,24 @@ std::int64_t SizeOfPieces(host::FileSystem& files, const std::string& folder, st
   return sum;
 }
 
+/// Whether the set that the staged descriptor speaks of has so many pieces: a set of full pieces declares one disk
+/// more.
+base::Outcome CheckCount(const work::Tools& tools, const std::string& staging, std::int32_t count) {
+  const std::string declared = ReadIniValue(tools, staging, kDescriptorFile, "FDCount");
+  const auto disks = ReadDiskNumber(declared);
+  const bool lastIsFull = tools.files.FileSize(staging + PieceName(count)) == kPieceSize;
+  if (disks && (*disks == count || (*disks == count + 1 && lastIsFull))) return base::Result::Done;
+  return base::Failure("the last disk declares \"" + declared + "\" disks for " + std::to_string(count) + " pieces");
+}
+
 }  // namespace
+
+std::optional<std::int16_t> ReadDiskNumber(const std::string& text) {
+  std::int16_t number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  if (error != std::errc() || end != text.data() + text.size() || number < 1) return std::nullopt;
+  return number;
+}
 
 bool IsOnFloppies(const std::string& folder) {
   return base::DriveLetterOf(folder) == "A";
@@ -78,6 +97,7 @@ base::Outcome JoinPieces(const work::Tools& tools, const work::WorkFolder& workF
   std::string list;
   for (std::int32_t i = 1; i <= count; ++i) list += PieceName(i) + (i < count ? " + " : " ");
   const std::string& staging = workFolder.StagingFolder();
+  if (base::Outcome counted = CheckCount(tools, staging, count); !counted.IsDone()) return counted;
   const work::CurrentFolderScope inStaging(tools.files, staging, workFolder.ProgramFolder());
   if (!inStaging.Entered().IsDone()) return inStaging.Entered();
   const auto end = work::RunProgram(tools, "CMD /C Copy /B " + list + kJoinedArchive, kJoinedArchive);

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "work/Programs.h"
@@ -29,6 +30,9 @@ constexpr std::uint32_t FloppyDiskCount(std::uint32_t joinedSize) {
   return joinedSize / kPieceSize + 1;
 }
 
+/// A disk count or number as a descriptor holds it: plain decimal, from 1, within 16 bits.
+std::optional<std::int16_t> ReadDiskNumber(const std::string& text);
+
 /// "FDDivide001" for 1.
 std::string PieceName(std::int32_t number);
 
@@ -44,9 +48,10 @@ base::Outcome WritePiece(host::FileSystem& files, host::BinaryReader& source, co
                          std::uint32_t count);
 
 /// Joins `count` pieces in the work folder into the joined archive by one binary copy of the
-/// command interpreter. Fails when it cannot be started, or leaves anything but all the bytes:
-/// with a command line beyond its limit it writes nothing and reports success. The program's own folder is current
-/// afterwards.
+/// command interpreter. Fails when the descriptor in the work folder declares another number of disks (one more than
+/// there are pieces is right where all are full), when it cannot be started, or when it leaves anything but all the
+/// bytes: with a command line beyond its limit it writes nothing and reports success. The program's own folder is
+/// current afterwards.
 base::Outcome JoinPieces(const work::Tools& tools, const work::WorkFolder& workFolder, std::int32_t count);
 
 }  // namespace backupset

@@ -1,6 +1,8 @@
 // The maintenance dialog: what goes into a maintenance log backup.
 #include "maintenance/frmMaintenance.h"
 
+#include <algorithm>
+
 #include "base/Text.h"
 
 namespace maintenance {
@@ -87,7 +89,7 @@ void frmMaintenance::EnableRange(bool enabled) {
 void frmMaintenance::Start() {
   if (Option2.Value() && !application_.messages.Consents(app::MessageId::AskUnprotected)) return;
   collectsImages_ = Option3.Value() ? 0 : 1;
-  dayCount_ = Option3.Value() ? jobs::kAllDays : base::LeadingNumber(txtCollectRange.Text());
+  dayCount_ = Option3.Value() ? jobs::kAllDays : std::min(base::LeadingNumber(txtCollectRange.Text()), jobs::kAllDays);
   result_ = Option2.Value() ? Choice::Unprotected : Choice::Protected;
   const std::string images = Option3.Value() ? "all images" : "images of " + std::to_string(dayCount_) + " days";
   application_.log.WriteLog(app::LogLevel::Information,

@@ -26,7 +26,7 @@ class frmMaintenance : public forms::Form {
   Choice Result() const { return result_; }
   /// 1 when images of a range of days are collected, 0 when the image folders are taken as they are.
   std::int32_t CollectsImages() const { return collectsImages_; }
-  /// How many days back images are collected.
+  /// How many days back images are collected, at most jobs::kAllDays: the host's database has no date further back.
   std::int32_t DayCount() const { return dayCount_; }
 
   forms::Label lblLabel1{*this, "lblLabel1", app::MessageId::MaintenanceIntroduction};

@@ -40,6 +40,38 @@ TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {
   }
 }
 
+struct Writing {
+  backupset::Categories categories;  ///< none: a maintenance log, which nobody restores
+  backupset::HostIdentity host;
+  std::string cause;  ///< of the failure
+};
+
+const Writing kWritings[] = {
+    {{backupset::Category::MenuData}, {"3.00", "Tarsus", fakes::kSystemFolder}, ""},
+    {{backupset::Category::MenuData}, {"3", "Tarsus", fakes::kSystemFolder}, "version \"3\""},
+    {{backupset::Category::MenuData}, {"", "Tarsus", fakes::kSystemFolder}, "version \"\""},
+    {{backupset::Category::MenuData}, {"3.00", "", fakes::kSystemFolder}, "application"},
+    {{backupset::Category::MenuData}, {"3.00", "Tarsus", "C:\\Nowhere\\"}, "no version of MenuData"},
+    {{}, {"", "", "C:\\Nowhere\\"}, ""}};
+
+// A set is made only where a restore will accept it.
+TEST(Descriptor, DemandsOfTheHostWhatARestoreWillDemand) {
+  for (const Writing& each : kWritings) {
+    SCOPED_TRACE(each.cause);
+    JobStation station;
+    backupset::BackupSet& set = station.packed.set;
+    set.categories = each.categories;
+    set.archives = {{"MenuData.cab", 1, 1}};
+    const base::Outcome written =
+        backupset::WriteDescriptor(station.tools, station.host.clock, each.host, station.packed.workFolder, set);
+    EXPECT_EQ(written.IsDone(), each.cause.empty());
+    EXPECT_PRED_FORMAT2(testing::IsSubstring, each.cause, written.cause);
+    if (!written.IsDone() || each.categories.empty()) continue;
+    backupset::Inspection found;
+    EXPECT_TRUE(backupset::InspectBackupSet(station.tools, each.host, JobStation::kStaging, found).IsDone());
+  }
+}
+
 TEST_F(JobTest, HostApplicationTypeHasNoExtension) {
   for (const char* name : {"Tarsus.exe", "Tarsus.EXE", "Tarsus"}) {
     application.appearance.ApplicationName = name;

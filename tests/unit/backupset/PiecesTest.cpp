@@ -1,7 +1,7 @@
 // The cutting of a joined archive: every byte in its piece, whatever the size.
 #include "backupset/Pieces.h"
 
-#include "unit/Arrange.h"
+#include "unit/Station.h"
 
 namespace {
 
@@ -61,6 +61,49 @@ TEST(ArchivePieces, FailureIsTold) {
     const base::Outcome split = backupset::SplitArchive(host.files, host.messageLoop, kFolder, size);
     EXPECT_EQ(split, Result::Failed);
     EXPECT_PRED_FORMAT2(testing::IsSubstring, cause, split.cause);
+  }
+}
+
+struct Joining {
+  const char* name;
+  std::string count;                ///< that the last disk declares
+  std::vector<std::size_t> pieces;  ///< sizes
+  bool joins;
+};
+
+constexpr std::size_t kFull = backupset::kPieceSize;
+
+const Joining kJoinings[] = {
+    {"as declared", "2", {kFull, 5}, true},
+    {"a surplus disk", "3", {kFull, kFull}, true},
+    {"surplus of one piece", "2", {kFull}, true},
+    {"one too few", "3", {kFull, 5}, false},
+    {"two too few", "4", {kFull, kFull}, false},
+    {"one too many", "1", {kFull, 5}, false},
+    {"no descriptor", "", {5}, false},
+    {"no number", "two", {kFull, 5}, false},
+    {"one only", "1", {5}, true},
+};
+
+// The descriptor in the work folder is the last disk's.
+TEST(ArchivePieces, AreJoinedWhenTheLastDiskDeclaresAsMany) {
+  for (const Joining& each : kJoinings) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    std::string whole;
+    for (std::size_t i = 0; i < each.pieces.size(); ++i) {
+      const std::string piece(each.pieces[i], static_cast<char>('a' + i));
+      station.host.disk.Write(JobStation::kStaging + backupset::PieceName(static_cast<std::int32_t>(i + 1)), piece);
+      whole += piece;
+    }
+    if (!each.count.empty())
+      station.host.WriteLines(JobStation::kStaging + std::string("BackupInfo.ini"), {"FDCount=" + each.count});
+    const base::Outcome joined =
+        backupset::JoinPieces(station.tools, station.packed.workFolder, static_cast<std::int32_t>(each.pieces.size()));
+    EXPECT_EQ(joined.IsDone(), each.joins) << joined.cause;
+    const std::string made = station.host.disk.Read(JobStation::kStaging + std::string("FDDivide.cab"));
+    EXPECT_TRUE(made == (each.joins ? whole : ""));
+    EXPECT_EQ(station.host.disk.CurrentFolder(), fakes::kProgramFolder);
   }
 }
 

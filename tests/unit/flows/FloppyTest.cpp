@@ -1,5 +1,6 @@
 // Floppy sets: disks changed while a backup runs, and restores that gather the pieces again.
 #include "unit/Session.h"
+#include "unit/Station.h"
 
 namespace {
 
@@ -106,6 +107,19 @@ TEST(FloppySets, ComeBackAsTheyWere) {
   EXPECT_EQ(session.shell.lastTitle, "Copying a disk");
 }
 
+// Nothing but the unpacking can tell it from a set whose size is an exact multiple.
+TEST(FloppySets, LostLastPieceBehindFullOnesIsNoWholeSet) {
+  FloppySession session;
+  session.CutIntoDisks(2 * kPiece + 1, kPiece);
+  session.disks[2].erase("FDDivide003");
+  session.InsertDisk(session.disks[0]);
+  session.BeginRestore("A:\\");
+  session.StartRestore({Box::Report});
+  for (std::size_t i = 1; i <= 2; ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
+  session.LeaveRestoreAfter({ArchiveNotUnpacked});
+  EXPECT_EQ(session.ChangedHostFiles(), Paths());
+}
+
 // Around the piece size; an exact multiple declares one disk more, which holds no piece.
 TEST(FloppySets, AreGatheredWhateverTheirSize) {
   for (const std::size_t size : {std::size_t{300}, kPiece - 1, kPiece, kPiece + 1, 2 * kPiece}) {
@@ -168,7 +182,7 @@ const Refusal kRefusals[] = {
     {"disk too small", Capacity("A:", 200), {MaintenanceDriveError}, kFormatted},
 };
 
-// A first disk that is written by then stays as it is.
+// A first disk is written by then.
 TEST(FloppySets, RefusedDiskStopsTheBackup) {
   for (const bool second : {false, true}) {
     for (const Refusal& refusal : kRefusals) {
@@ -177,6 +191,7 @@ TEST(FloppySets, RefusedDiskStopsTheBackup) {
       MediumFiles before;
       const auto refuse = [&] {
         before = session.disk.Tree("A:\\");
+        session.InsertDisk({});
         refusal.arrange(session);
       };
       session.BackUpTo("A:\\");
@@ -186,9 +201,70 @@ TEST(FloppySets, RefusedDiskStopsTheBackup) {
       if (refusal.format) session.person.ExpectFormat(*refusal.format);
       session.LeaveBackupAfter(refusal.messages, host::Answer::Refused);
       EXPECT_EQ(before.size(), second ? 2u : 0u);
-      EXPECT_TRUE(refusal.format == kFormatted || session.disk.Tree("A:\\") == before);
+      EXPECT_TRUE(refusal.format == kFormatted || session.disk.Tree("A:\\").empty());
     }
   }
+}
+
+// Formatted once more, it would take its piece of the set with it, and nobody would know before a restore.
+TEST(FloppySets, DiskThatWasNotChangedIsNotFormatted) {
+  FloppySession session(File(kReport, std::string(2 * kPiece, 'x')));
+  session.BackUpTo("A:\\");
+  session.person.ExpectFormat(kFormatted);
+  session.See({AskNextBackupDisk, AskNextBackupDisk}, host::Answer::Consented);
+  session.person.ExpectMessage(AskNextBackupDisk, host::Answer::Consented, [&] { session.TakeDiskOut(); });
+  session.See({AskInsertBackupMedium}, host::Answer::Consented);
+  session.PromptForDisk(AskInsertBackupMedium, {{"BackupInfo.ini", DiskDescriptor("3", "1")}});
+  session.person.ExpectFormat(kFormatted);
+  session.PromptForDisk(AskNextBackupDisk, {});
+  session.person.ExpectFormat(kFormatted);
+  session.EndAfter({BackupComplete});
+  EXPECT_EQ(NamesOf(session.disks.at(0)), (Names{"BackupInfo.ini", "FDDivide001"}));
+  for (const auto& message : session.person.Messages())
+    EXPECT_EQ(message.text3 == "2", message.id == AskNextBackupDisk || message.id == AskInsertBackupMedium);
+}
+
+/// Notes what the format dialog is opened for.
+struct NotingShell : fakes::FakeShell {
+  using FakeShell::FakeShell;
+  host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override {
+    formats.push_back(std::to_string(drive) + "," + std::to_string(formatId) + "," + std::to_string(options));
+    return FakeShell::FormatDrive(drive, formatId, options);
+  }
+  Names formats;
+};
+
+// Always the first floppy drive, in the medium's own format, and quickly.
+TEST_F(JobTest, FloppiesAreFormattedInTheFirstDrive) {
+  NotingShell shell(host.disk, host.calls, host.person);
+  const host::Host outside = {host.qx32,      host.qx32lib,   host.qxNetDB, host.components,
+                              host.catalogue, host.compactor, host.files,   host.drives,
+                              host.processes, shell,          host.clock,   host.messageLoop};
+  app::Application other(outside, host.toolkit);
+  other.state = application.state;
+  other.appearance = application.appearance;
+  other.state.SelectedFolder = "A:\\";
+  host.disk.Write(kStaging + std::string("ReportData.cab"), fakes::MakeCabinet({{"r.txt", "r"}}));
+  packed.set.archives = {{"ReportData.cab", 1, 1}};
+  packed.set.categories = {backupset::Category::ReportData};
+  host.person.ExpectFormat(kFormatted);
+  const auto& messages = backupset::MessagesOf(app::Operation::Backup);
+  EXPECT_TRUE(backupset::WriteBackupSet(other, drives, packed, messages).IsDone());
+  EXPECT_EQ(shell.formats, Names{"0,0,1"});
+  EXPECT_EQ(host.disk.FindDrive("A:")->label, "BACKUP");
+}
+
+// The proposal names a folder, which no disk has that was just formatted.
+TEST(FloppySets, DescriptorStandsBesideItsPieceWhateverFolderIsNamed) {
+  FloppySession session;
+  session.BackUpTo("A:\\20120315093012\\");
+  session.person.ExpectFormat(kFormatted);
+  session.EndAfter({BackupComplete});
+  EXPECT_EQ(NamesOf(session.disk.Tree("A:\\")), (Names{"BackupInfo.ini", "FDDivide001"}));
+  session.disk.Remove(kReport);
+  session.BeginRestore("A:\\");
+  session.StartRestore({Box::Report});
+  session.EndAfter({RestoreComplete});
 }
 
 TEST(FloppySets, AreNotBegunOrNotContinued) {
@@ -207,6 +283,13 @@ using DiskArrangement = std::function<void(FloppySession&)>;
 
 DiskArrangement Descriptor(std::size_t disk, const std::string& count, const std::string& number) {
   return [=](FloppySession& session) { session.disks[disk]["BackupInfo.ini"] = DiskDescriptor(count, number); };
+}
+/// Of a set that was made by another version, of other data, or cut otherwise.
+DiskArrangement Foreign(std::size_t disk, const std::string& from, const std::string& to) {
+  return [=](FloppySession& session) {
+    std::string& text = session.disks[disk]["BackupInfo.ini"];
+    text = text.replace(text.find(from), from.size(), to);
+  };
 }
 DiskArrangement Without(std::size_t disk, const std::string& file) {
   return [=](FloppySession& session) { session.disks[disk].erase(file); };
@@ -244,6 +327,11 @@ const Failure kFailures[] = {
     {"last disk refused", Nothing, {AskNextSourceDisk, RestoreStopped}, 1},
     {"wrong disk", SwapTwo, {AskRightDisk, RestoreStopped}},
     {"number written otherwise", Descriptor(0, "3", "01"), {AskRightDisk, RestoreStopped}},
+    {"disk of another version", Foreign(1, "=3.00", "=3.10"), {AskRightDisk, RestoreStopped}, 1},
+    {"disk of another application", Foreign(1, "=Tarsus", "=Taurus"), {AskRightDisk, RestoreStopped}, 1},
+    {"disk of a set cut otherwise", Descriptor(1, "4", "2"), {AskRightDisk, RestoreStopped}, 1},
+    {"disk of a set of other archives", Foreign(2, "FDDivide.cab;", "Other.cab;"), {AskRightDisk, RestoreStopped}, 2},
+    {"disk of a set of other data", Foreign(2, "ReportData=V2.1", "ReportData=V2"), {AskRightDisk, RestoreStopped}, 2},
     {"drive error", Statuses('A', {Ready, Error}), {SourceDriveError, RestoreStopped}},
     {"disk unusable", Statuses('A', {Ready, Unusable}), {SourceDriveUnusable, RestoreStopped}},
     {"disk not for this", Statuses('A', {Ready, Readable}), {SourceMediumUnusable, RestoreStopped}},
@@ -280,6 +368,27 @@ TEST(FloppySets, RestoreThatFailsTouchesNothing) {
     session.LeaveRestoreAfter(failure.messages, host::Answer::Refused);
     EXPECT_EQ(session.ChangedHostFiles(), Paths());
   }
+}
+
+// The clock moves on from disk to disk, and what is in the drive at Start need not be what was inspected.
+TEST(FloppySets, DiskThatWasChangedAfterTheInspectionIsNotTaken) {
+  FloppySession session;
+  session.CutIntoDisks(299, 100);
+  for (std::size_t i = 0; i < 3; ++i) Foreign(i, "09:30:12", "09:3" + std::to_string(i) + ":00")(session);
+  MediumFiles other = session.disks[0];
+  other["BackupInfo.ini"].replace(other["BackupInfo.ini"].find("3.00"), 4, "3.10");
+  session.InsertDisk(session.disks[0]);
+  session.BeginRestore("A:\\");
+  session.At<frmRestore>([&](frmRestore& form) {
+    session.InsertDisk(other);
+    for (const Box box : kAllBoxes)
+      if (BoxOf(form, box).Enabled()) fakes::Tick(BoxOf(form, box), box == Box::Report);
+    fakes::Press(form.cmdStart);
+  });
+  session.PromptForDisk(AskRightDisk, session.disks[0]);
+  for (std::size_t i = 1; i <= 2; ++i) session.PromptForDisk(AskNextSourceDisk, session.disks[i]);
+  session.EndAfter({RestoreComplete});
+  EXPECT_EQ(session.ChangedHostFiles(), Paths{"Report\\big.dat"});
 }
 
 }  // namespace

@@ -1,6 +1,4 @@
 // The maintenance dialog: its counts, its choices, and what each button makes of them.
-#include <limits>
-
 #include "unit/Session.h"
 #include "unit/Station.h"
 
@@ -9,8 +7,6 @@ namespace {
 using enum base::MessageId;
 
 using maintenance::Choice;
-
-constexpr std::int32_t kLargest = std::numeric_limits<std::int32_t>::max();
 
 struct Choosing {
   const char* name;
@@ -26,7 +22,9 @@ const Choosing kChoosings[] = {
     {"unprotected, a week", true, "7", 7},
     {"no number", false, "", 0},
     {"only digits enter", false, "-1a 2.5\b", 125},
-    {"more than 32 bits", false, "99999999999999999999", kLargest},
+    {"as many as there are", false, "9999", 9999},
+    {"one more", false, "10000", 9999},
+    {"more than 32 bits", false, "99999999999999999999", 9999},
 };
 
 TEST(MaintenanceDialog, HandsTheChoicesToItsOwner) {
