@@ -70,7 +70,7 @@ std::uint32_t Checksum(std::string_view bytes, std::uint32_t seed) {
   std::uint64_t lanes = 0;
   const std::size_t whole = bytes.size() / 8 * 8;
   for (std::size_t at = 0; at < whole; at += 8) {
-    std::uint64_t word;
+    std::uint64_t word = 0;
     std::memcpy(&word, bytes.data() + at, 8);
     lanes ^= word;
   }

@@ -1,6 +1,6 @@
 #include "fakes/CommandLineTools.h"
 
-#include <algorithm>
+#include <string_view>
 
 #include "fakes/Text.h"
 
@@ -136,7 +136,17 @@ std::uint32_t Unpack(Disk& disk, const Words& words) {
   return 0;
 }
 
-std::uint32_t Interpret(Disk& disk, const Words& words, Subfolders failures) {
+// Puts the value of a variable of the environment in the place of its name, between quotes, too.
+std::string Expanded(std::string word) {
+  constexpr std::string_view kName = "%TEMP%";
+  constexpr std::string_view kValue = "C:\\Users\\Operator\\Temp";
+  for (std::size_t at = 0; (at = word.find('%', at)) != std::string::npos; ++at)
+    if (SameFold(word.substr(at, kName.size()), std::string(kName))) word.replace(at, kName.size(), kValue);
+  return word;
+}
+
+std::uint32_t Interpret(Disk& disk, Words words, Subfolders failures) {
+  for (std::string& word : words) word = Expanded(word);
   std::size_t length = 0;
   for (const std::string& word : words) length += word.size() + 1;
   if (length > kLongestCommand) return 0;

@@ -15,7 +15,8 @@ namespace fakes {
 using Words = std::vector<std::string>;
 
 /// `words` are all words of the command line; the disk's current folder is the program's.
-/// "CMD /C ...": knows xcopy (with /S and /Y) and Copy /B. A line that is too long does nothing, and exits with 0.
+/// "CMD /C ...": knows xcopy (with /S and /Y) and Copy /B. A line that is too long does nothing, and exits with 0. In
+/// the others it expands %TEMP%.
 ///
 /// xcopy passes over hidden and system files, and over what has a path too long for it together with the rest of that
 /// folder, and says nothing. It makes no empty folders. At the first file that it cannot read or write it stops with

@@ -83,7 +83,7 @@ TEST(LeftOut, IsCopiedAllTheSameOrTold) {
     course.Travel();
     EXPECT_EQ(Judge(course, whole), "");
     EXPECT_TRUE(course.ReportedSuccess());
-    EXPECT_TRUE(ResultOf(course) == expected);
+    EXPECT_EQ(ResultOf(course), expected);
     EXPECT_TRUE(each.lost.empty() || WasWarned(course));
   }
 }

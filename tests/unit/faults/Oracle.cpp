@@ -45,14 +45,6 @@ bool LeftSomething(Course& course, const Flawless& flawless) {
   });
 }
 
-/// Whether a log is still there that is deleted when all goes well.
-bool KeptLogs(Course& course, const Flawless& flawless) {
-  const MediumFiles files = course.HostFiles();
-  return std::ranges::any_of(files, [&](const auto& file) {
-    return course.before.contains(file.first) && !flawless.after.contains(file.first);
-  });
-}
-
 /// Whether the operator saw a message that a flawless run does not bring.
 bool WasToldMore(Course& course, const Flawless& flawless) {
   return course.person.PlainMessages() > 0 || std::ranges::any_of(course.person.Messages(), [&](const auto& message) {
@@ -96,8 +88,6 @@ std::string Judge(Course& course, const Flawless& flawless, Voice voice) {
   const bool isMute = voice == Voice::CallsFailForGood;
   if (course.ReportedSuccess()) {
     check(WasWarned(course) || IsComplete(course, flawless), "success was reported, and something is missing");
-    check(!KeptLogs(course, flawless) || course.person.WasShown(LogsNotDeleted) || voice != Voice::Whole,
-          "logs were to be deleted, and stayed without a word");
   } else {
     check(told || voice != Voice::Whole, "it failed without a word");
   }
