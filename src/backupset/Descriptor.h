@@ -49,7 +49,7 @@ struct Inspection {
 
 /// Reads the descriptor in `folder`, which ends in "\". Fails when this system may not restore the set, with the
 /// message that says why: 60426 no descriptor, 60427 an incomplete one, 60429 another host application, 60430 another
-/// major version. Minor versions may differ.
+/// major version. Minor versions may differ. A descriptor that cannot be read to its end is an incomplete one.
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection);
 

@@ -141,8 +141,7 @@ base::Outcome RunRegFileItems(const Job& job, const std::string& section) {
 }
 
 base::Outcome RunFolderItems(const Job& job, const std::string& section, Gathering& gathering) {
-  std::vector<std::string> items = job.definitions.Items(JobKey::Folder, section);
-  // An empty item becomes the application root itself: a section may ask for all of it so.
+  std::vector<std::string> items = job.definitions.FolderItems(section);
   for (std::string& item : items) item = base::WithTrailingBackslash(item);
   const std::string& staging = job.workFolder.StagingFolder();
   bool produced = false;
