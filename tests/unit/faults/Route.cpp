@@ -96,8 +96,11 @@ Course::Course(const Route& way) : route(way) {
     fakes::Press(form.cmdStart);
   });
   Once<frmRestore>([this](frmRestore& form) {
-    for (const Box box : kAllBoxes)
-      if (BoxOf(form, box).Enabled()) fakes::Tick(BoxOf(form, box));
+    for (const Box box : kAllBoxes) {
+      if (!BoxOf(form, box).Enabled()) continue;
+      fakes::Tick(BoxOf(form, box));
+      ticked.insert(box);
+    }
     offersNothing = !form.cmdStart.Enabled();
     fakes::Press(offersNothing ? form.cmdCancel : form.cmdStart);
   });

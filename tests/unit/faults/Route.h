@@ -52,6 +52,7 @@ struct Course : Session {
 
   const Route& route;
   MediumFiles before;             ///< files of the host when the program was started
+  Boxes ticked;                   ///< in the restore dialog: all that it offered
   bool offersNothing = false;     ///< the restore dialog opened without a category to restore
   std::vector<MediumFiles> pile;  ///< floppies written, or to restore from
 
