@@ -86,7 +86,13 @@ base::Outcome CheckIdentity(const HostIdentity& host, const BackupSet& set) {
 class SetReader {
  public:
   SetReader(const work::Tools& tools, const std::string& folder) : tools_(tools), folder_(folder) {}
-  std::string Value(const std::string& key) const { return ReadIniValue(tools_, folder_, kDescriptorFile, key); }
+  std::string Value(const std::string& key) {
+    const app::Watch watch(tools_.log);
+    std::string value = ReadIniValue(tools_, folder_, kDescriptorFile, key);
+    failed_ = failed_ || watch.Warnings() > 0;
+    return value;
+  }
+  bool HasFailed() const { return failed_; }
   base::Outcome Refuse(app::MessageId message, const std::string& why) const {
     return {base::Result::Failed, message, folder_ + kDescriptorFile + ": " + why};
   }
@@ -97,10 +103,11 @@ class SetReader {
  private:
   const work::Tools& tools_;
   const std::string& folder_;
+  bool failed_ = false;
 };
 
 /// What the set says of its maker, judged value by value in the order of reading.
-base::Outcome Accept(const SetReader& reader, const HostIdentity& host, BackupSet& set) {
+base::Outcome Accept(SetReader& reader, const HostIdentity& host, BackupSet& set) {
   const std::string appType = reader.Value("AppType");
   if (appType.empty()) return reader.Lacks("AppType");
   if (appType != host.applicationType) return reader.Refuse(app::MessageId::OtherApplication, "made by " + appType);
@@ -113,7 +120,7 @@ base::Outcome Accept(const SetReader& reader, const HostIdentity& host, BackupSe
   return set.date.empty() ? reader.Lacks("Date") : base::Result::Done;
 }
 
-void ReadOffers(const work::Tools& tools, const SetReader& reader, const HostIdentity& host, Inspection& inspection) {
+void ReadOffers(const work::Tools& tools, SetReader& reader, const HostIdentity& host, Inspection& inspection) {
   for (const Category category : kRestoreOrder) {
     const std::string key = RowOf(category).versionKey;
     const std::string version = reader.Value(key);
@@ -157,13 +164,14 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection) {
   inspection.set.folder = folder;
-  const SetReader reader(tools, folder);
+  SetReader reader(tools, folder);
   if (!tools.files.FileExists(folder + kDescriptorFile)) {
     return reader.Refuse(app::MessageId::NoDescriptor, "not there");
   }
   base::Outcome accepted = Accept(reader, host, inspection.set);
   if (accepted.IsDone()) ReadOffers(tools, reader, host, inspection);
-  return accepted;
+  // A category whose line could not be read must not pass for one that the set does not hold.
+  return reader.HasFailed() ? reader.Refuse(app::MessageId::DescriptorIncomplete, "cannot be read") : accepted;
 }
 
 bool SetMark::Fits(const SetMark& other) const {

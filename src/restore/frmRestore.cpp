@@ -20,7 +20,8 @@ frmRestore::frmRestore(app::Application& application, jobs::JobDefinitions& defi
              {Category::ExplanationData, chkExplanationData, LblExplanation},
              {Category::ReportSetData, chkReportSetData, LblReportSet},
              {Category::ReportData, chkReportData, LblReport},
-             {Category::IPCounter, chkIPCounter, lblIPCounter}}} {
+             {Category::IPCounter, chkIPCounter, lblIPCounter}}},
+      watch_(application.log) {
   for (const Row& row : rows_) row.box.Clicked = [this, &row] { BoxClicked(row); };
   cmdStart.Clicked = [this](forms::ShiftState) { Start(); };
   cmdCancel.Clicked = [this](forms::ShiftState) {
@@ -98,7 +99,7 @@ void frmRestore::Start() {
 }
 
 void frmRestore::Run() {
-  RestoreJob job(application_, set_, Ticked());
+  RestoreJob job(application_, watch_, set_, Ticked());
   if (const base::Outcome made = job.workFolder.Create(application_.host.clock); !made.IsDone()) {
     application_.failures.Show(made, app::MessageId::RestoreWorkFolderNotMade);
     app::FinishApplication(application_, app::ExitMode::Halt);

@@ -76,6 +76,7 @@ class frmRestore : public forms::Form {
   media::MediaDrives& drives_;
   std::array<Row, backupset::kRestoreOrder.size()> rows_;
   backupset::BackupSet set_;
+  app::Watch watch_;
   std::int16_t ticked_ = 0;
   bool accepted_ = false;
   bool restored_ = false;

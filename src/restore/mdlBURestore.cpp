@@ -90,11 +90,12 @@ class RestoreRun {
 
 }  // namespace
 
-RestoreJob::RestoreJob(app::Application& application, backupset::BackupSet inspected, backupset::Categories ticked)
+RestoreJob::RestoreJob(app::Application& application, const app::Watch& sinceInspection, backupset::BackupSet inspected,
+                       backupset::Categories ticked)
     : set(std::move(inspected)),
       choice(std::move(ticked)),
       workFolder(application.host.files, application.state.StartupDirectory),
-      watch(application.log) {}
+      watch(sinceInspection) {}
 
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job) {

@@ -12,12 +12,13 @@ namespace restore {
 
 /// Lives from the press of the start button until its outcome was told.
 struct RestoreJob {
-  RestoreJob(app::Application& application, backupset::BackupSet inspected, backupset::Categories ticked);
+  RestoreJob(app::Application& application, const app::Watch& sinceInspection, backupset::BackupSet inspected,
+             backupset::Categories ticked);
 
   backupset::BackupSet set;      ///< as it was inspected
   backupset::Categories choice;  ///< ticked by the operator
   work::WorkFolder workFolder;
-  app::Watch watch;
+  app::Watch watch;  ///< since the set was inspected: what could not be read then is not restored
 };
 
 /// Restores the chosen categories of the set, in their order, through a work folder that exists already and is gone

@@ -244,8 +244,9 @@ TEST_F(JobTest, FloppiesAreFormattedInTheFirstDrive) {
   other.state = application.state;
   other.appearance = application.appearance;
   other.state.SelectedFolder = "A:\\";
-  host.disk.Write(kStaging + std::string("ReportData.cab"), fakes::MakeCabinet({{"r.txt", "r"}}));
-  packed.set.archives = {{"ReportData.cab", 1, 1}};
+  const std::string archive = fakes::MakeCabinet({{"r.txt", "r"}});
+  host.disk.Write(kStaging + std::string("ReportData.cab"), archive);
+  packed.set.archives = {{"ReportData.cab", archive.size(), 1}};
   packed.set.categories = {backupset::Category::ReportData};
   host.person.ExpectFormat(kFormatted);
   const auto& messages = backupset::MessagesOf(app::Operation::Backup);
