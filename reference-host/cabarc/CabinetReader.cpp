@@ -26,6 +26,12 @@ Status TextOf(BlockState state) {
 
 }  // namespace
 
+Status CheckSupported(Method method) {
+  if (method == Method::None || method == Method::MsZip) return {};
+  const std::string name = method == Method::Quantum ? "the Quantum" : method == Method::Lzx ? "the LZX" : "an unknown";
+  return BrokenCabinet("it is packed by " + name + " method, which is not supported");
+}
+
 // Reads blocks ahead, has them unpacked by the pool and passes the results on in order.
 class CabinetReader::Unpacking {
  public:
@@ -157,13 +163,13 @@ Status CabinetReader::CheckGuards() {
   return {};
 }
 
+Status CabinetReader::CheckMethod(std::size_t index) const {
+  return CheckSupported(static_cast<Method>(structure_.folders[index].method & kMethodMask));
+}
+
 Status CabinetReader::ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink) {
   const Folder& folder = structure_.folders[index];
-  const unsigned method = folder.method & kMethodMask;
-  if (method > static_cast<unsigned>(Method::MsZip)) {
-    const std::string name = method == 2 ? "the Quantum" : method == 3 ? "the LZX" : "an unknown";
-    return BrokenCabinet("it is packed by " + name + " method, which is not supported");
-  }
+  if (Status status = CheckMethod(index); status.Failed()) return status;
   if (folder.blocks == 0) return {};
   if (!unpacking_) unpacking_ = std::make_unique<Unpacking>(*input_, structure_, options);
   Status status = input_->Seek(folder.dataAt);

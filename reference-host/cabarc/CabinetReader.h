@@ -36,6 +36,9 @@ class CabinetReader {
   /// Succeeds for other cabinets: nothing vouches for them as a whole.
   Status CheckGuards();
 
+  /// Refuses a folder that is packed by a method that is not supported.
+  Status CheckMethod(std::size_t index) const;
+
   /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. After
   /// a failure the reader must not be used again.
   Status ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink);
@@ -49,21 +52,24 @@ class CabinetReader {
   std::unique_ptr<Unpacking> unpacking_;  // its threads serve one folder after the other
 };
 
+/// Refuses methods that are not supported.
+Status CheckSupported(Method method);
+
 /// What is wrong with a member whose name is malformed.
 Status MalformedName(const Member& member);
 
 struct ExtractOptions {
   ReadOptions read;
   bool keepPaths = false;  ///< make the folders that the names give; otherwise only the last part of a name counts
-  bool salvage = false;    ///< extract what is whole of a damaged cabinet; the result is a failure nevertheless
   bool overwrite = false;  ///< replace files that are there; otherwise one such file stops the extraction
   std::vector<std::string> names;  ///< what to extract, "*" and "?" allowed; all when empty
   std::string target;              ///< the folder; empty is the current one
 };
 
-/// Extracts from an open cabinet. All names are examined before the first file is written: unsafe ones, two that are
-/// the same, and names that match nothing are refused; and of a cabinet of this archiver, all data. A file appears
-/// under its name only when it is complete. `extracted` counts the files that do, also when the extraction fails later.
+/// Extracts from an open cabinet. Everything that can be known is examined before the first file is written: unsafe
+/// names, two that are the same, and names that match nothing are refused, methods that are not supported, whatever is
+/// in the way; and of a cabinet of this archiver, all data. A file appears under its name only when it is complete.
+/// `extracted` counts the files that do, also when the extraction fails later.
 Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t& extracted);
 
 }  // namespace cabarc

@@ -31,8 +31,11 @@ when it ends in "\" or names a folder that exists.
   -t N               works with N threads, 1 to 16 (one for each processor)
   --allow-unchecked  extracts data that have no checksum from cabinets that
                      another archiver made
-  --salvage          extracts what is whole of a damaged cabinet; otherwise a
-                     damaged one made by this archiver yields nothing
+  --salvage          extracts what is whole of a damaged cabinet, and says of
+                     each file what became of it; otherwise a damaged one made
+                     by this archiver yields nothing
+  --partial          the same, and extracts what is left of the others too, as
+                     NAME.partial, with zeros for what is lost
   --help             shows this text
 
 Exit codes: 0 done, 1 wrong command line, 2 a file cannot be read, written or
@@ -111,6 +114,8 @@ class Parser {
       line_.allowUnchecked = true;
     } else if (option == "--salvage") {
       line_.salvage = true;
+    } else if (option == "--partial") {
+      line_.salvage = line_.partial = true;
     } else if (option == "-m") {
       return ParseMethod(Value());
     } else if (option == "-t") {

@@ -19,6 +19,7 @@ struct CommandLine {
   bool overwrite = false;
   bool allowUnchecked = false;
   bool salvage = false;
+  bool partial = false;  ///< with salvage
   Method method = Method::MsZip;
   unsigned threads = 1;
   std::string cabinet;                 ///< path of the cabinet

@@ -7,6 +7,7 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/CommandLine.h"
+#include "cabarc/Salvage.h"
 
 namespace cabarc {
 
@@ -60,13 +61,27 @@ bool NamesFolder(const std::string& argument) {
          platform::InfoOf(platform::ToNative(argument)).kind == platform::Kind::Folder;
 }
 
+Status Salvage(const CommandLine& line, const ExtractOptions& options, std::ostream& out) {
+  SalvageReport report;
+  Status status = Salvage(platform::ToNative(line.cabinet), {options, line.partial}, report);
+  for (const std::string& text : report.lines) out << Printable(text) << '\n';
+  const std::string sums = std::to_string(report.whole) + " files whole, " + std::to_string(report.partial) +
+                           " partial, " + std::to_string(report.lost) + " lost";
+  if (!status.Failed() && (report.damaged || report.partial + report.lost > 0)) {
+    status = BrokenCabinet("it is damaged: " + sums);
+  }
+  if (status.Failed()) return AboutCabinet(line, status);
+  out << line.cabinet << ": " << sums << '\n';
+  return {};
+}
+
 Status Extract(const CommandLine& line, std::ostream& out) {
-  ExtractOptions options{
-      {line.threads, line.allowUnchecked}, line.keepPaths, line.salvage, line.overwrite, line.arguments, {}};
+  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}};
   if (!options.names.empty() && NamesFolder(options.names.back())) {
     options.target = options.names.back();
     options.names.pop_back();
   }
+  if (line.salvage) return Salvage(line, options, out);
   CabinetReader reader;
   std::size_t extracted = 0;
   Status status = reader.Open(platform::ToNative(line.cabinet));

@@ -91,6 +91,8 @@ class NewFile {
   /// Goes on writing at `position`, in bytes from the start.
   Status Seek(std::uint64_t position);
   Status SetAttributes(std::uint8_t attributes, DosStamp stamp);
+  /// The file is to be `path` instead, in the same folder.
+  void Rename(const std::string& path) { path_ = path; }
   /// Closes the file and gives it its name, in place of a file that has it already.
   Status Commit();
   void Discard();

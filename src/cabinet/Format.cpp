@@ -49,4 +49,8 @@ std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t siz
   return ~crc;
 }
 
+std::uint32_t CrcDifferenceBehindByte(std::uint32_t difference) {
+  return difference >> 8 ^ kCrcTable[difference & 0xFF];
+}
+
 }  // namespace cabinet

@@ -82,4 +82,7 @@ std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t
 /// CRC-32, as archivers and networks use it, of more data behind those that gave `crc`; 0 to begin with.
 std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
 
+/// What the difference (exclusive or) of two CRCs becomes behind one more byte, the same for both.
+std::uint32_t CrcDifferenceBehindByte(std::uint32_t difference);
+
 }  // namespace cabinet

@@ -1,0 +1,238 @@
+// Finds the sound blocks of a damaged cabinet.
+#include <algorithm>
+#include <cstring>
+#include <optional>
+#include <utility>
+
+#include "cabinet/Rescue.h"
+
+namespace cabinet {
+namespace {
+
+/// How often a run of blocks is followed to its end, for all damages together: cabinets within cabinets look like runs
+/// of blocks too, and hostile ones like any number of them.
+constexpr int kMostRuns = 256;
+
+/// What a medium fails to read at once.
+constexpr std::uint64_t kSectorSize = 512;
+
+class FolderRescue {
+ public:
+  FolderRescue(Source& source, RescuedStructure& rescued)
+      : window_(source), size_(source.Size()), rescued_(rescued), structure_(rescued.structure) {}
+
+  std::vector<RescuedFolder> Run() {
+    std::vector<RescuedFolder> folders(structure_.folders.size());
+    const std::vector<std::uint64_t> extents = structure_.Extents();
+    before_ = structure_.recordsEnd;
+    for (std::size_t i = 0; i < folders.size(); ++i) {
+      out_ = &folders[i];
+      folder_ = i;
+      extent_ = extents[i];
+      if (extent_ > 0) Rescue(structure_.folders[i]);
+    }
+    return folders;
+  }
+
+ private:
+  std::size_t HeaderSize() const { return kBlockHeaderSize + structure_.blockReserve; }
+
+  std::optional<BlockHeader> HeaderAt(std::uint64_t at) {
+    const std::uint8_t* const bytes = at < size_ ? window_.At(at, HeaderSize()) : nullptr;
+    return bytes ? std::optional(ReadBlockHeader(bytes)) : std::nullopt;
+  }
+
+  /// Whether a block stands there whole, as it was written.
+  bool IsSound(std::uint64_t at) {
+    const std::optional<BlockHeader> header = HeaderAt(at);
+    if (!header || !header->IsPossible()) return false;
+    const std::uint8_t* const bytes = window_.At(at, HeaderSize() + header->packedSize);
+    if (!bytes) return false;
+    if (header->checksum != 0) return ChecksumFits(bytes, *header, structure_.blockReserve);
+    return !structure_.guarded && LooksPacked(bytes, *header);
+  }
+
+  bool HasZipMark(const std::uint8_t* block, const BlockHeader& header) const {
+    return header.packedSize >= kZipMark.size() &&
+           std::memcmp(block + HeaderSize(), kZipMark.data(), kZipMark.size()) == 0;
+  }
+
+  bool LooksPacked(const std::uint8_t* block, const BlockHeader& header) const {
+    return out_->method == Method::MsZip ? HasZipMark(block, header) : header.packedSize == header.unpackedSize;
+  }
+
+  /// Where the folder's data begin: where its record says, or else where those before it end.
+  std::uint64_t Start(const Folder& record) {
+    if (record.dataAt >= before_ && IsSound(record.dataAt)) return record.dataAt;
+    return IsSound(before_) ? before_ : std::max<std::uint64_t>(record.dataAt, before_);
+  }
+
+  /// A method that there is not is told from what a sound block looks like.
+  Method MethodOf(const Folder& record) {
+    const auto method = static_cast<Method>(record.method & kMethodMask);
+    const std::optional<BlockHeader> header = IsSound(at_) ? HeaderAt(at_) : std::nullopt;
+    if (!header) return method;
+    const bool zip = HasZipMark(window_.At(at_, HeaderSize() + header->packedSize), *header);
+    if (zip && (method != Method::None || header->packedSize != header->unpackedSize)) return Method::MsZip;
+    const bool known = method == Method::Quantum || method == Method::Lzx;
+    const bool plain = header->packedSize == header->unpackedSize && (!known || record.method >> 8 == 0);
+    return plain && !zip ? Method::None : method;
+  }
+
+  void Rescue(const Folder& record) {
+    out_->method = static_cast<Method>(record.method & kMethodMask);
+    at_ = Start(record);
+    out_->method = MethodOf(record);
+    offset_ = 0;
+    count_ = 0;
+    unsure_.reset();
+    while (offset_ < extent_) {
+      if (IsSound(at_)) {
+        TakeBlock();
+      } else if (!ClaimsTooMuch(record) && !PassDamagedBlock()) {
+        Lose(offset_, extent_, WhyNoMore());
+        break;
+      }
+    }
+    if (unsure_ && offset_ != extent_) LoseBehind(*unsure_);
+    before_ = std::max(before_, at_);
+  }
+
+  void TakeBlock() {
+    const BlockHeader header = *HeaderAt(at_);
+    out_->blocks.push_back({at_, offset_, header});
+    Pass(header.packedSize, header.unpackedSize);
+  }
+
+  void Pass(std::size_t packed, std::size_t unpacked) {
+    at_ += HeaderSize() + packed;
+    offset_ += unpacked;
+    ++count_;
+  }
+
+  /// All the folder's blocks were there and sound, and still the last member wants more: its size is damaged.
+  bool ClaimsTooMuch(const Folder& record) {
+    if (count_ != record.blocks || !out_->damages.empty()) return false;
+    for (Member& member : structure_.members) {
+      if (member.folder != folder_ || std::uint64_t{member.at} + member.size != extent_ || member.at >= offset_)
+        continue;
+      member.size = static_cast<std::uint32_t>(offset_ - member.at);
+      rescued_.flaws.push_back(member.name + ": its size is damaged; it ends where the data end");
+      extent_ = offset_;
+      return true;
+    }
+    return false;
+  }
+
+  /// False where nobody can tell what follows.
+  bool PassDamagedBlock() { return PassByHeader() || PassPlainBlock() || PassToRun(); }
+
+  bool IsBorder(std::uint64_t at) const {
+    if (at == size_ || at == structure_.size) return true;
+    return folder_ + 1 < structure_.folders.size() && at == structure_.folders[folder_ + 1].dataAt;
+  }
+
+  /// The damaged block's header may be right, or one of the sizes in it.
+  bool PassByHeader() {
+    const std::optional<BlockHeader> header = HeaderAt(at_);
+    if (!header || header->packedSize > kMaxAcceptedBlock) return false;
+    const std::uint64_t next = at_ + HeaderSize() + header->packedSize;
+    if (!IsBorder(next) && !IsSound(next)) return false;
+    const bool possible = header->unpackedSize > 0 && header->unpackedSize <= kBlockSize;
+    LoseBlock(header->packedSize, possible ? header->unpackedSize : FullBlock());
+    return true;
+  }
+
+  /// What is not packed comes in blocks of one size.
+  bool PassPlainBlock() {
+    if (out_->method != Method::None || !IsSound(at_ + HeaderSize() + kBlockSize)) return false;
+    LoseBlock(kBlockSize, kBlockSize);
+    return true;
+  }
+
+  std::size_t FullBlock() const {
+    return static_cast<std::size_t>(std::min<std::uint64_t>(kBlockSize, extent_ - offset_));
+  }
+
+  void LoseBlock(std::size_t packed, std::size_t unpacked) {
+    if (!unsure_) unsure_ = offset_ + 1;
+    Lose(offset_, offset_ + unpacked, "a block is damaged");
+    Pass(packed, unpacked);
+  }
+
+  /// To the next run of blocks that leads to the end of the folder: counted from there, its place is certain.
+  bool PassToRun() {
+    if (out_->method != Method::MsZip) return false;  // what is not packed may hold anything that looks like a block
+    for (std::uint64_t at = at_ + 1; at + HeaderSize() < size_ && runs_ < kMostRuns; ++at) {
+      const std::uint8_t* const bytes = window_.At(at, HeaderSize() + kZipMark.size());
+      if (!bytes && !window_.CannotBeRead()) return false;
+      if (!bytes) {
+        at |= kSectorSize - 1;
+        continue;
+      }
+      const BlockHeader header = ReadBlockHeader(bytes);
+      if (!header.IsPossible() || !HasZipMark(bytes, header) || !IsSound(at)) continue;
+      const std::optional<std::uint64_t> length = RunLength(at);
+      if (!length || *length + offset_ >= extent_ || (extent_ - *length - offset_) % kBlockSize != 0) continue;
+      Lose(offset_, extent_ - *length, "blocks are damaged");
+      at_ = at;
+      offset_ = extent_ - *length;
+      unsure_.reset();
+      return true;
+    }
+    return false;
+  }
+
+  /// How many unpacked bytes the blocks from `at` to a border hold, as their headers say; nothing when they lead to
+  /// none.
+  std::optional<std::uint64_t> RunLength(std::uint64_t at) {
+    ++runs_;
+    std::uint64_t length = 0;
+    while (!IsBorder(at)) {
+      const std::optional<BlockHeader> header = HeaderAt(at);
+      if (!header || !header->IsPossible()) return std::nullopt;
+      at += HeaderSize() + header->packedSize;
+      length += header->unpackedSize;
+    }
+    return length;
+  }
+
+  std::string WhyNoMore() {
+    const std::optional<BlockHeader> header = HeaderAt(at_);
+    if (!header) return window_.CannotBeRead() ? "they cannot be read" : "their end is missing";
+    return at_ + HeaderSize() + header->packedSize > size_ ? "their end is missing" : "a block is damaged";
+  }
+
+  void Lose(std::uint64_t from, std::uint64_t to, const std::string& words) {
+    out_->damages.push_back({"its data are damaged: " + words, folder_, from, to});
+  }
+
+  /// The sizes that damaged headers claimed do not add up to what the members need, so nobody knows where in the stream
+  /// the blocks behind them belong.
+  void LoseBehind(std::uint64_t offset) {
+    std::erase_if(out_->blocks, [offset](const FoundBlock& block) { return block.offset >= offset; });
+    Lose(offset - 1, extent_, "it is not known how much is missing");
+  }
+
+  Window window_;
+  const std::uint64_t size_;
+  RescuedStructure& rescued_;
+  Structure& structure_;
+  RescuedFolder* out_ = nullptr;
+  std::size_t folder_ = 0;
+  std::uint64_t extent_ = 0;  // what the folder's members need
+  std::uint64_t before_ = 0;  // where the data of the folder before end
+  std::uint64_t at_ = 0;      // of the next block
+  std::uint64_t offset_ = 0;  // of its data in the folder's stream
+  unsigned count_ = 0;        // blocks passed
+  int runs_ = 0;
+  std::optional<std::uint64_t> unsure_;  // behind the first block whose unpacked size is not certain
+};
+
+}  // namespace
+
+std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued) {
+  return FolderRescue(source, rescued).Run();
+}
+
+}  // namespace cabinet

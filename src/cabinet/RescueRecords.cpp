@@ -1,0 +1,455 @@
+// Reads the records of a damaged cabinet: mends what is certain, and tells the rest from its neighbours.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <limits>
+#include <optional>
+#include <utility>
+
+#include "cabinet/Rescue.h"
+
+namespace cabinet {
+namespace {
+
+using base::Failure;
+using base::Outcome;
+using base::Result;
+
+constexpr std::size_t kFoldersAtInGuarded = kCrcAt + 4;
+constexpr std::size_t kLongestRecord = kFileRecordSize + kMaxNameBytes + 1;
+/// More than the records of any cabinet take.
+constexpr std::size_t kMostRecords = std::size_t{1} << 26;
+
+/// A source whose first bytes were read, and may have been put right.
+class Beginning : public Source {
+ public:
+  explicit Beginning(Source& source) : source_(source) {}
+
+  /// Whether the first `count` bytes are there. They are read once.
+  bool Have(std::uint64_t count) {
+    if (count > std::min<std::uint64_t>(source_.Size(), kMostRecords)) return false;
+    while (bytes.size() < count) {
+      constexpr std::size_t kAtOnce = 65536;
+      const std::size_t before = bytes.size();
+      bytes.resize(before + kAtOnce);
+      const std::int64_t got = source_.ReadAt(before, bytes.data() + before, kAtOnce);
+      bytes.resize(before + static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
+      if (got <= 0) return false;
+    }
+    return true;
+  }
+
+  std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
+    if (offset >= bytes.size()) return source_.ReadAt(offset, data, count);
+    const std::size_t here = std::min(count, bytes.size() - static_cast<std::size_t>(offset));
+    std::memcpy(data, bytes.data() + offset, here);
+    return static_cast<std::int64_t>(here);
+  }
+  std::uint64_t Size() override { return source_.Size(); }
+
+  std::vector<std::uint8_t> bytes;
+
+ private:
+  Source& source_;
+};
+
+/// Puts the one bit right that makes the records of a guarded cabinet differ from their CRC.
+class RecordMender {
+ public:
+  explicit RecordMender(Beginning& records) : records_(records) {}
+
+  bool Mend() {
+    if (!LooksGuarded()) return false;
+    const std::uint32_t end = Get32(&records_.bytes[kFoldersAtInGuarded]);
+    if (MendWithin(end)) return true;
+    for (unsigned bit = 0; bit < 32; ++bit) {
+      if (MendEnd(end ^ 1U << bit, bit)) return true;
+    }
+    return false;
+  }
+
+ private:
+  /// One bit of the mark may be the damaged one.
+  bool LooksGuarded() {
+    if (!records_.Have(kFoldersAtInGuarded + kFolderRecordSize)) return false;
+    int bits = 0;
+    for (std::size_t i = 0; i < kCrcMark.size(); ++i) {
+      const auto wanted = static_cast<std::uint8_t>(kCrcMark[i]);
+      bits += std::popcount(static_cast<unsigned>(records_.bytes[kCrcMarkAt + i] ^ wanted));
+    }
+    return bits <= 1;
+  }
+
+  /// How the CRC of the first `end` bytes differs from the one that they hold; nothing where they cannot be the
+  /// records.
+  std::optional<std::uint32_t> Difference(std::uint32_t end) {
+    if (end < kFoldersAtInGuarded + kFolderRecordSize || !records_.Have(end)) return std::nullopt;
+    const auto first = records_.bytes.begin();
+    return RecordsCrc({first, first + static_cast<std::ptrdiff_t>(end)}) ^ Get32(&records_.bytes[kCrcAt]);
+  }
+
+  /// For records that end where the first folder's data begin.
+  bool MendWithin(std::uint32_t end) {
+    const std::optional<std::uint32_t> difference = Difference(end);
+    if (!difference || *difference == 0) return false;
+    if (std::has_single_bit(*difference)) {  // the CRC itself
+      Put32(&records_.bytes[kCrcAt], Get32(&records_.bytes[kCrcAt]) ^ *difference);
+      return true;
+    }
+    std::array<std::uint32_t, 8> effects{};  // on the CRC, of each bit of the byte that is looked at
+    for (unsigned bit = 0; bit < 8; ++bit) effects[bit] = CrcDifferenceBehindByte(1U << bit);
+    for (std::size_t i = end; i-- > 0;) {
+      for (unsigned bit = 0; bit < 8; ++bit) {
+        if (effects[bit] == *difference && (i < kCrcAt || i >= kCrcAt + 4)) return Flip(i, bit);
+        effects[bit] = CrcDifferenceBehindByte(effects[bit]);
+      }
+    }
+    return false;
+  }
+
+  /// For records whose own end is what is damaged.
+  bool MendEnd(std::uint32_t end, unsigned bit) {
+    if (end > records_.Size() || !records_.Have(end)) return false;
+    Flip(kFoldersAtInGuarded + bit / 8, bit % 8);
+    const std::optional<std::uint32_t> difference = Difference(end);
+    if (difference && *difference == 0) return true;
+    Flip(kFoldersAtInGuarded + bit / 8, bit % 8);
+    return false;
+  }
+
+  bool Flip(std::size_t byte, unsigned bit) {
+    records_.bytes[byte] = static_cast<std::uint8_t>(records_.bytes[byte] ^ 1U << bit);
+    return true;
+  }
+
+  Beginning& records_;
+};
+
+/// Where the tables of a cabinet stand.
+struct Layout {
+  std::size_t foldersAt = kHeaderSize;
+  std::uint8_t folderReserve = 0;
+  std::uint8_t blockReserve = 0;
+  bool guarded = false;
+
+  std::size_t FolderSize() const { return kFolderRecordSize + folderReserve; }
+};
+
+class TolerantReader {
+ public:
+  TolerantReader(Beginning& records, const ReadingRules& rules, RescuedStructure& rescued)
+      : records_(records), rules_(rules), rescued_(rescued), structure_(rescued.structure) {}
+
+  Outcome Read() {
+    if (!records_.Have(kHeaderSize)) return Failure("it is no cabinet");
+    ReadHeader();
+    if (!FindTables()) return Failure("its list of files cannot be found");
+    ReadFolders();
+    ReadMembers();
+    if (structure_.members.empty()) return Failure("its list of files cannot be found");
+    const std::vector<std::uint8_t>& bytes = records_.bytes;
+    const auto end = bytes.begin() + static_cast<std::ptrdiff_t>(structure_.recordsEnd);
+    rescued_.trusted = structure_.guarded && RecordsCrc({bytes.begin(), end}) == Get32(&bytes[kCrcAt]);
+    return Result::Done;
+  }
+
+ private:
+  const std::uint8_t* At(std::size_t offset) const { return records_.bytes.data() + offset; }
+
+  void Note(std::string words) { rescued_.flaws.push_back(std::move(words)); }
+
+  void ReadHeader() {
+    if (std::memcmp(At(0), "MSCF", 4) != 0) Note("its first bytes are not those of a cabinet");
+    structure_.size = Get32(At(8));
+    if (structure_.size > records_.Size()) Note("it is shorter than it was written");
+    if (structure_.size < records_.Size()) Note("it is longer than it was written");
+    if (Get16(At(24)) != kVersion) Note("its format version is not supported");
+    filesAt_ = Get32(At(16));
+    folderCount_ = Get16(At(26));
+    memberCount_ = Get16(At(28));
+    structure_.flags = Get16(At(30));
+    structure_.setId = Get16(At(32));
+    if ((structure_.flags & ~kFlagReserve) != 0) Note("it has flags that are not supported");
+  }
+
+  /// The ways in which the header can be read, the likeliest first.
+  std::vector<Layout> Layouts() {
+    std::vector<Layout> layouts;
+    if (records_.Have(kCrcAt + 4) && std::memcmp(At(kCrcMarkAt), kCrcMark.data(), kCrcMark.size()) == 0) {
+      layouts.push_back({kFoldersAtInGuarded, kFolderCrcSize, 0, true});
+    }
+    if ((structure_.flags & kFlagReserve) != 0 && records_.Have(kHeaderSize + kReserveSizesSize)) {
+      const std::uint8_t* const sizes = At(kHeaderSize);
+      layouts.push_back({kHeaderSize + kReserveSizesSize + Get16(sizes), sizes[2], sizes[3]});
+    }
+    layouts.push_back({});
+    return layouts;
+  }
+
+  bool FindTables() {
+    const std::vector<Layout> layouts = Layouts();
+    const auto use = [this](const Layout& layout) {
+      layout_ = layout;
+      return true;
+    };
+    for (const Layout& layout : layouts) {
+      if (layout.foldersAt + folderCount_ * layout.FolderSize() == filesAt_ && folderCount_ > 0) return use(layout);
+    }
+    for (const Layout& layout : layouts) {
+      if (CountFits(layout)) return use(layout);
+    }
+    for (const Layout& layout : layouts) {
+      if (EndFits(layout)) return use(layout);
+    }
+    return false;
+  }
+
+  /// Where the number of folders is damaged, the place of the file records tells it.
+  bool CountFits(const Layout& layout) {
+    if (filesAt_ <= layout.foldersAt || (filesAt_ - layout.foldersAt) % layout.FolderSize() != 0) return false;
+    const std::size_t count = (filesAt_ - layout.foldersAt) / layout.FolderSize();
+    if (count > std::numeric_limits<std::uint16_t>::max() || !IsPlausible(filesAt_, count)) return false;
+    Note("its number of folders is damaged");
+    folderCount_ = count;
+    return true;
+  }
+
+  /// And the other way round.
+  bool EndFits(const Layout& layout) {
+    const std::size_t end = layout.foldersAt + folderCount_ * layout.FolderSize();
+    if (folderCount_ == 0 || !IsPlausible(end, folderCount_)) return false;
+    Note("the place of its file records is damaged");
+    filesAt_ = end;
+    return true;
+  }
+
+  void ReadFolders() {
+    structure_.guarded = layout_.guarded;
+    structure_.folderReserve = layout_.folderReserve;
+    structure_.blockReserve = layout_.blockReserve;
+    for (std::size_t i = 0; i < folderCount_; ++i) {
+      const std::size_t at = layout_.foldersAt + i * layout_.FolderSize();
+      if (!records_.Have(at + layout_.FolderSize())) break;
+      structure_.folders.push_back({Get32(At(at)), Get16(At(at + 4)), Get16(At(at + 6))});
+      if (layout_.guarded) structure_.folders.back().crc = Get32(At(at + kFolderRecordSize));
+      const std::uint32_t dataAt = structure_.folders.back().dataAt;
+      if (dataAt > filesAt_ && dataAt <= records_.Size() && IsBlockPossible(dataAt)) {
+        dataAt_ = std::min<std::uint64_t>(dataAt_, dataAt);
+      }
+    }
+  }
+
+  bool IsBlockPossible(std::uint64_t at) {
+    std::uint8_t header[kBlockHeaderSize];
+    return records_.ReadAt(at, header, sizeof header) == sizeof header && ReadBlockHeader(header).IsPossible();
+  }
+
+  /// Length of the name of the record at `at`, its NUL not counted; nothing where none ends in time.
+  std::optional<std::size_t> NameLength(std::size_t at) {
+    for (std::size_t length = 0; length <= kMaxNameBytes; ++length) {
+      if (!records_.Have(at + kFileRecordSize + length + 1)) return std::nullopt;
+      if (*At(at + kFileRecordSize + length) == 0) return length;
+    }
+    return std::nullopt;
+  }
+
+  /// Whether what stands at `at` can be a file record of a cabinet of so many folders.
+  bool IsPlausible(std::size_t at, std::size_t folders) {
+    const std::optional<std::size_t> length = NameLength(at);
+    if (!length || *length == 0 || at + kFileRecordSize + *length >= dataAt_) return false;
+    const std::uint8_t* const name = At(at + kFileRecordSize);
+    if (std::any_of(name, name + *length, [](std::uint8_t byte) { return byte < 0x20; })) return false;
+    const std::uint8_t* const record = At(at);
+    return Get32(record) <= kMaxFileSize && Get32(record + 4) <= kMaxFolderSize && Get16(record + 8) < folders &&
+           record[15] == 0;
+  }
+
+  /// Whether the record at `next` begins where the member of the one at `at` ends, or a folder.
+  bool Follows(std::size_t next, std::size_t at) {
+    if (!IsPlausible(next, folderCount_)) return false;
+    const std::uint64_t end = std::uint64_t{Get32(At(at))} + Get32(At(at + 4));
+    return Get32(At(next + 4)) == end || Get32(At(next + 4)) == 0;
+  }
+
+  void ReadMembers() {
+    at_ = filesAt_;
+    while (structure_.members.size() < kMaxFiles && !IsEnd(at_)) {
+      if (!ReadMember()) break;
+    }
+    structure_.recordsEnd = at_;
+    if (structure_.members.size() != memberCount_) {
+      Note("of " + std::to_string(memberCount_) + " file records " + std::to_string(structure_.members.size()) +
+           " were found");
+    }
+  }
+
+  /// The records end where the data begin; where nobody knows where that is, with their number.
+  bool IsEnd(std::size_t at) const {
+    return dataAt_ == kUnknown ? structure_.members.size() >= memberCount_ : at >= dataAt_;
+  }
+
+  /// False behind the last record that can be found.
+  bool ReadMember() {
+    const std::size_t at = at_;
+    const std::optional<std::size_t> length = NameLength(at);
+    const std::size_t next = at + kFileRecordSize + length.value_or(0) + 1;
+    const bool last = structure_.members.size() + 1 == memberCount_;
+    const bool ends = length && (next == dataAt_ || (last && dataAt_ == kUnknown));
+    if (ends || (length && IsPlausible(next, folderCount_))) {
+      Add(at, *length, next);
+      return true;
+    }
+    // The name or its end is damaged: the next record tells how long it was.
+    for (std::size_t p = at + kFileRecordSize + 2; p <= at + kLongestRecord; ++p) {
+      if (!Follows(p, at) && p != dataAt_) continue;
+      Add(at, p - 1 - at - kFileRecordSize, p);
+      Note("the name of " + structure_.members.back().name + " is damaged");
+      return true;
+    }
+    if (IsPlausible(at, folderCount_)) Add(at, *length, next);
+    return SkipRecord(at);
+  }
+
+  void Add(std::size_t at, std::size_t length, std::size_t next) {
+    const std::uint8_t* const record = At(at);
+    const unsigned attributes = Get16(record + 14);
+    Member member{{record + kFileRecordSize, record + kFileRecordSize + length},
+                  Get32(record),
+                  Get32(record + 4),
+                  Get16(record + 8),
+                  {Get16(record + 10), Get16(record + 12)},
+                  static_cast<std::uint8_t>(attributes & kAllAttributes)};
+    const bool utf8 = (attributes & kNameIsUtf8) != 0;
+    member.nameIsMalformed = utf8 && !IsUtf8(member.name);
+    if ((!utf8 && !IsAscii(member.name)) || member.nameIsMalformed) member.name = rules_.codePage(member.name);
+    std::replace(member.name.begin(), member.name.end(), '/', '\\');
+    structure_.members.push_back(std::move(member));
+    at_ = next;
+  }
+
+  /// To two records that follow each other, behind one that cannot be read.
+  bool SkipRecord(std::size_t at) {
+    for (std::size_t p = at + kFileRecordSize; p <= at + 2 * kLongestRecord; ++p) {
+      if (!IsPlausible(p, folderCount_)) continue;
+      const std::size_t next = p + kFileRecordSize + *NameLength(p) + 1;
+      if (next != dataAt_ && !Follows(next, p)) continue;
+      Note("a file record is damaged; its file is lost");
+      at_ = p;
+      return true;
+    }
+    return false;
+  }
+
+  static constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
+
+  Beginning& records_;
+  const ReadingRules& rules_;
+  RescuedStructure& rescued_;
+  Structure& structure_;
+  Layout layout_;
+  std::size_t filesAt_ = 0;
+  std::size_t folderCount_ = 0;
+  std::size_t memberCount_ = 0;
+  std::uint64_t dataAt_ = kUnknown;  // where the first folder's data begin
+  std::size_t at_ = 0;               // of the next record
+};
+
+/// Tells a damaged place or size from the members before and behind it.
+class MemberFitter {
+ public:
+  explicit MemberFitter(RescuedStructure& rescued) : rescued_(rescued), members_(rescued.structure.members) {}
+
+  void Fit() {
+    for (std::size_t i = 0; i < members_.size(); ++i) FitFolder(i);
+    for (std::size_t i = 0; i < members_.size(); ++i) FitExtent(i);
+    DropOverlapping();
+  }
+
+ private:
+  static std::uint64_t EndOf(const Member& member) { return std::uint64_t{member.at} + member.size; }
+
+  void Note(const Member& member, const std::string& words) { rescued_.flaws.push_back(member.name + ": " + words); }
+
+  const Member* Next(std::size_t i) const {
+    return i + 1 < members_.size() && members_[i + 1].folder == members_[i].folder ? &members_[i + 1] : nullptr;
+  }
+
+  void FitFolder(std::size_t i) {
+    Member& member = members_[i];
+    const std::uint16_t before = i > 0 ? members_[i - 1].folder : std::uint16_t{0};
+    const std::uint16_t behind = i + 1 < members_.size() ? members_[i + 1].folder : before;
+    const bool between = before == behind && member.folder != before;
+    if (member.folder < rescued_.structure.folders.size() && !between) return;
+    if (member.folder >= rescued_.structure.folders.size() || (i > 0 && member.at == EndOf(members_[i - 1]))) {
+      member.folder = before;
+      Note(member, "its folder is damaged; it was taken from the file before");
+    }
+  }
+
+  /// Where the member before ends; the start of the folder for the first one.
+  std::uint64_t Expected(std::size_t i) const {
+    return i > 0 && members_[i - 1].folder == members_[i].folder ? EndOf(members_[i - 1]) : 0;
+  }
+
+  void FitExtent(std::size_t i) {
+    Member& member = members_[i];
+    const Member* const next = Next(i);
+    const std::uint64_t expected = Expected(i);
+    if (member.at != expected && (!next || expected + member.size == next->at)) {
+      member.at = static_cast<std::uint32_t>(expected);
+      Note(member, "its place is damaged; it follows the file before");
+    }
+    if (!next && EndOf(member) > kMaxFolderSize && member.at < kMaxFolderSize) {
+      member.size = static_cast<std::uint32_t>(kMaxFolderSize - member.at);  // its data will tell
+    }
+    if (!next || EndOf(member) == next->at || next->at < member.at || NextIsDamaged(i)) return;
+    member.size = next->at - member.at;
+    Note(member, "its size is damaged; it ends where the next file begins");
+  }
+
+  /// Whether the place of the next member does not fit, but would behind this one.
+  bool NextIsDamaged(std::size_t i) const {
+    const Member* const behind = Next(i + 1);
+    const Member& next = members_[i + 1];
+    if (!behind) return false;
+    return EndOf(next) != behind->at && EndOf(members_[i]) + next.size == behind->at;
+  }
+
+  void DropOverlapping() {
+    std::vector<std::uint64_t> ends(rescued_.structure.folders.size());
+    std::vector<Member> kept;
+    for (Member& member : members_) {
+      if (member.folder >= ends.size() || member.at < ends[member.folder] || EndOf(member) > kMaxFolderSize) {
+        Note(member, "its place is damaged; it is lost");
+        continue;
+      }
+      ends[member.folder] = EndOf(member);
+      kept.push_back(std::move(member));
+    }
+    members_ = std::move(kept);
+  }
+
+  RescuedStructure& rescued_;
+  std::vector<Member>& members_;
+};
+
+}  // namespace
+
+base::Outcome RescueStructure(Source& source, RescuedStructure& rescued, const ReadingRules& rules) {
+  rescued = {};
+  Outcome read = ReadStructure(source, rescued.structure, rules);
+  if (read.IsDone()) return read;
+  Beginning records(source);
+  if (RecordMender(records).Mend()) {
+    rescued.flaws.emplace_back("one bit of its list of files was wrong, and was put right");
+    if (ReadStructure(records, rescued.structure, rules).IsDone()) return Result::Done;
+  }
+  rescued.structure = {};
+  if (Outcome tolerated = TolerantReader(records, rules, rescued).Read(); !tolerated.IsDone()) return tolerated;
+  if (!rescued.trusted) MemberFitter(rescued).Fit();
+  if (rescued.flaws.empty()) rescued.flaws.push_back(read.cause);
+  return Result::Done;
+}
+
+}  // namespace cabinet
