@@ -74,6 +74,7 @@ class FileSystem {
   virtual base::Outcome List(const std::string& folder, const std::string& pattern,
                              std::vector<FolderEntry>& entries) = 0;
 
+  /// Others may go on writing to a file that is open for reading, rename it and delete it.
   virtual base::Obtained<TextReader> OpenText(const std::string& path) = 0;
   /// Opens at the end and creates a missing file.
   virtual base::Obtained<TextWriter> AppendText(const std::string& path) = 0;

@@ -46,6 +46,12 @@ Texts FileSystemContract::Names(const std::string& folder, const std::string& pa
   return names;
 }
 
+host::FolderEntry FileSystemContract::EntryOf(const std::string& name) {
+  std::vector<host::FolderEntry> entries;
+  EXPECT_EQ(Files().List(At(""), name, entries), Done);
+  return entries.empty() ? host::FolderEntry() : entries.front();
+}
+
 TEST_F(FileSystemContract, NamesKeepBlanksAndUmlautsAndAreFoundInAnyCase) {
   ASSERT_EQ(Files().MakeFolder(At("Bilder für Röntgen")), Done);
   Put(At("Bilder für Röntgen\\Ärztin 1.txt"), "x");
@@ -222,14 +228,52 @@ TEST_F(FileSystemContract, CopyingReplacesTheWholeTarget) {
   EXPECT_EQ(Names(At("")), (Texts{"source", "target", "third"}));
 }
 
+TEST_F(FileSystemContract, EntriesTellTimeMarksAndKind) {
+  Put(At("a"), "a");
+  Pause();
+  Put(At("b"), "b");
+  ASSERT_EQ(Files().MakeFolder(At("folder")), Done);
+  EXPECT_GT(EntryOf("a").modified, 0U);
+  EXPECT_GT(EntryOf("b").modified, EntryOf("a").modified);
+  Pause();
+  Put(At("a"), "anew");
+  EXPECT_GT(EntryOf("a").modified, EntryOf("b").modified);
+  EXPECT_EQ(Files().SetReadOnly(At("a")), Done);
+  EXPECT_TRUE(EntryOf("a").isReadOnly);
+  EXPECT_FALSE(EntryOf("b").isReadOnly);
+  Hide(At("b"));
+  EXPECT_EQ(Names(At("")), (Texts{"a", "b", "folder"}));
+  for (const char* name : {"a", "b", "folder"}) EXPECT_FALSE(EntryOf(name).isLink) << name;
+}
+
+TEST_F(FileSystemContract, ACopyKeepsTimeAndMarkAndReplacesReadOnlyTargets) {
+  Put(At("source"), "new");
+  MakeReadOnly(At("source"));
+  Pause();
+  Put(At("target"), "old");
+  Put(At("writable"), "newer");
+  for (const char* name : {"copy", "target", "target"}) {
+    ASSERT_EQ(Files().CopyTo(At("source"), At(name)), Done);
+    EXPECT_EQ(Contents(At(name)), "new");
+    EXPECT_EQ(EntryOf(name).modified, EntryOf("source").modified) << name;
+    EXPECT_TRUE(EntryOf(name).isReadOnly) << name;
+  }
+  ASSERT_EQ(Files().CopyTo(At("writable"), At("target")), Done);
+  EXPECT_EQ(Contents(At("target")), "newer");
+  EXPECT_FALSE(EntryOf("target").isReadOnly);
+  EXPECT_EQ(Names(At("")), (Texts{"copy", "source", "target", "writable"}));
+}
+
 TEST_F(FileSystemContract, AFileInUseStaysAsItIs) {
   Put(At("source"), "new");
   Put(At("busy"), "old");
   {
-    const auto user = Files().OpenText(At("busy"));
+    const auto user = Files().AppendText(At("busy"));
+    MakeReadOnly(At("busy"));
+    EXPECT_TRUE(Fails(Files().CopyTo(At("source"), At("busy")), At("source")));
     EXPECT_TRUE(Fails(Files().RemoveFile(At("busy")), At("busy")));
     EXPECT_TRUE(Fails(Files().MoveTo(At("busy"), At("moved")), At("busy")));
-    EXPECT_TRUE(Fails(Files().CopyTo(At("source"), At("busy")), At("source")));
+    EXPECT_TRUE(EntryOf("busy").isReadOnly);
   }
   EXPECT_EQ(Contents(At("busy")), "old");
   EXPECT_EQ(Names(At("")), (Texts{"busy", "source"}));

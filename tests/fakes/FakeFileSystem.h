@@ -158,7 +158,7 @@ class FakeFileSystem : public host::FileSystem {
   base::Outcome CopyTo(const std::string& source, const std::string& target) override {
     return Do(__func__, source, [&] {
       const bool ontoItself = disk_.IsFile(source) && disk_.Find(source) == disk_.Find(target);
-      return ontoItself || disk_.Copy(source, target);
+      return ontoItself || CopyOver(source, target);
     });
   }
   base::Outcome SetReadOnly(const std::string& path) override {
@@ -190,6 +190,22 @@ class FakeFileSystem : public host::FileSystem {
   base::Outcome Do(const char* method, const std::string& path, Work work) {
     if (Fails(method, path)) return InjectedFault(path);
     return work() ? base::Outcome() : Refusal(path);
+  }
+  /// A target that cannot be replaced, for want of room, too, stays as it was.
+  bool CopyOver(const std::string& source, const std::string& target) {
+    const auto old = disk_.Find(target);
+    if (!old) return disk_.Copy(source, target);
+    if (old->isFolder || InUse(*old)) return false;
+    const std::string copy = disk_.Absolute(target) + ".copy";
+    const bool whole = disk_.Copy(source, copy);
+    const auto made = disk_.Find(copy);
+    if (whole) {
+      old->bytes = made->bytes;
+      old->attributes = made->attributes;
+      old->modified = made->modified;
+    }
+    if (made) disk_.Remove(copy);
+    return whole;
   }
   /// `find` yields the file, or null when there is none to be opened.
   template <class File, class Find>

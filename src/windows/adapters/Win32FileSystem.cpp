@@ -33,9 +33,9 @@ struct Opening {
   DWORD flags;
 };
 
-/// A reader leaves others their access: logs and databases are in use while they are read.
-constexpr Opening kForReading = {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
-                                 FILE_FLAG_SEQUENTIAL_SCAN};
+/// A reader leaves others their access: logs and databases are in use while they are read, and logs are renamed.
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr Opening kForReading = {GENERIC_READ, kShareAll, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN};
 constexpr Opening kForWriting = {GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL};
 constexpr Opening kForAppending = {FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL};
 
@@ -180,8 +180,8 @@ base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::stri
 base::Outcome Win32FileSystem::SetReadOnly(const std::string& path) {
   const DWORD attributes = AttributesOf(path);
   const bool known = attributes != INVALID_FILE_ATTRIBUTES;
-  return OutcomeOf(
-      known && SetFileAttributesW(ApiPath(path).c_str(), attributes | FILE_ATTRIBUTE_READONLY) != FALSE, path);
+  return OutcomeOf(known && SetFileAttributesW(ApiPath(path).c_str(), attributes | FILE_ATTRIBUTE_READONLY) != FALSE,
+                   path);
 }
 
 base::Outcome Win32FileSystem::MakeFolder(const std::string& path) {
