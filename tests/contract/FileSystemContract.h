@@ -50,6 +50,8 @@ class FileSystemContract : public ::testing::Test {
   /// Bytes in and out, past every conversion.
   void Put(const std::string& path, const std::string& bytes);
   std::string Contents(const std::string& path);
+  /// All from the reader's place on, up to `atOnce` bytes by each call.
+  static std::string Read(host::BinaryReader& reader, std::size_t atOnce);
   /// Names that `pattern` finds, sorted; a failure adds "!".
   Texts Names(const std::string& folder, const std::string& pattern = "*");
   /// What its folder tells of an item; an empty name when it is not listed.

@@ -210,6 +210,20 @@ DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std
   return error;
 }
 
+DWORD FlushFile(const std::wstring& file) {
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  Handle handle;
+  // Only who may write to a file may have it flushed.
+  const DWORD error = DespiteMark(file, [&] {
+    handle = Handle(CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, 0, nullptr));
+    return ErrorOf(handle ? TRUE : FALSE);
+  });
+  if (error != ERROR_SUCCESS) return error;
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) SetFileAttributesW(file.c_str(), attributes);
+  return ErrorOf(FlushFileBuffers(handle.Get()));
+}
+
 DWORD CreatePrivateFolder(const std::wstring& path) {
   DWORD error = ERROR_SUCCESS;
   const std::wstring user = UserSid(error);

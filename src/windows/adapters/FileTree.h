@@ -33,6 +33,9 @@ DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, cons
 /// time to time.
 DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
 
+/// Has all that was written to a file brought to its medium. The file may be read-only.
+DWORD FlushFile(const std::wstring& file);
+
 /// Creates the folder `path` with a protected access list: full access for the process's user, the administrators and
 /// the system, handed on to everything created in it. An error also means that the list could not be made.
 DWORD CreatePrivateFolder(const std::wstring& path);
