@@ -51,6 +51,12 @@ void OperationLog::WarnOfLoss(const std::string& what, const std::string& catego
   WriteLog(LogLevel::Warning, category.empty() ? what : what + " (" + category + ")");
 }
 
+Watch Watch::WithNewTime() const {
+  Watch anew = *this;
+  anew.begun_ = std::chrono::steady_clock::now();
+  return anew;
+}
+
 std::string Watch::Summary() const {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begun_);
   return "Warnings: " + std::to_string(Warnings()) + "; " + std::to_string(seconds.count()) + " s";

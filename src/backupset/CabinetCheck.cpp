@@ -20,8 +20,10 @@ class FileSource : public cabinet::Source {
       : files_(files), path_(std::move(path)), reader_(files_.OpenBinary(path_)) {}
 
   std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
-    if (!reader_ || !reader_->Seek(offset)) return -1;
-    return reader_->Read(static_cast<std::byte*>(data), count);
+    if (!reader_ || (offset != at_ && !reader_->Seek(offset))) return -1;
+    const std::int64_t got = reader_->Read(static_cast<std::byte*>(data), count);
+    at_ = offset + static_cast<std::uint64_t>(std::max<std::int64_t>(got, 0));
+    return got;
   }
   std::uint64_t Size() override {
     const std::int64_t size = files_.FileSize(path_);
@@ -33,6 +35,7 @@ class FileSource : public cabinet::Source {
   host::FileSystem& files_;
   std::string path_;
   base::Obtained<host::BinaryReader> reader_;
+  std::uint64_t at_ = 0;
 };
 
 /// `inner` is the path from the tree's root on, and ends in "\\" unless it is empty.

@@ -50,8 +50,9 @@ class BinaryReader {
   virtual ~BinaryReader() = default;
   /// Reads up to `count` bytes; returns how many, 0 at the end, -1 on an error.
   virtual std::int64_t Read(std::byte* data, std::size_t count) = 0;
-  /// Goes to an absolute position, from which the next read is. Returns whether that was done.
-  virtual bool Seek(std::uint64_t offset) = 0;
+  /// Goes to the byte `offset`, counted from the beginning of the file; behind its end Read() returns 0. False when
+  /// that is not possible, as with a reader that only goes on; the place is then as before.
+  virtual bool Seek(std::uint64_t /*offset*/) { return false; }
 };
 
 class BinaryWriter {
@@ -76,13 +77,20 @@ class FileSystem {
   virtual base::Outcome List(const std::string& folder, const std::string& pattern,
                              std::vector<FolderEntry>& entries) = 0;
 
+  /// Others may go on writing to a file that is open for reading, rename it and delete it.
   virtual base::Obtained<TextReader> OpenText(const std::string& path) = 0;
   /// Opens at the end and creates a missing file.
   virtual base::Obtained<TextWriter> AppendText(const std::string& path) = 0;
   /// Creates the file anew.
   virtual base::Obtained<TextWriter> CreateText(const std::string& path) = 0;
   virtual base::Obtained<BinaryReader> OpenBinary(const std::string& path) = 0;
+  /// The same, past the system's cache: what is read comes from the medium, for whoever must know what stands there.
+  /// Fails where the system refuses that; a file system that knows no such reading, as that of another computer may
+  /// be, reads as ever. Opening drops nothing that waits to be written: call Flush() before.
+  virtual base::Obtained<BinaryReader> OpenUncached(const std::string& path) = 0;
   virtual base::Obtained<BinaryWriter> CreateBinary(const std::string& path) = 0;
+  /// Returns when all that was written to a file, which must exist, has reached its medium. The file may be read-only.
+  virtual base::Outcome Flush(const std::string& path) = 0;
 
   /// Deletes one file, read-only or not.
   virtual base::Outcome RemoveFile(const std::string& path) = 0;
@@ -90,6 +98,10 @@ class FileSystem {
   virtual base::Outcome RemoveFolder(const std::string& path) = 0;
   /// Moves or renames a file; an existing target is an error.
   virtual base::Outcome MoveTo(const std::string& source, const std::string& target) = 0;
+  /// Moves or renames a file within its volume, over an existing target, if any, in one step that has reached the
+  /// medium when the call returns: at no time is there no target. When it fails, both stay; a target that is read-only
+  /// or in use, and a folder, are refused.
+  virtual base::Outcome MoveOver(const std::string& source, const std::string& target) = 0;
   /// Copies one file, its attributes and its time over an existing target, if any, read-only or not; a target that
   /// cannot be replaced stays as it was. Copied onto itself it stays as it is.
   virtual base::Outcome CopyTo(const std::string& source, const std::string& target) = 0;

@@ -15,6 +15,16 @@ enum class WindowStyle {
   Normal,  ///< shown and focused
 };
 
+/// Where a program is looked for whose command line gives it no path.
+enum class Where {
+  /// In this executable's own folder, then in the system's folders, then in those of PATH. Never in the current folder,
+  /// where others may have put a file of a tool's name.
+  ProgramsOnly,
+  /// In the current folder before all these: for what the host's own job items name there. The caller has made their
+  /// folder current.
+  CurrentFolder,
+};
+
 /// A program that was started. Letting go of the object does not end the program.
 class StartedProgram {
  public:
@@ -33,10 +43,17 @@ class Processes {
  public:
   virtual ~Processes() = default;
 
-  /// Starts a command line: a program with its arguments, or a batch file. A program
-  /// without a path is looked for beside this executable first, then in the current
-  /// folder, the system folders and PATH.
-  virtual base::Obtained<StartedProgram> Start(const std::string& commandLine, WindowStyle style) = 0;
+  /// Starts a command line: a program with its arguments, or a batch file. The program gets the text as it stands, a
+  /// batch file its own full path as %0.
+  ///
+  /// A program with a path ("\" or ":") is that file; another one is looked for as `where` says. A name without an
+  /// ending stands for ".exe", ".com", ".bat" or ".cmd", in this order in each folder. A program that has blanks in its
+  /// name or path belongs in quotes: without them the shortest name that is found is meant.
+  ///
+  /// The command interpreter, started by `ProgramsOnly`, looks for what its command names by the same rule, so far as
+  /// the system knows one.
+  virtual base::Obtained<StartedProgram> Start(const std::string& commandLine, WindowStyle style,
+                                               Where where = Where::CurrentFolder) = 0;
 
   /// File names of the executables that run now, this one's included. Empty on failure.
   virtual std::vector<std::string> RunningExecutables() = 0;

@@ -95,7 +95,7 @@ RestoreJob::RestoreJob(app::Application& application, const app::Watch& sinceIns
     : set(std::move(inspected)),
       choice(std::move(ticked)),
       workFolder(application.host.files, application.state.StartupDirectory),
-      watch(sinceInspection) {}
+      watch(sinceInspection.WithNewTime()) {}
 
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job) {

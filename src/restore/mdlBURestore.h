@@ -18,7 +18,7 @@ struct RestoreJob {
   backupset::BackupSet set;      ///< as it was inspected
   backupset::Categories choice;  ///< ticked by the operator
   work::WorkFolder workFolder;
-  app::Watch watch;  ///< since the set was inspected: what could not be read then is not restored
+  app::Watch watch;  ///< its warnings since the set was inspected: what could not be read then is not restored
 };
 
 /// Restores the chosen categories of the set, in their order, through a work folder that exists already and is gone

@@ -14,6 +14,7 @@ class FakeWorld : public FileSystemWorld {
   host::FileSystem& Files() override { return files_; }
   std::string Folder() override { return "C:\\Test\\"; }
   void MakeReadOnly(const std::string& path) override { disk_.Find(path)->attributes |= fakes::kReadOnly; }
+  void Hide(const std::string& /*path*/) override {}  // its disk has no such mark
   bool Explains(const std::string& words) override { return !words.empty(); }
 
  private:

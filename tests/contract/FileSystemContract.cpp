@@ -28,12 +28,17 @@ void FileSystemContract::Put(const std::string& path, const std::string& bytes) 
 
 std::string FileSystemContract::Contents(const std::string& path) {
   const auto reader = Files().OpenBinary(path);
-  if (!reader) return "(not readable)";
+  return reader ? Read(*reader, 7) : "(not readable)";
+}
+
+std::string FileSystemContract::Read(host::BinaryReader& reader, std::size_t atOnce) {
   std::string bytes;
-  std::byte block[7];
-  for (std::int64_t count = 0; (count = reader->Read(block, sizeof block)) > 0;) {
-    bytes.append(reinterpret_cast<const char*>(block), static_cast<std::size_t>(count));
+  std::vector<std::byte> block(atOnce);
+  std::int64_t count = 0;
+  while ((count = reader.Read(block.data(), atOnce)) > 0) {
+    bytes.append(reinterpret_cast<const char*>(block.data()), static_cast<std::size_t>(count));
   }
+  EXPECT_EQ(count, 0);
   return bytes;
 }
 
@@ -44,6 +49,12 @@ Texts FileSystemContract::Names(const std::string& folder, const std::string& pa
   for (const host::FolderEntry& entry : entries) names.push_back(entry.name);
   std::ranges::sort(names);
   return names;
+}
+
+host::FolderEntry FileSystemContract::EntryOf(const std::string& name) {
+  std::vector<host::FolderEntry> entries;
+  EXPECT_EQ(Files().List(At(""), name, entries), Done);
+  return entries.empty() ? host::FolderEntry() : entries.front();
 }
 
 TEST_F(FileSystemContract, NamesKeepBlanksAndUmlautsAndAreFoundInAnyCase) {
@@ -76,10 +87,13 @@ TEST_F(FileSystemContract, WhatIsMissingIsAFailure) {
     EXPECT_TRUE(entries.empty());
     EXPECT_TRUE(Fails(Files().OpenText(path).Why(), path));
     EXPECT_TRUE(Fails(Files().OpenBinary(path).Why(), path));
+    EXPECT_TRUE(Fails(Files().OpenUncached(path).Why(), path));
+    EXPECT_TRUE(Fails(Files().Flush(path), path));
     EXPECT_TRUE(Fails(Files().RemoveFile(path), path));
     EXPECT_TRUE(Fails(Files().RemoveFolder(path), path));
     EXPECT_TRUE(Fails(Files().SetReadOnly(path), path));
     EXPECT_TRUE(Fails(Files().MoveTo(path, At("target")), path));
+    EXPECT_TRUE(Fails(Files().MoveOver(path, At("target")), path));
     EXPECT_TRUE(Fails(Files().CopyTo(path, At("target")), path));
   }
   EXPECT_TRUE(Fails(Files().MakeFolder(At("none\\none")), At("none\\none")));
@@ -207,6 +221,49 @@ TEST_F(FileSystemContract, MovingRenamesAndNeverReplaces) {
   EXPECT_EQ(Names(At("")), (Texts{"b", "folder"}));
 }
 
+TEST_F(FileSystemContract, MovingOverReplacesOrLeavesBoth) {
+  Put(At("a"), "new");
+  Put(At("b"), "old and longer");
+  ASSERT_EQ(Files().MakeFolder(At("folder")), Done);
+  EXPECT_EQ(Files().MoveOver(At("a"), At("B")), Done);
+  EXPECT_EQ(Contents(At("b")), "new");
+  EXPECT_EQ(Files().MoveOver(At("b"), At("folder\\c")), Done);
+  Put(At("a"), "newer");
+  MakeReadOnly(At("folder\\c"));
+  for (const char* target : {"folder", "folder\\c", "none\\c"})
+    EXPECT_TRUE(Fails(Files().MoveOver(At("a"), At(target)), At("a"))) << target;
+  EXPECT_TRUE(Fails(Files().MoveOver(At("folder"), At("d")), At("folder")));
+  EXPECT_EQ(Contents(At("a")) + Contents(At("folder\\c")), "newernew");
+  EXPECT_EQ(Names(At("")), (Texts{"a", "folder"}));
+}
+
+// Sizes round the ends of sectors and blocks, reads of odd lengths.
+TEST_F(FileSystemContract, EveryReaderGivesTheBytesOfEveryPlace) {
+  constexpr std::size_t kBlock = 1024 * 1024;
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{511}, std::size_t{4096}, kBlock - 1,
+                                 kBlock, kBlock + 1, 2 * kBlock + 4097}) {
+    SCOPED_TRACE(size);
+    std::string bytes(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * 31 + (i >> 9));
+    Put(At("data"), bytes);
+    MakeReadOnly(At("data"));
+    EXPECT_EQ(Files().Flush(At("data")), Done);
+    EXPECT_TRUE(EntryOf("data").isReadOnly);
+    for (const bool isUncached : {false, true}) {
+      const auto reader = isUncached ? Files().OpenUncached(At("data")) : Files().OpenBinary(At("data"));
+      ASSERT_EQ(reader.Why(), Done);
+      EXPECT_TRUE(Read(*reader, 100'003) == bytes);
+      for (const std::size_t place :
+           {std::size_t{0}, size / 2, size - std::min<std::size_t>(size, 3), size, size + 9999}) {
+        ASSERT_TRUE(reader->Seek(place));
+        EXPECT_TRUE(Read(*reader, 4095) == bytes.substr(std::min(place, size))) << place;
+      }
+      EXPECT_FALSE(reader->Seek(UINT64_MAX));
+    }
+    ASSERT_EQ(Files().RemoveFile(At("data")), Done);
+  }
+}
+
 TEST_F(FileSystemContract, CopyingReplacesTheWholeTarget) {
   Put(At("source"), "new");
   Put(At("target"), "old and longer");
@@ -222,14 +279,53 @@ TEST_F(FileSystemContract, CopyingReplacesTheWholeTarget) {
   EXPECT_EQ(Names(At("")), (Texts{"source", "target", "third"}));
 }
 
+TEST_F(FileSystemContract, EntriesTellTimeMarksAndKind) {
+  Put(At("a"), "a");
+  Pause();
+  Put(At("b"), "b");
+  ASSERT_EQ(Files().MakeFolder(At("folder")), Done);
+  EXPECT_GT(EntryOf("a").modified, 0U);
+  EXPECT_GT(EntryOf("b").modified, EntryOf("a").modified);
+  Pause();
+  Put(At("a"), "anew");
+  EXPECT_GT(EntryOf("a").modified, EntryOf("b").modified);
+  EXPECT_EQ(Files().SetReadOnly(At("a")), Done);
+  EXPECT_TRUE(EntryOf("a").isReadOnly);
+  EXPECT_FALSE(EntryOf("b").isReadOnly);
+  Hide(At("b"));
+  EXPECT_EQ(Names(At("")), (Texts{"a", "b", "folder"}));
+  for (const char* name : {"a", "b", "folder"}) EXPECT_FALSE(EntryOf(name).isLink) << name;
+}
+
+TEST_F(FileSystemContract, ACopyKeepsTimeAndMarkAndReplacesReadOnlyTargets) {
+  Put(At("source"), "new");
+  MakeReadOnly(At("source"));
+  Pause();
+  Put(At("target"), "old");
+  Put(At("writable"), "newer");
+  for (const char* name : {"copy", "target", "target"}) {
+    ASSERT_EQ(Files().CopyTo(At("source"), At(name)), Done);
+    EXPECT_EQ(Contents(At(name)), "new");
+    EXPECT_EQ(EntryOf(name).modified, EntryOf("source").modified) << name;
+    EXPECT_TRUE(EntryOf(name).isReadOnly) << name;
+  }
+  ASSERT_EQ(Files().CopyTo(At("writable"), At("target")), Done);
+  EXPECT_EQ(Contents(At("target")), "newer");
+  EXPECT_FALSE(EntryOf("target").isReadOnly);
+  EXPECT_EQ(Names(At("")), (Texts{"copy", "source", "target", "writable"}));
+}
+
 TEST_F(FileSystemContract, AFileInUseStaysAsItIs) {
   Put(At("source"), "new");
   Put(At("busy"), "old");
   {
-    const auto user = Files().OpenText(At("busy"));
+    const auto user = Files().AppendText(At("busy"));
+    MakeReadOnly(At("busy"));
+    EXPECT_TRUE(Fails(Files().MoveOver(At("source"), At("busy")), At("source")));
+    EXPECT_TRUE(Fails(Files().CopyTo(At("source"), At("busy")), At("source")));
     EXPECT_TRUE(Fails(Files().RemoveFile(At("busy")), At("busy")));
     EXPECT_TRUE(Fails(Files().MoveTo(At("busy"), At("moved")), At("busy")));
-    EXPECT_TRUE(Fails(Files().CopyTo(At("source"), At("busy")), At("source")));
+    EXPECT_TRUE(EntryOf("busy").isReadOnly);
   }
   EXPECT_EQ(Contents(At("busy")), "old");
   EXPECT_EQ(Names(At("")), (Texts{"busy", "source"}));

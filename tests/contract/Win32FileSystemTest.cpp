@@ -21,6 +21,9 @@ class Win32World : public FileSystemWorld {
   void MakeReadOnly(const std::string& path) override {
     SetFileAttributesW(windows::ApiPath(path).c_str(), FILE_ATTRIBUTE_READONLY);
   }
+  void Hide(const std::string& path) override {
+    SetFileAttributesW(windows::ApiPath(path).c_str(), FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM);
+  }
   /// By words and a number of the system's, on one line.
   bool Explains(const std::string& words) override {
     return std::regex_match(words, std::regex(R"([^\r\n]+ \([1-9][0-9]*\))"));
@@ -62,9 +65,20 @@ TEST_F(Win32FileSystemTest, AFileInUseAloneStaysOfAFolderAndIsNamed) {
   EXPECT_EQ(Files().RemoveFolder(At("many")), Done);
 }
 
+// Another program starts a new log while the old one is read.
+TEST_F(Win32FileSystemTest, AFileThatIsReadMayBeRenamedMeanwhile) {
+  Put(At("log"), "one\r\ntwo\r\n");
+  const auto reader = Files().OpenText(At("log"));
+  EXPECT_EQ(Files().MoveTo(At("log"), At("log.1")), Done);
+  Put(At("log"), "three");
+  std::string line;
+  EXPECT_TRUE(reader->ReadLine(line));
+  EXPECT_EQ(line, "one");
+}
+
 TEST_F(Win32FileSystemTest, CausesCarryTheNumberOfTheCallThatFailed) {
   Put(At("busy"), "x");
-  const auto user = Files().OpenText(At("busy"));
+  const auto user = Files().AppendText(At("busy"));
   const std::pair<base::Outcome, DWORD> cases[] = {
       {Files().RemoveFile(At("none")), ERROR_FILE_NOT_FOUND},
       {Files().RemoveFile(At("busy")), ERROR_SHARING_VIOLATION},

@@ -7,6 +7,8 @@
 #include <filesystem>
 #include <fstream>
 
+#include "windows/adapters/ApiPath.h"
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -30,8 +32,8 @@ class Win32ProcessesTest : public ::testing::Test {
   }
 
   /// The exit code; nothing when the program does not start or the code cannot be had.
-  std::optional<std::uint32_t> Run(const std::string& commandLine) {
-    const auto program = processes_.Start(commandLine, host::WindowStyle::Hidden);
+  std::optional<std::uint32_t> Run(const std::string& commandLine, host::Where where = host::Where::ProgramsOnly) {
+    const auto program = processes_.Start(commandLine, host::WindowStyle::Hidden, where);
     return program && program->Id() != 0 ? program->Wait() : std::nullopt;
   }
   /// Waits for a program that sleeps, which must use no processor time.
@@ -60,13 +62,37 @@ TEST_F(Win32ProcessesTest, ReportsExitCodesAndWhyAProgramDoesNotStart) {
 }
 
 TEST_F(Win32ProcessesTest, RunsBatchFilesWithBlanksInTheirPaths) {
-  std::ofstream("make a file.bat") << "@echo off\necho %1>\"out put.txt\"\nexit /b 5\n";
-  EXPECT_EQ(Run("\"" + (folder_ / "make a file.bat").string() + "\" word"), 5U);
-  std::string line;
-  std::getline(std::ifstream("out put.txt"), line);
-  EXPECT_EQ(line, "word");
-  std::ofstream("plain.bat") << "exit 3\n";
-  EXPECT_EQ(Run("plain.bat"), 3U);  // from the current folder
+  std::ofstream("make a file.bat") << "@echo off\necho %1 %2 %~nx0>\"out put.txt\"\nexit /b 5\n";
+  const std::string path = (folder_ / "make a file.bat").string();
+  for (const std::string& name : {"\"" + path + "\"", path, std::string("make a file.bat")}) {
+    fs::remove("out put.txt");
+    EXPECT_EQ(Run(name + " word \"two & three\"", host::Where::CurrentFolder), 5U) << name;
+    std::string line;
+    std::getline(std::ifstream("out put.txt"), line);
+    EXPECT_EQ(line, "word \"two & three\" make a file.bat");
+  }
+  std::ofstream("plain.CMD") << "exit 3\n";
+  EXPECT_EQ(Run("plain", host::Where::CurrentFolder), 3U);
+  EXPECT_EQ(Run("plain"), std::nullopt);
+}
+
+TEST_F(Win32ProcessesTest, WhatOthersPutIntoTheCurrentFolderIsNotRun) {
+  const fs::path child = fs::path(windows::ProgramFolder()) / "contract_child.exe";
+  for (const char* tool : {"CMD.exe", "cabarc.exe", "nobodys.exe"}) fs::copy_file(child, tool);
+  std::ofstream("xcopy.bat") << "exit 77\n";
+  const std::wstring path = _wgetenv(L"PATH");
+  SetEnvironmentVariableW(L"PATH", (L";.;\".\";" + path).c_str());
+  for (const char* command : {"cabarc exit 77", "xcopy none there", "nobodys exit 77", "cmd exit 77"}) {
+    EXPECT_NE(Run(command), 77U) << command;
+    EXPECT_EQ(Run(command, host::Where::CurrentFolder), 77U) << command;
+  }
+  EXPECT_EQ(Run("CMD /C exit 5"), 5U);
+  // The interpreter looks for programs of its own.
+  const std::string isLimited = "if defined NoDefaultCurrentDirectoryInExePath exit 6";
+  EXPECT_EQ(Run("CMD /C " + isLimited), 6U);
+  std::ofstream("own.bat") << isLimited << "\nexit 7\n";
+  EXPECT_EQ(Run("own.bat", host::Where::CurrentFolder), 7U) << "a host's batch file may start what stands beside it";
+  SetEnvironmentVariableW(L"PATH", path.c_str());
 }
 
 TEST_F(Win32ProcessesTest, TheWaitEndsWithTheProgram) {

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <tuple>
 
 #include "fakes/CallCounter.h"
 #include "fakes/Disk.h"
@@ -79,7 +80,8 @@ class FakeBinaryReader : public OpenFile<host::BinaryReader, &Entry::readers> {
     return static_cast<std::int64_t>(taken);
   }
   bool Seek(std::uint64_t offset) override {
-    at_ = std::min<std::size_t>(offset, Bytes().size());
+    if (FailsToRead("BinaryReader", __func__) || offset > INT64_MAX) return false;
+    at_ = static_cast<std::size_t>(std::min<std::uint64_t>(offset, Bytes().size()));
     return true;
   }
 
@@ -180,6 +182,24 @@ class FakeFileSystem : public host::FileSystem {
     return Do(__func__, path, [&] { return !IsTooLong(disk_.Absolute(path)) && disk_.SetCurrentFolder(path); });
   }
   std::string TemporaryFolder() override { return Fails(__func__, "") ? "" : temporaryFolder; }
+  base::Obtained<host::BinaryReader> OpenUncached(const std::string& path) override {
+    return Open<FakeBinaryReader>(__func__, path, [&] { return Readable(path); });
+  }
+  /// The imaginary disks keep nothing back.
+  base::Outcome Flush(const std::string& path) override {
+    return Do(__func__, path, [&] { return disk_.IsFile(path); });
+  }
+  base::Outcome MoveOver(const std::string& source, const std::string& target) override {
+    return Do(__func__, source, [&] {
+      const auto from = disk_.Find(source);
+      const auto old = disk_.Find(target);
+      if (!from || from->isFolder || InUse(*from)) return false;
+      if (!old || old == from) return disk_.Move(source, target);
+      if (old->isFolder || InUse(*old) || (old->attributes & kReadOnly) != 0) return false;
+      std::tie(old->bytes, old->attributes, old->modified) = std::tie(from->bytes, from->attributes, from->modified);
+      return disk_.Remove(source);
+    });
+  }
 
  private:
   bool Fails(const char* method, const std::string& path) { return calls_.Fails("FileSystem", method, path); }

@@ -27,6 +27,7 @@ struct StartRecord {
   std::string currentFolder;
   host::WindowStyle style = host::WindowStyle::Hidden;
   bool waitedFor = false;
+  host::Where where = host::Where::ProgramsOnly;
 };
 
 /// A program does its work when it is waited for; one that nobody waits for stays running for
@@ -54,10 +55,11 @@ class FakeProcesses : public host::Processes {
         std::ranges::count_if(started, [&](const auto& each) { return each.commandLine.starts_with(head); }));
   }
 
-  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override {
+  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style,
+                                             host::Where where = host::Where::CurrentFolder) override {
     if (calls_.Fails("Processes", __func__, commandLine)) return InjectedFault(commandLine);
-    if (!Find(commandLine)) return base::Failure(commandLine + ": not found");
-    started.push_back({commandLine, disk_.CurrentFolder(), style});
+    if (!Find(commandLine, where)) return base::Failure(commandLine + ": not found");
+    started.push_back({commandLine, disk_.CurrentFolder(), style, false, where});
     return std::make_unique<Program>(*this, started.size() - 1);
   }
   std::vector<std::string> RunningExecutables() override {
@@ -80,14 +82,17 @@ class FakeProcesses : public host::Processes {
   };
 
   /// What the program of a command line does; empty when there is none.
-  ProgramAction Find(const std::string& commandLine) {
+  ProgramAction Find(const std::string& commandLine, host::Where where) {
     const Words words = SplitCommandLine(commandLine);
-    std::string name = words.empty() ? "" : words[0];
-    if (name.find('.', name.rfind('\\') + 1) == std::string::npos) name += ".exe";
-    for (const std::string folder : {"C:\\Tarsus\\Backup\\", ".\\", "C:\\Windows\\System32\\"}) {
-      const std::string path = name.find('\\') == std::string::npos ? folder + name : name;
-      if (disk_.IsFile(path)) return actions_[Fold(disk_.Absolute(path))];
-    }
+    const std::string name = words.empty() ? "" : words[0];
+    Words folders = {"C:\\Tarsus\\Backup\\", "C:\\Windows\\System32\\"};
+    if (where == host::Where::CurrentFolder) folders.insert(folders.begin(), ".\\");
+    if (name.find_first_of("\\:") != std::string::npos) folders = {""};
+    const bool hasEnding = name.find('.', name.rfind('\\') + 1) != std::string::npos;
+    const Words endings = hasEnding ? Words{""} : Words{".exe", ".com", ".bat", ".cmd"};
+    for (const std::string& folder : folders)
+      for (const std::string& ending : endings)
+        if (disk_.IsFile(folder + name + ending)) return actions_[Fold(disk_.Absolute(folder + name + ending))];
     return {};
   }
 
@@ -97,7 +102,7 @@ class FakeProcesses : public host::Processes {
     if (beforeWork) beforeWork(record.commandLine);
     const std::string callersFolder = disk_.CurrentFolder();
     disk_.SetCurrentFolder(record.currentFolder);
-    const ProgramAction action = Find(record.commandLine);
+    const ProgramAction action = Find(record.commandLine, record.where);
     const std::uint32_t code = action ? action(disk_, SplitCommandLine(record.commandLine)) : 1;
     disk_.SetCurrentFolder(callersFolder);
     started[number].waitedFor = true;

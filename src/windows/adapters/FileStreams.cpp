@@ -2,6 +2,7 @@
 #include "windows/adapters/FileStreams.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "windows/adapters/Results.h"
 #include "windows/adapters/Text.h"
@@ -12,6 +13,13 @@ namespace {
 constexpr std::size_t kBlockSize = 64 * 1024;
 // One call of the system counts in 32 bits.
 constexpr std::size_t kLargestTransfer = 64 * 1024 * 1024;
+// Sectors have up to some kilobytes, memory pages too. Large, because nothing reads ahead; small enough to leave the
+// screen alive between two blocks of a slow medium.
+constexpr DWORD kUncachedBlockSize = 1024 * 1024;
+
+bool IsPlace(std::uint64_t offset) {
+  return offset <= std::uint64_t{std::numeric_limits<std::int64_t>::max()};
+}
 
 }  // namespace
 
@@ -76,9 +84,47 @@ std::int64_t FileBinaryReader::Read(std::byte* data, std::size_t count) {
 }
 
 bool FileBinaryReader::Seek(std::uint64_t offset) {
-  LARGE_INTEGER position{};
-  position.QuadPart = static_cast<LONGLONG>(offset);
-  return SetFilePointerEx(file_.Get(), position, nullptr, FILE_BEGIN) != FALSE;
+  LARGE_INTEGER place{};
+  place.QuadPart = static_cast<LONGLONG>(offset);
+  return IsPlace(offset) && SetFilePointerEx(file_.Get(), place, nullptr, FILE_BEGIN) != FALSE;
+}
+
+UncachedReader::UncachedReader(Handle file, const std::string& /*path*/)
+    : file_(std::move(file)),
+      block_(static_cast<std::byte*>(
+          VirtualAlloc(nullptr, kUncachedBlockSize, MEM_COMMIT | MEM_RESERVE, PAGE_READWRITE))) {}
+
+bool UncachedReader::Refill() {
+  size_ = 0;
+  blockAt_ = position_ - position_ % kUncachedBlockSize;
+  OVERLAPPED place{};
+  place.Offset = static_cast<DWORD>(blockAt_);
+  place.OffsetHigh = static_cast<DWORD>(blockAt_ >> 32);
+  DWORD read = 0;
+  if (ReadFile(file_.Get(), block_.get(), kUncachedBlockSize, &read, &place) == FALSE)
+    return GetLastError() == ERROR_HANDLE_EOF;
+  size_ = read;
+  return true;
+}
+
+std::int64_t UncachedReader::Read(std::byte* data, std::size_t count) {
+  constexpr std::int64_t kReadFault = -1;
+  const auto isInBlock = [this] { return position_ >= blockAt_ && position_ - blockAt_ < size_; };
+  const bool isBehindEnd = size_ > 0 && size_ < kUncachedBlockSize && position_ >= blockAt_ + size_;
+  if (count == 0 || isBehindEnd) return 0;
+  if (!block_ || (!isInBlock() && !Refill())) return kReadFault;
+  if (!isInBlock()) return 0;
+  const auto from = static_cast<std::size_t>(position_ - blockAt_);
+  const std::size_t taken = std::min(count, size_ - from);
+  std::copy_n(block_.get() + from, taken, data);
+  position_ += taken;
+  return static_cast<std::int64_t>(taken);
+}
+
+bool UncachedReader::Seek(std::uint64_t offset) {
+  if (!IsPlace(offset)) return false;
+  position_ = offset;
+  return true;
 }
 
 }  // namespace windows

@@ -54,4 +54,27 @@ class FileBinaryReader : public host::BinaryReader {
   Handle file_;
 };
 
+/// For a file that was opened without buffering. The system then takes nothing but whole sectors, in the file and in
+/// memory; so this reads whole blocks and gives out of them what is asked for.
+class UncachedReader : public host::BinaryReader {
+ public:
+  UncachedReader(Handle file, const std::string& /*path*/);
+  std::int64_t Read(std::byte* data, std::size_t count) override;
+  bool Seek(std::uint64_t offset) override;
+
+ private:
+  struct PageFreer {
+    void operator()(std::byte* pages) const { VirtualFree(pages, 0, MEM_RELEASE); }
+  };
+
+  /// Reads the block in which the place lies; false on an error.
+  bool Refill();
+
+  Handle file_;
+  std::unique_ptr<std::byte, PageFreer> block_;
+  std::uint64_t blockAt_ = 0;  ///< where the block begins in the file
+  std::size_t size_ = 0;       ///< bytes in the block; fewer than it holds only at the file's end
+  std::uint64_t position_ = 0;
+};
+
 }  // namespace windows

@@ -98,6 +98,25 @@ void DeleteFiles(const std::vector<std::wstring>& files, const std::function<voi
   work(afterEach);
 }
 
+/// Does `work`, which answers an error, once more without the read-only mark of `file` where that has refused it. A
+/// file that stays keeps its mark.
+template <class Work>
+DWORD DespiteMark(const std::wstring& file, Work work) {
+  const DWORD refusal = work();
+  if (refusal != ERROR_ACCESS_DENIED || !HasAttribute(file, FILE_ATTRIBUTE_READONLY)) return refusal;
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  if (SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) == FALSE) return refusal;
+  const DWORD error = work();
+  if (error != ERROR_SUCCESS) SetFileAttributesW(file.c_str(), attributes);
+  return error;
+}
+
+/// For calls that leave their error to GetLastError; to be written round the call itself.
+DWORD ErrorOf(BOOL succeeded) {
+  const DWORD error = GetLastError();
+  return succeeded != FALSE ? DWORD{ERROR_SUCCESS} : error;
+}
+
 DWORD CALLBACK CallOnProgress(LARGE_INTEGER /*size*/, LARGE_INTEGER /*copied*/, LARGE_INTEGER /*streamSize*/,
                               LARGE_INTEGER /*streamCopied*/, DWORD /*stream*/, DWORD /*reason*/, HANDLE /*source*/,
                               HANDLE /*target*/, LPVOID call) {
@@ -143,11 +162,7 @@ DWORD ForEachEntry(const std::wstring& folder, const std::function<void(const WI
 }
 
 DWORD DeleteForced(const std::wstring& file) {
-  if (DeleteFileW(file.c_str()) != FALSE) return ERROR_SUCCESS;
-  const DWORD error = GetLastError();
-  if (!HasAttribute(file, FILE_ATTRIBUTE_READONLY) || SetFileAttributesW(file.c_str(), FILE_ATTRIBUTE_NORMAL) == FALSE)
-    return error;
-  return DeleteFileW(file.c_str()) != FALSE ? ERROR_SUCCESS : GetLastError();
+  return DespiteMark(file, [&] { return ErrorOf(DeleteFileW(file.c_str())); });
 }
 
 base::Outcome DeleteTree(const std::wstring& folder, const std::function<void()>& afterEach) {
@@ -189,10 +204,24 @@ DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std
   const std::wstring copy = FreeNameBeside(target);
   DWORD error = CopyToNewFile(source, copy, meanwhile);
   if (error != ERROR_SUCCESS) return error;
-  if (MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE) return ERROR_SUCCESS;
-  error = GetLastError();
-  DeleteForced(copy);
+  error = DespiteMark(target,
+                      [&] { return ErrorOf(MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)); });
+  if (error != ERROR_SUCCESS) DeleteForced(copy);
   return error;
+}
+
+DWORD FlushFile(const std::wstring& file) {
+  const DWORD attributes = GetFileAttributesW(file.c_str());
+  Handle handle;
+  // Only who may write to a file may have it flushed.
+  const DWORD error = DespiteMark(file, [&] {
+    handle = Handle(CreateFileW(file.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                nullptr, OPEN_EXISTING, 0, nullptr));
+    return ErrorOf(handle ? TRUE : FALSE);
+  });
+  if (error != ERROR_SUCCESS) return error;
+  if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) SetFileAttributesW(file.c_str(), attributes);
+  return ErrorOf(FlushFileBuffers(handle.Get()));
 }
 
 DWORD CreatePrivateFolder(const std::wstring& path) {

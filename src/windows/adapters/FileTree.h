@@ -29,8 +29,12 @@ long long SizeOf(const std::wstring& file);
 /// time.
 DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
 
-/// Copies one file over another one, which stays as it was when that fails. Calls `meanwhile` from time to time.
+/// Copies one file over another one, read-only or not, which stays as it was when that fails. Calls `meanwhile` from
+/// time to time.
 DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
+
+/// Has all that was written to a file brought to its medium. The file may be read-only.
+DWORD FlushFile(const std::wstring& file);
 
 /// Creates the folder `path` with a protected access list: full access for the process's user, the administrators and
 /// the system, handed on to everything created in it. An error also means that the list could not be made.

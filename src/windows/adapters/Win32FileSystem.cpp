@@ -33,9 +33,10 @@ struct Opening {
   DWORD flags;
 };
 
-/// A reader leaves others their access: logs and databases are in use while they are read.
-constexpr Opening kForReading = {GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
-                                 FILE_FLAG_SEQUENTIAL_SCAN};
+/// A reader leaves others their access: logs and databases are in use while they are read, and logs are renamed.
+constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr Opening kForReading = {GENERIC_READ, kShareAll, OPEN_EXISTING, FILE_FLAG_SEQUENTIAL_SCAN};
+constexpr Opening kForUncachedReading = {GENERIC_READ, kShareAll, OPEN_EXISTING, FILE_FLAG_NO_BUFFERING};
 constexpr Opening kForWriting = {GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL};
 constexpr Opening kForAppending = {FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL};
 
@@ -129,8 +130,16 @@ base::Obtained<host::BinaryReader> Win32FileSystem::OpenBinary(const std::string
   return Open<host::BinaryReader, FileBinaryReader>(path, kForReading);
 }
 
+base::Obtained<host::BinaryReader> Win32FileSystem::OpenUncached(const std::string& path) {
+  return Open<host::BinaryReader, UncachedReader>(path, kForUncachedReading);
+}
+
 base::Obtained<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
   return Open<host::BinaryWriter, FileBinaryWriter>(path, kForWriting);
+}
+
+base::Outcome Win32FileSystem::Flush(const std::string& path) {
+  return OutcomeOfError(FlushFile(ApiPath(path)), path);
 }
 
 base::Outcome Win32FileSystem::RemoveFile(const std::string& path) {
@@ -168,6 +177,16 @@ base::Outcome Win32FileSystem::MoveTo(const std::string& source, const std::stri
   return OutcomeOfError(error, FromTo(source, target));
 }
 
+base::Outcome Win32FileSystem::MoveOver(const std::string& source, const std::string& target) {
+  if (!FileExists(source)) return Failed(source, ERROR_FILE_NOT_FOUND);
+  const DWORD old = AttributesOf(target);
+  // Not every system refuses these of its own.
+  if (old != INVALID_FILE_ATTRIBUTES && (IsFolder(old) || (old & FILE_ATTRIBUTE_READONLY) != 0))
+    return Failed(FromTo(source, target), ERROR_ACCESS_DENIED);
+  constexpr DWORD kAtOnce = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+  return OutcomeOf(MoveFileExW(ApiPath(source).c_str(), ApiPath(target).c_str(), kAtOnce), FromTo(source, target));
+}
+
 base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::string& target) {
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
@@ -180,8 +199,8 @@ base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::stri
 base::Outcome Win32FileSystem::SetReadOnly(const std::string& path) {
   const DWORD attributes = AttributesOf(path);
   const bool known = attributes != INVALID_FILE_ATTRIBUTES;
-  return OutcomeOf(
-      known && SetFileAttributesW(ApiPath(path).c_str(), attributes | FILE_ATTRIBUTE_READONLY) != FALSE, path);
+  return OutcomeOf(known && SetFileAttributesW(ApiPath(path).c_str(), attributes | FILE_ATTRIBUTE_READONLY) != FALSE,
+                   path);
 }
 
 base::Outcome Win32FileSystem::MakeFolder(const std::string& path) {

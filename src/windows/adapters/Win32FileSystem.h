@@ -20,10 +20,13 @@ class Win32FileSystem : public host::FileSystem {
   base::Obtained<host::TextWriter> AppendText(const std::string& path) override;
   base::Obtained<host::TextWriter> CreateText(const std::string& path) override;
   base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override;
+  base::Obtained<host::BinaryReader> OpenUncached(const std::string& path) override;
   base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override;
+  base::Outcome Flush(const std::string& path) override;
   base::Outcome RemoveFile(const std::string& path) override;
   base::Outcome RemoveFolder(const std::string& path) override;
   base::Outcome MoveTo(const std::string& source, const std::string& target) override;
+  base::Outcome MoveOver(const std::string& source, const std::string& target) override;
   base::Outcome CopyTo(const std::string& source, const std::string& target) override;
   base::Outcome SetReadOnly(const std::string& path) override;
   base::Outcome MakeFolder(const std::string& path) override;

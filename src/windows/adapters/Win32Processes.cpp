@@ -3,6 +3,7 @@
 
 #include <system_error>
 
+#include "windows/adapters/ProgramSearch.h"
 #include "windows/adapters/Results.h"
 #include "windows/adapters/Text.h"
 // After Win32.h, on which it rests.
@@ -50,6 +51,23 @@ class Program : public host::StartedProgram {
   DWORD id_;
   Win32MessageLoop& loop_;
   HiddenConsole* console_;
+};
+
+/// While it lives, a program that is started inherits that it is to look for no program in its current folder.
+class CommandSearch {
+ public:
+  explicit CommandSearch(bool isLimited) : isLimited_(isLimited && GetEnvironmentVariableW(kLimit, nullptr, 0) == 0) {
+    if (isLimited_) SetEnvironmentVariableW(kLimit, L"1");
+  }
+  ~CommandSearch() {
+    if (isLimited_) SetEnvironmentVariableW(kLimit, nullptr);
+  }
+  CommandSearch(const CommandSearch&) = delete;
+  CommandSearch& operator=(const CommandSearch&) = delete;
+
+ private:
+  static constexpr const wchar_t* kLimit = L"NoDefaultCurrentDirectoryInExePath";
+  bool isLimited_;
 };
 
 // A program that interrupts everything in its console must not end this one.
@@ -123,7 +141,10 @@ Win32Processes::Win32Processes(Win32MessageLoop& loop)
   hasPreviousInstance_ = error == ERROR_ALREADY_EXISTS || (!instanceMark_ && error == ERROR_ACCESS_DENIED);
 }
 
-base::Obtained<host::StartedProgram> Win32Processes::Start(const std::string& commandLine, host::WindowStyle style) {
+base::Obtained<host::StartedProgram> Win32Processes::Start(const std::string& commandLine, host::WindowStyle style,
+                                                           host::Where where) {
+  Starting what = FindProgram(Utf16(commandLine), where);
+  if (what.program.empty()) return Failed(commandLine, ERROR_FILE_NOT_FOUND);
   const bool hidden = style == host::WindowStyle::Hidden;
   STARTUPINFOEXW startup{};
   startup.StartupInfo.cb = sizeof startup;
@@ -134,10 +155,11 @@ base::Obtained<host::StartedProgram> Win32Processes::Start(const std::string& co
   const DWORD console = hidden ? console_.CreationFlags() : CREATE_NEW_CONSOLE;
   const DWORD flags = NORMAL_PRIORITY_CLASS | EXTENDED_STARTUPINFO_PRESENT | console;
 
-  std::wstring command = Utf16(commandLine);  // the system writes into it
+  const CommandSearch search(what.isInterpreter && where == host::Where::ProgramsOnly);
   PROCESS_INFORMATION started{};
-  if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, silent, flags, nullptr, nullptr, &startup.StartupInfo,
-                     &started) == FALSE) {
+  // The system writes into the command line.
+  if (CreateProcessW(what.program.c_str(), what.commandLine.data(), nullptr, nullptr, silent, flags, nullptr, nullptr,
+                     &startup.StartupInfo, &started) == FALSE) {
     return Failed(commandLine, GetLastError());
   }
   const Handle thread(started.hThread);

@@ -57,7 +57,8 @@ class Win32Processes : public host::Processes {
   /// Marks this process as an instance that runs, until it ends. `loop` serves the messages during waits.
   explicit Win32Processes(Win32MessageLoop& loop);
 
-  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style) override;
+  base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style,
+                                             host::Where where = host::Where::CurrentFolder) override;
   std::vector<std::string> RunningExecutables() override;
   bool HasPreviousInstance() override { return hasPreviousInstance_; }
   [[noreturn]] void EndThisProcess() override;
