@@ -38,7 +38,9 @@ std::int32_t CountRows(host::StudyDatabaseQuery* query, std::int32_t days, app::
 void CopyRecentImages(const work::Tools& tools, const app::PathTable& paths, host::ComponentFactory& components,
                       const std::string& folder, std::int32_t days) {
   std::string images;
-  if (!paths.GetPathEntryOrShow("Image", images).IsDone()) return;
+  if (!paths.GetPathEntryOrShow("Image", images).IsDone()) {
+    return tools.log.WarnOfLoss("No images collected: their folder is unknown", kCategory);
+  }
   images = base::WithoutTrailingBackslash(base::Trim(images));
   const std::string destination = folder + base::FileNameOf(images);
   static_cast<void>(work::EnsureFolder(tools.files, destination));  // where it is missing, each copy says so
