@@ -1,7 +1,10 @@
 // Backups and restores that are refused or go wrong, through the real dialogs and on real media.
 // The demonstration of ./run does the ones that go well, with every category, and compares every byte.
 
+#include <cstdlib>
+
 #include "EndToEndTest.h"
+#include "operator/Desktop.h"
 
 namespace endtoend {
 namespace {
@@ -47,6 +50,48 @@ TEST_F(Operations, AForeignMediumAndAnOlderSetAreAskedAbout) {
   EXPECT_TRUE(info.starts_with("[Info]\r\nAppVersion=3.00\r\nDate=")) << info;
   EXPECT_TRUE(info.ends_with("\r\n\r\n[VersionInfo]\r\nReportData=V1.2\r\n\r\n")) << info;
   EXPECT_TRUE(IsTemporaryFolderEmpty());
+}
+
+/// The medium of E: is out, and one lies in the drive that can be read and is not formatted. Wine has no program that
+/// formats; while this lasts, there is one (format-stand-in).
+Fault UnformattedMedium() {
+  const std::string drive = "\"$WINEPREFIX/dosdevices/e:\"", device = "\"$WINEPREFIX/dosdevices/e::\"";
+  wchar_t self[MAX_PATH] = L"", system[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  GetSystemDirectoryW(system, MAX_PATH);
+  const fs::path formatter = fs::path(system) / "format.com";
+  fs::copy_file(fs::path(self).replace_filename("format-stand-in.exe"), formatter,
+                fs::copy_options::overwrite_existing);
+  RunNative(
+      "rm -rf \"$WINEPREFIX.blank\"*; truncate -s 1440K \"$WINEPREFIX.blank.device\"; ln -sfn \"$WINEPREFIX.blank\" " +
+      drive + "; ln -sfn \"$WINEPREFIX.blank.device\" " + device);
+  EXPECT_TRUE(WaitUntil([] { return !fs::exists(kMedium); }));
+  return Fault(nullptr, [=](void*) {
+    RunNative("rm -rf \"$WINEPREFIX.blank\"* " + device + "; ln -sfn \"$WINEPREFIX.medium\" " + drive);
+    WaitUntil([] { return fs::exists(kMedium / ".windows-label"); });
+    fs::remove(formatter);
+  });
+}
+
+TEST_F(Operations, AnUnformattedMediumIsPreparedOnceTheOperatorConsents) {
+  const Fault unformatted = UnformattedMedium();
+  Operator person;
+  person.SignIn();
+  const Window destination = person.StartBackup(person.OpenBackup({.report = true}));
+  EXPECT_TRUE(destination.Text(ID_frmSelectFolder_txtCapacity).ends_with("MB / -MB"));
+  person.Accept(destination, "E:\\Set\\");
+  EXPECT_EQ(person.Answer(Answer::Refuse), AskPrepareBackupMedium);
+  EXPECT_EQ(person.Answer(), BackupStopped);
+  EXPECT_FALSE(fs::exists(kMedium));
+
+  person.Accept(person.DestinationDialog());
+  EXPECT_EQ(person.Answer(), AskPrepareBackupMedium);
+  // Wine goes on telling the label that it has found first.
+  person.ConsentUntil(BackupComplete, {AskForeignLabel, AskMakeBackupFolder});
+  person.End();
+  EXPECT_EQ(ReadBytes(kMedium / ".windows-label"), "BACKUP\n");
+  EXPECT_EQ(FilesIn(kMedium / "Set"), (std::vector<std::string>{"BackupInfo.ini", "ReportData.cab"}));
+  EXPECT_EQ(ReadBytes("Z:" + std::string(std::getenv("WINEPREFIX")) + ".blank.formatted"), "E: /V:TARSUS /Q /Y\n");
 }
 
 TEST_F(Operations, DamagedArchivesTouchNothing) {
