@@ -118,5 +118,57 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
   person.End();
 }
 
+/// What a client workstation drops: an archive with one folder, which the host's archiver has made.
+void DropClientArchive(const std::string& client, int day) {
+  const std::string name = "Maintenance_" + client + "_2611" + std::to_string(day) + "080000";
+  const fs::path made = fs::temp_directory_path() / "client";
+  fs::create_directories(made / name / "Log");
+  WriteBytes(made / name / "Log" / "Station.log", client + " on day " + std::to_string(day));
+  const std::string pack =
+      "C:\\Tarsus\\Program\\cabarc.exe -r -p n C:\\Tarsus\\Update\\" + name + ".cab .\\" + name + "\\*.*";
+  EXPECT_EQ(Program("cmd /c cd /d \"" + Utf8(made.wstring()) + "\" && " + pack).WaitForEnd(), 0U);
+  fs::remove_all(made);
+}
+
+TEST_F(Operations, DroppedClientLogsAreUnpackedPrunedAndSaved) {
+  const fs::path clientLogs = kTarsus / "ClientLog";
+  const Fault number = WithoutValue(kHostKey, L"ClientLogBackupNumber");
+  const DWORD keep = 2;
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kHostKey, L"ClientLogBackupNumber", REG_DWORD, &keep, sizeof keep);
+  for (const int day : {11, 13, 12}) DropClientArchive("XRAY1", day);
+  DropClientArchive("XRAY2", 10);
+
+  Operator person;
+  person.SignIn();
+  person.Accept(person.StartBackup(person.OpenBackup({.log = true})), "E:\\Set\\");
+  person.ConsentUntil(BackupComplete, {AskMakeBackupFolder});
+  person.End();
+
+  const std::map<std::string, std::string> expected = {
+      {"Maintenance_XRAY1_261112080000\\Log\\Station.log", "XRAY1 on day 12"},
+      {"Maintenance_XRAY1_261113080000\\Log\\Station.log", "XRAY1 on day 13"},
+      {"Maintenance_XRAY2_261110080000\\Log\\Station.log", "XRAY2 on day 10"}};
+  EXPECT_EQ(Snapshot(clientLogs), expected);
+  EXPECT_TRUE(fs::is_empty(kTarsus / "Update"));
+  const fs::path unpacked = fs::temp_directory_path() / "unpacked";
+  fs::create_directory(unpacked);
+  const std::string unpack = "C:\\Tarsus\\Program\\cabarc.exe -r -p X E:\\Set\\LogData.cab";
+  EXPECT_EQ(Program("cmd /c cd /d \"" + Utf8(unpacked.wstring()) + "\" && " + unpack).WaitForEnd(), 0U);
+  EXPECT_EQ(Snapshot(unpacked / "ClientLog"), expected);
+  for (const auto& entry : fs::directory_iterator(clientLogs)) fs::remove_all(entry.path());
+}
+
+TEST_F(Operations, TheEventLogsExportTellsNothingOfPatients) {
+  const fs::path log = kTarsus / "Log" / "Acquisition.log", system = kTarsus / "System";
+  const Fault written = Altered(log, "image of O'Neill, Anna stored\r\n");
+  EXPECT_EQ(Program("C:\\Tarsus\\System\\BackupEventLog.exe").WaitForEnd(), 0U);
+  for (const char* name : {"System.evt", "Application.evt"}) {
+    const std::string exported = ReadBytes(system / name);
+    EXPECT_FALSE(exported.empty()) << name;
+    EXPECT_EQ(exported.find("O'Neill"), std::string::npos) << name;
+    fs::remove(system / name);
+  }
+}
+
 }  // namespace
 }  // namespace endtoend
