@@ -133,16 +133,18 @@ class MediaComponent final : public Component {
  public:
   MediaComponent();
 
-  /// What GetDriveStatus answers. kNoMedium is for drives of removable media alone.
-  enum Status : std::int32_t { kError = -1, kNoDrive = 0, kNoMedium = 1, kReadOnly = 2, kReady = 3 };
+  /// What GetDriveStatus answers. kNoMedium is for drives of removable media alone. kNotWritable is a medium that must
+  /// be prepared before anything can be written to it: one that is not formatted, or write-protected.
+  enum Status : std::int32_t { kError = -1, kNoDrive = 0, kNoMedium = 1, kNotWritable = 2, kReady = 3 };
 
   /// The Status of `drive`: a letter ("E"), a drive ("E:") or a folder. A folder that does not exist yet has the
   /// status of its drive.
   std::int32_t GetDriveStatus(const std::string& drive);
 
-  /// Empties the medium in `drive` and gives it the host's volume label. Refuses every drive
-  /// that is not of removable media. kDone or kFailed. `workDrive` and the options
-  /// have no meaning to drives that need no program of their own.
+  /// Formats the medium in `drive` where it is not formatted, by the system's own program; empties it otherwise. Then
+  /// gives it the host's volume label. Refuses every drive that is not of removable media, and media that are
+  /// write-protected. kDone or kFailed. `workDrive` and the options have no meaning to drives that need no program of
+  /// their own.
   std::int32_t PrepareDrive(const std::string& drive, const std::string& workDrive, std::int32_t option1,
                             std::int32_t option2);
 

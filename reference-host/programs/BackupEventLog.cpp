@@ -1,12 +1,12 @@
 // Saves the system's event logs as System.evt and Application.evt in its own folder.
 //
-// Where the system keeps no event log, the files hold text instead: what the system says of
-// itself, and the host's own log lines. Exit code 0, 1 when a file could not be written.
+// Where the system keeps no event log, the files hold text instead: what the system says of itself. The host's own logs
+// are not taken in their place: they tell of patients, and whoever collects them filters them where that is wanted;
+// this program cannot know. Exit code 0, 1 when a file could not be written.
 
 #include <windows.h>
 
 #include <fstream>
-#include <sstream>
 #include <string>
 
 #include "common/Host.h"
@@ -49,22 +49,6 @@ std::string SystemDescription() {
          " s\r\nMemory: " + std::to_string(memory.ullTotalPhys >> 20) + " MB\r\n";
 }
 
-std::string HostLogs() {
-  const std::wstring folder = windows::Utf16(reference::ReadPathEntry("Log").value_or("")) + L"\\";
-  std::ostringstream text;
-  WIN32_FIND_DATAW entry = {};
-  const HANDLE search = FindFirstFileW((folder + L"*.log").c_str(), &entry);
-  if (search == INVALID_HANDLE_VALUE) return {};
-  do {
-    const std::wstring name = entry.cFileName;
-    const std::ifstream file((folder + name).c_str(), std::ios::binary);
-    text << "== " << windows::Utf8(name) << "\r\n" << file.rdbuf();
-    text.clear();  // an empty file is no failure
-  } while (FindNextFileW(search, &entry));
-  FindClose(search);
-  return text.str();
-}
-
 bool WriteText(const std::wstring& path, const std::string& text) {
   std::ofstream file(path.c_str(), std::ios::binary);
   file << "This system keeps no event log.\r\n" << text;
@@ -78,6 +62,6 @@ int wmain() {
   if (folder.empty()) return 1;
   const std::wstring system = folder + L"System.evt", application = folder + L"Application.evt";
   const bool first = SaveEventLog(L"System", system) || WriteText(system, SystemDescription());
-  const bool second = SaveEventLog(L"Application", application) || WriteText(application, HostLogs());
+  const bool second = SaveEventLog(L"Application", application) || WriteText(application, "");
   return first && second ? 0 : 1;
 }

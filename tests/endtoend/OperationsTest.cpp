@@ -1,7 +1,10 @@
 // Backups and restores that are refused or go wrong, through the real dialogs and on real media.
 // The demonstration of ./run does the ones that go well, with every category, and compares every byte.
 
+#include <cstdlib>
+
 #include "EndToEndTest.h"
+#include "operator/Desktop.h"
 
 namespace endtoend {
 namespace {
@@ -49,6 +52,48 @@ TEST_F(Operations, AForeignMediumAndAnOlderSetAreAskedAbout) {
   EXPECT_TRUE(IsTemporaryFolderEmpty());
 }
 
+/// The medium of E: is out, and one lies in the drive that can be read and is not formatted. Wine has no program that
+/// formats; while this lasts, there is one (format-stand-in).
+Fault UnformattedMedium() {
+  const std::string drive = "\"$WINEPREFIX/dosdevices/e:\"", device = "\"$WINEPREFIX/dosdevices/e::\"";
+  wchar_t self[MAX_PATH] = L"", system[MAX_PATH] = L"";
+  GetModuleFileNameW(nullptr, self, MAX_PATH);
+  GetSystemDirectoryW(system, MAX_PATH);
+  const fs::path formatter = fs::path(system) / "format.com";
+  fs::copy_file(fs::path(self).replace_filename("format-stand-in.exe"), formatter,
+                fs::copy_options::overwrite_existing);
+  RunNative(
+      "rm -rf \"$WINEPREFIX.blank\"*; truncate -s 1440K \"$WINEPREFIX.blank.device\"; ln -sfn \"$WINEPREFIX.blank\" " +
+      drive + "; ln -sfn \"$WINEPREFIX.blank.device\" " + device);
+  EXPECT_TRUE(WaitUntil([] { return !fs::exists(kMedium); }));
+  return Fault(nullptr, [=](void*) {
+    RunNative("rm -rf \"$WINEPREFIX.blank\"* " + device + "; ln -sfn \"$WINEPREFIX.medium\" " + drive);
+    WaitUntil([] { return fs::exists(kMedium / ".windows-label"); });
+    fs::remove(formatter);
+  });
+}
+
+TEST_F(Operations, AnUnformattedMediumIsPreparedOnceTheOperatorConsents) {
+  const Fault unformatted = UnformattedMedium();
+  Operator person;
+  person.SignIn();
+  const Window destination = person.StartBackup(person.OpenBackup({.report = true}));
+  EXPECT_TRUE(destination.Text(ID_frmSelectFolder_txtCapacity).ends_with("MB / -MB"));
+  person.Accept(destination, "E:\\Set\\");
+  EXPECT_EQ(person.Answer(Answer::Refuse), AskPrepareBackupMedium);
+  EXPECT_EQ(person.Answer(), BackupStopped);
+  EXPECT_FALSE(fs::exists(kMedium));
+
+  person.Accept(person.DestinationDialog());
+  EXPECT_EQ(person.Answer(), AskPrepareBackupMedium);
+  // Wine goes on telling the label that it has found first.
+  person.ConsentUntil(BackupComplete, {AskForeignLabel, AskMakeBackupFolder});
+  person.End();
+  EXPECT_EQ(ReadBytes(kMedium / ".windows-label"), "BACKUP\n");
+  EXPECT_EQ(FilesIn(kMedium / "Set"), (std::vector<std::string>{"BackupInfo.ini", "ReportData.cab"}));
+  EXPECT_EQ(ReadBytes("Z:" + std::string(std::getenv("WINEPREFIX")) + ".blank.formatted"), "E: /V:TARSUS /Q /Y\n");
+}
+
 TEST_F(Operations, DamagedArchivesTouchNothing) {
   const std::string set = "E:\\Set\\";
   const auto before = Snapshot(kTarsus / "Data");
@@ -71,6 +116,58 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
     EXPECT_TRUE(IsTemporaryFolderEmpty());
   }
   person.End();
+}
+
+/// What a client workstation drops: an archive with one folder, which the host's archiver has made.
+void DropClientArchive(const std::string& client, int day) {
+  const std::string name = "Maintenance_" + client + "_2611" + std::to_string(day) + "080000";
+  const fs::path made = fs::temp_directory_path() / "client";
+  fs::create_directories(made / name / "Log");
+  WriteBytes(made / name / "Log" / "Station.log", client + " on day " + std::to_string(day));
+  const std::string pack =
+      "C:\\Tarsus\\Program\\cabarc.exe -r -p n C:\\Tarsus\\Update\\" + name + ".cab .\\" + name + "\\*.*";
+  EXPECT_EQ(Program("cmd /c cd /d \"" + Utf8(made.wstring()) + "\" && " + pack).WaitForEnd(), 0U);
+  fs::remove_all(made);
+}
+
+TEST_F(Operations, DroppedClientLogsAreUnpackedPrunedAndSaved) {
+  const fs::path clientLogs = kTarsus / "ClientLog";
+  const Fault number = WithoutValue(kHostKey, L"ClientLogBackupNumber");
+  const DWORD keep = 2;
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kHostKey, L"ClientLogBackupNumber", REG_DWORD, &keep, sizeof keep);
+  for (const int day : {11, 13, 12}) DropClientArchive("XRAY1", day);
+  DropClientArchive("XRAY2", 10);
+
+  Operator person;
+  person.SignIn();
+  person.Accept(person.StartBackup(person.OpenBackup({.log = true})), "E:\\Set\\");
+  person.ConsentUntil(BackupComplete, {AskMakeBackupFolder});
+  person.End();
+
+  const std::map<std::string, std::string> expected = {
+      {"Maintenance_XRAY1_261112080000\\Log\\Station.log", "XRAY1 on day 12"},
+      {"Maintenance_XRAY1_261113080000\\Log\\Station.log", "XRAY1 on day 13"},
+      {"Maintenance_XRAY2_261110080000\\Log\\Station.log", "XRAY2 on day 10"}};
+  EXPECT_EQ(Snapshot(clientLogs), expected);
+  EXPECT_TRUE(fs::is_empty(kTarsus / "Update"));
+  const fs::path unpacked = fs::temp_directory_path() / "unpacked";
+  fs::create_directory(unpacked);
+  const std::string unpack = "C:\\Tarsus\\Program\\cabarc.exe -r -p X E:\\Set\\LogData.cab";
+  EXPECT_EQ(Program("cmd /c cd /d \"" + Utf8(unpacked.wstring()) + "\" && " + unpack).WaitForEnd(), 0U);
+  EXPECT_EQ(Snapshot(unpacked / "ClientLog"), expected);
+  for (const auto& entry : fs::directory_iterator(clientLogs)) fs::remove_all(entry.path());
+}
+
+TEST_F(Operations, TheEventLogsExportTellsNothingOfPatients) {
+  const fs::path log = kTarsus / "Log" / "Acquisition.log", system = kTarsus / "System";
+  const Fault written = Altered(log, "image of O'Neill, Anna stored\r\n");
+  EXPECT_EQ(Program("C:\\Tarsus\\System\\BackupEventLog.exe").WaitForEnd(), 0U);
+  for (const char* name : {"System.evt", "Application.evt"}) {
+    const std::string exported = ReadBytes(system / name);
+    EXPECT_FALSE(exported.empty()) << name;
+    EXPECT_EQ(exported.find("O'Neill"), std::string::npos) << name;
+    fs::remove(system / name);
+  }
 }
 
 }  // namespace

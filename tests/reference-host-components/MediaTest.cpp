@@ -3,6 +3,7 @@
 #include <map>
 
 #include "HostFixture.h"
+#include "operator/Desktop.h"
 
 namespace {
 
@@ -23,7 +24,7 @@ class Media : public HostTest {
 TEST_F(Media, ReportsDriveStates) {
   const std::map<std::int32_t, std::vector<std::string>> states = {
       {MediaComponent::kReady, {"C", "C:", "c:\\", "C:\\Host\\System\\", "C:\\not\\there", "A", "A:\\Folder"}},
-      {MediaComponent::kReadOnly, {"Z:\\proc\\sys"}},
+      {MediaComponent::kNotWritable, {"Z:\\proc\\sys"}},
       {MediaComponent::kNoDrive, {"X", "X:\\Folder"}},
       {MediaComponent::kError, {"", "1", "no drive", "\\\\nowhere\\share"}}};
   for (const auto& [status, drives] : states) {
@@ -38,6 +39,23 @@ TEST_F(Media, ReportsAMissingMedium) {
     EXPECT_EQ(Status("A"), MediaComponent::kNoMedium);
     EXPECT_EQ(Status("A:\\Folder"), MediaComponent::kNoMedium);
     EXPECT_EQ(Prepare("A"), Failed);
+  }
+  EXPECT_EQ(Status("A"), MediaComponent::kReady);
+}
+
+TEST_F(Media, TellsAMediumThatMustBePreparedFromNone) {
+  const std::string device = "\"$WINEPREFIX/dosdevices/a::\"";
+  const auto becomes = [&](std::int32_t status) {
+    return endtoend::WaitUntil([&] { return Status("A") == status; }, 10000);
+  };
+  {
+    // A device that can be read, and no file system on it. Wine has no program that could format it.
+    const Fault gone = Altered(Path("Z:" + std::string(std::getenv("WINEPREFIX")) + ".medium"));
+    endtoend::RunNative("truncate -s 1440K \"$WINEPREFIX.blank\" && ln -s \"$WINEPREFIX.blank\" " + device);
+    EXPECT_TRUE(becomes(MediaComponent::kNotWritable));
+    EXPECT_EQ(Prepare("A"), Failed);
+    endtoend::RunNative("rm " + device);
+    EXPECT_TRUE(becomes(MediaComponent::kNoMedium));
   }
   EXPECT_EQ(Status("A"), MediaComponent::kReady);
 }
