@@ -42,6 +42,10 @@ class Packing {
       : structure_(structure), method_(options.method), pool_(options.threads) {}
 
   Status Run(const std::vector<SourceFile>& files, const std::string& path) {
+    const platform::Kind kind = platform::KindOf(path);
+    if (kind == platform::Kind::Folder || kind == platform::Kind::Other) {
+      return FileError(path + ": it is there already, and no file");
+    }
     at_ = WriteRecords(structure_).size();
     Status status = cabinet_.Create(path, kArchive);
     if (!status.Failed()) status = cabinet_.Seek(at_);

@@ -26,7 +26,8 @@ class FileTree {
     bool keepPaths = false;  ///< names keep their folders, as the argument and the subfolders give them
   };
 
-  /// `excluded`: a file that wildcards never find, the cabinet itself.
+  /// `excluded`: a file that wildcards never find, the cabinet itself. Nor do they find what a killed run left
+  /// unfinished.
   FileTree(Options options, std::string_view excluded);
 
   /// Adds the files of one argument: a file, a folder (all in it), or wildcards in the last part of a path. Files of
@@ -34,14 +35,19 @@ class FileTree {
   Status Add(std::string_view argument);
 
   const std::vector<SourceFile>& Files() const { return files_; }
+  /// Folders with nothing in them that were come by. A cabinet cannot hold them.
+  const std::vector<std::string>& EmptyFolders() const { return emptyFolders_; }
 
  private:
   Status AddFolder(const std::string& folder, std::string_view pattern);
+  bool IsExcluded(const std::string& path, const platform::FileInfo& info) const;
   void AddFile(const std::string& path, const platform::FileInfo& info);
 
   const Options options_;
   const std::string excluded_;
+  const std::uint64_t excludedSize_;
   std::vector<SourceFile> files_;
+  std::vector<std::string> emptyFolders_;
 };
 
 struct PackOptions {

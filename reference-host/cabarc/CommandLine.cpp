@@ -55,6 +55,8 @@ Status ReadListFile(const std::string& path, std::vector<std::string>& lines) {
   if (!file.OpenForReading(platform::ToNative(path))) {
     return FileError(path + ": it cannot be opened: " + platform::LastError());
   }
+  const std::optional<platform::FileInfo> info = file.Info();
+  if (!info || info->kind != platform::Kind::File) return FileError(path + ": it is not a file");
   std::string text;
   char buffer[65536];
   for (;;) {

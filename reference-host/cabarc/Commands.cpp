@@ -26,6 +26,9 @@ Status Create(const CommandLine& line, std::ostream& out) {
   std::uint32_t size = 0;
   Status status = WriteCabinet(tree.Files(), platform::ToNative(line.cabinet), {line.method, line.threads}, size);
   if (status.Failed()) return status;
+  for (const std::string& folder : tree.EmptyFolders()) {
+    out << Printable(folder) << ": an empty folder, which a cabinet cannot hold\n";
+  }
   out << line.cabinet << ": " << tree.Files().size() << " files packed, " << size << " bytes\n";
   return {};
 }
@@ -117,7 +120,7 @@ int Run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
   } catch (const std::exception& exception) {
     status = FileError(std::string("not enough memory: ") + exception.what());
   }
-  if (status.Failed()) err << "cabarc: " << status.text << '\n';
+  if (status.Failed()) err << "cabarc: " << Printable(status.text) << '\n';
   return static_cast<int>(status.code);
 }
 

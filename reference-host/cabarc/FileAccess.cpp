@@ -1,17 +1,33 @@
 // Writes files that appear under their names only when they are complete.
 #include "cabarc/FileAccess.h"
 
+#include <algorithm>
+
 namespace cabarc {
+
+namespace {
+
+constexpr std::string_view kUnfinishedStart = "~cab";
+constexpr std::string_view kUnfinishedEnd = ".part";
+
+}  // namespace
+
+bool IsUnfinishedName(std::string_view name) {
+  if (!name.starts_with(kUnfinishedStart) || !name.ends_with(kUnfinishedEnd)) return false;
+  name.remove_prefix(kUnfinishedStart.size());
+  name.remove_suffix(std::min(name.size(), kUnfinishedEnd.size()));
+  return name.find_first_not_of("0123456789-") == std::string_view::npos;
+}
 
 Status NewFile::Create(const std::string& path, std::uint8_t attributes) {
   Discard();
   constexpr int kAttempts = 100;  // a killed process of the same number may have left such names
   path_ = path;
-  const std::string start =
-      path.substr(0, path.rfind(platform::kSeparator) + 1) + "~cab" + std::to_string(platform::ProcessNumber()) + "-";
+  const std::string start = path.substr(0, path.rfind(platform::kSeparator) + 1).append(kUnfinishedStart) +
+                            std::to_string(platform::ProcessNumber()) + "-";
   Status failure;
   for (int i = 0; i < kAttempts; ++i) {
-    temporary_ = start + std::to_string(number_++) + ".part";
+    temporary_ = start + std::to_string(number_++) + std::string(kUnfinishedEnd);
     if (file_.CreateNew(temporary_, attributes)) return {};
     failure = Failure();
     if (platform::KindOf(temporary_) == platform::Kind::Missing) break;

@@ -75,6 +75,9 @@ class FileSource : public Source {
   Status failure_;
 };
 
+/// Whether `name` is one under which a NewFile is written before it is complete.
+bool IsUnfinishedName(std::string_view name);
+
 /// A file that appears under its name only when it is complete: written under a temporary name in the same folder, then
 /// renamed. Destroyed before that, it leaves nothing.
 class NewFile {

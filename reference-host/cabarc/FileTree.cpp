@@ -1,7 +1,9 @@
 // Finds the files that the arguments of a packing command mean.
 #include <algorithm>
+#include <limits>
 
 #include "cabarc/CabinetWriter.h"
+#include "cabarc/FileAccess.h"
 #include "cabarc/MemberNames.h"
 
 namespace cabarc {
@@ -25,10 +27,16 @@ std::string NameOf(std::string_view path) {
   }
 }
 
+// The size of a file; one that no file has where there is none.
+std::uint64_t SizeOf(const std::string& path) {
+  const platform::FileInfo info = platform::InfoOf(path);
+  return info.kind == Kind::File ? info.size : std::numeric_limits<std::uint64_t>::max();
+}
+
 }  // namespace
 
 FileTree::FileTree(Options options, std::string_view excluded)
-    : options_(options), excluded_(platform::FoldName(NameOf(platform::ToNative(excluded)))) {}
+    : options_(options), excluded_(platform::ToNative(excluded)), excludedSize_(SizeOf(excluded_)) {}
 
 Status FileTree::Add(std::string_view argument) {
   const std::string path = platform::ToNative(argument);
@@ -50,12 +58,13 @@ Status FileTree::AddFolder(const std::string& folder, std::string_view pattern) 
   if (!platform::ListFolder(folder.empty() ? "." : folder, entries)) {
     return FileError(folder + ": it cannot be listed: " + platform::LastError());
   }
+  if (entries.empty() && options_.recurse) emptyFolders_.push_back(folder);
   std::sort(entries.begin(), entries.end(), [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
   for (const FolderEntry& entry : entries) {
     const std::string path = folder + entry.name;
     const bool matches = Matches(pattern, entry.name);
     if (entry.info.kind == Kind::File) {
-      if (matches && platform::FoldName(NameOf(path)) != excluded_) AddFile(path, entry.info);
+      if (matches && !IsUnfinishedName(entry.name) && !IsExcluded(path, entry.info)) AddFile(path, entry.info);
     } else if (entry.info.kind != Kind::Folder && (matches || options_.recurse)) {
       return FileError(path + ": it is neither a file nor a folder; links to folders are not followed");
     }
@@ -65,6 +74,11 @@ Status FileTree::AddFolder(const std::string& folder, std::string_view pattern) 
     if (Status status = AddFolder(folder + entry.name + kSeparator, pattern); status.Failed()) return status;
   }
   return {};
+}
+
+// By whatever path the cabinet was named. Only a file of its size is worth a closer look.
+bool FileTree::IsExcluded(const std::string& path, const platform::FileInfo& info) const {
+  return info.size == excludedSize_ && platform::IsSameFile(path, excluded_);
 }
 
 void FileTree::AddFile(const std::string& path, const platform::FileInfo& info) {

@@ -50,7 +50,7 @@ class File {
   File& operator=(const File&) = delete;
   ~File() { Close(); }
 
-  /// Opens an existing file for reading from its start to its end.
+  /// Opens an existing file for reading from its start to its end. Does not wait for the writer of a pipe; see Info.
   bool OpenForReading(const std::string& path);
   /// Makes a new file; fails when anything of that name exists, a link included.
   bool CreateNew(const std::string& path, std::uint8_t attributes);
@@ -75,8 +75,12 @@ class File {
 
 /// The arguments after the program's name, unchanged: wildcards are not expanded.
 std::vector<std::string> Arguments(int count, char** values);
-/// Writes text to the console, or as UTF-8 to whatever the output was redirected to.
-void Print(std::string_view text, bool asError);
+/// Writes text to the console, or as UTF-8 to whatever the output was redirected to. False when not all of it could be
+/// written.
+bool Print(std::string_view text, bool asError);
+/// From now on a file made by File::CreateNew that is still open is removed when a signal or the console ends the
+/// process. To be called once.
+void RemoveUnfinishedWhenEnded();
 
 /// `path` with "\" and "/" both turned into kSeparator.
 std::string ToNative(std::string_view path);
@@ -88,6 +92,8 @@ std::string FoldName(std::string_view name);
 
 /// What a path leads to, links followed.
 FileInfo InfoOf(const std::string& path);
+/// Whether two paths lead to one file.
+bool IsSameFile(const std::string& one, const std::string& other);
 /// What stands at a path itself: a link or reparse point is Kind::Link, wherever it leads.
 Kind KindOf(const std::string& path);
 /// The entries of a folder in no particular order, without "." and "..". A link to a file is given as that file;
@@ -95,7 +101,7 @@ Kind KindOf(const std::string& path);
 bool ListFolder(const std::string& path, std::vector<FolderEntry>& entries);
 bool CreateFolder(const std::string& path);
 bool Remove(const std::string& path);
-/// Renames a file, replacing one of the new name, even a read-only one.
+/// Renames a file, replacing one of the new name, even a read-only one; but nothing that is no file.
 bool Rename(const std::string& from, const std::string& to);
 
 /// The system's text for the last failure of this thread.

@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
+#include <csignal>
 #include <ctime>
 #include <system_error>
 
@@ -38,7 +40,10 @@ std::optional<std::time_t> FromStamp(DosStamp stamp) {
       local.tm_sec > 59) {
     return std::nullopt;
   }
-  return std::mktime(&local);
+  const std::tm asked = local;
+  const std::time_t seconds = std::mktime(&local);
+  if (local.tm_mon != asked.tm_mon || local.tm_mday != asked.tm_mday) return std::nullopt;  // 31 February
+  return seconds;
 }
 
 FileInfo ToInfo(const struct stat& status) {
@@ -59,11 +64,38 @@ int Descriptor(std::intptr_t handle) {
   return static_cast<int>(handle);
 }
 
+bool IsForWriting(std::intptr_t handle) {
+  return (::fcntl(Descriptor(handle), F_GETFL) & O_ACCMODE) == O_WRONLY;
+}
+
+// The file that is being written; there is never more than one. What a signal's handler may touch is little.
+class Unfinished {
+ public:
+  static void Set(const std::string& path) {
+    Forget();
+    if (path.size() >= sizeof path_) return;
+    path.copy(path_, path.size());
+    path_[path.size()] = '\0';
+    isSet_ = 1;
+  }
+  static void Forget() { isSet_ = 0; }
+
+  static void RemoveAndEnd(int number) {
+    if (isSet_ != 0) ::unlink(path_);
+    std::signal(number, SIG_DFL);
+    ::raise(number);
+  }
+
+ private:
+  static inline volatile std::sig_atomic_t isSet_ = 0;
+  static inline char path_[PATH_MAX];
+};
+
 }  // namespace
 
 bool File::OpenForReading(const std::string& path) {
   Close();
-  handle_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  handle_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   return IsOpen();
 }
 
@@ -71,6 +103,7 @@ bool File::CreateNew(const std::string& path, std::uint8_t attributes) {
   Close();
   const mode_t mode = (attributes & kReadOnly) ? 0444 : 0666;
   handle_ = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode);
+  if (IsOpen()) Unfinished::Set(path);
   return IsOpen();
 }
 
@@ -120,22 +153,36 @@ bool File::SetAttributes(std::uint8_t, DosStamp stamp) {
 }
 
 bool File::Close() {
+  if (IsOpen() && IsForWriting(handle_)) Unfinished::Forget();
   return !IsOpen() || ::close(Descriptor(std::exchange(handle_, -1))) == 0;
 }
 
 bool File::CloseAs(const std::string& from, const std::string& to) {
-  return Close() && Rename(from, to);
+  const bool done = ::close(Descriptor(std::exchange(handle_, -1))) == 0 && Rename(from, to);
+  Unfinished::Forget();
+  return done;
 }
 
 std::vector<std::string> Arguments(int count, char** values) {
   return count > 1 ? std::vector<std::string>(values + 1, values + count) : std::vector<std::string>();
 }
 
-void Print(std::string_view text, bool asError) {
+bool Print(std::string_view text, bool asError) {
   while (!text.empty()) {
     const ssize_t count = ::write(asError ? STDERR_FILENO : STDOUT_FILENO, text.data(), text.size());
-    if (count <= 0) return;
-    text.remove_prefix(static_cast<std::size_t>(count));
+    if (count == 0 || (count < 0 && errno != EINTR)) return false;
+    if (count > 0) text.remove_prefix(static_cast<std::size_t>(count));
+  }
+  return true;
+}
+
+void RemoveUnfinishedWhenEnded() {
+  struct sigaction action {};
+  action.sa_handler = Unfinished::RemoveAndEnd;
+  for (const int number : {SIGHUP, SIGINT, SIGTERM, SIGXFSZ}) {
+    struct sigaction before {};
+    if (::sigaction(number, nullptr, &before) == 0 && before.sa_handler != SIG_IGN)
+      ::sigaction(number, &action, nullptr);
   }
 }
 
@@ -160,6 +207,13 @@ std::string FoldName(std::string_view name) {
 FileInfo InfoOf(const std::string& path) {
   struct stat status {};
   return ::stat(path.c_str(), &status) == 0 ? ToInfo(status) : FileInfo{};
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+  struct stat first {};
+  struct stat second {};
+  return ::stat(one.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
 }
 
 Kind KindOf(const std::string& path) {
@@ -199,6 +253,10 @@ bool Remove(const std::string& path) {
 }
 
 bool Rename(const std::string& from, const std::string& to) {
+  if (KindOf(to) == Kind::Other) {
+    errno = EEXIST;
+    return false;
+  }
   return ::rename(from.c_str(), to.c_str()) == 0;
 }
 

@@ -4,6 +4,7 @@
 #include <shellapi.h>
 
 #include <algorithm>
+#include <atomic>
 
 #include "cabarc/Platform.h"
 #include "windows/adapters/Text.h"
@@ -76,6 +77,20 @@ std::intptr_t Open(const std::string& path, DWORD access, DWORD share, DWORD dis
       CreateFileW(ToSystemPath(path).c_str(), access, share, nullptr, disposition, flags, nullptr));
 }
 
+// The file that is being written; there is never more than one.
+std::atomic<std::intptr_t> unfinished = -1;
+
+// Runs in a thread of its own. Nobody else can open the file, but its own handle can have it deleted when it is closed,
+// as the end of the process does.
+BOOL WINAPI RemoveUnfinished(DWORD) {
+  FILE_DISPOSITION_INFO disposition{TRUE};
+  const HANDLE handle = Handle(unfinished);
+  if (handle != INVALID_HANDLE_VALUE) {
+    SetFileInformationByHandle(handle, FileDispositionInfo, &disposition, sizeof disposition);
+  }
+  return FALSE;  // the process ends as it would have
+}
+
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 
 }  // namespace
@@ -89,6 +104,7 @@ bool File::OpenForReading(const std::string& path) {
 bool File::CreateNew(const std::string& path, std::uint8_t) {
   Close();
   handle_ = Open(path, GENERIC_WRITE | DELETE, FILE_SHARE_READ, CREATE_NEW, FILE_ATTRIBUTE_NORMAL);
+  unfinished = handle_;
   return IsOpen();
 }
 
@@ -143,6 +159,8 @@ bool File::SetAttributes(std::uint8_t attributes, DosStamp stamp) {
 }
 
 bool File::Close() {
+  std::intptr_t mine = handle_;
+  unfinished.compare_exchange_strong(mine, -1);
   return !IsOpen() || CloseHandle(Handle(std::exchange(handle_, -1))) != 0;
 }
 
@@ -160,6 +178,7 @@ bool File::CloseAs(const std::string& from, const std::string& to) {
   std::copy(full.begin(), full.end(), rename->FileName);
   const bool renamed =
       SetFileInformationByHandle(Handle(handle_), FileRenameInfo, rename, static_cast<DWORD>(memory.size())) != 0;
+  if (renamed) unfinished = -1;
   if (!Close()) {
     if (renamed) Remove(to);  // not all of it was written
     return false;
@@ -177,16 +196,19 @@ std::vector<std::string> Arguments(int, char**) {
   return arguments;
 }
 
-void Print(std::string_view text, bool asError) {
+bool Print(std::string_view text, bool asError) {
   const HANDLE output = GetStdHandle(asError ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE);
   DWORD mode = 0;
   DWORD count = 0;
   if (GetConsoleMode(output, &mode)) {
     const std::wstring wide = windows::Utf16(text);
-    WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr);
-  } else {
-    WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr);
+    return WriteConsoleW(output, wide.data(), static_cast<DWORD>(wide.size()), &count, nullptr) != 0;
   }
+  return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr) && count == text.size();
+}
+
+void RemoveUnfinishedWhenEnded() {
+  SetConsoleCtrlHandler(RemoveUnfinished, TRUE);
 }
 
 std::string ToNative(std::string_view path) {
@@ -211,6 +233,21 @@ FileInfo InfoOf(const std::string& path) {
   File file;
   if ((data.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0 || !file.OpenForReading(path)) return ToInfo(data);
   return file.Info().value_or(FileInfo{});
+}
+
+bool IsSameFile(const std::string& one, const std::string& other) {
+  const auto identity = [](const std::string& path) -> std::optional<BY_HANDLE_FILE_INFORMATION> {
+    const std::intptr_t handle = Open(path, 0, kShareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    if (handle == -1) return std::nullopt;
+    BY_HANDLE_FILE_INFORMATION data{};
+    const bool known = GetFileInformationByHandle(Handle(handle), &data) != 0;
+    CloseHandle(Handle(handle));
+    return known ? std::optional(data) : std::nullopt;
+  };
+  const auto first = identity(one);
+  const auto second = identity(other);
+  return first && second && first->dwVolumeSerialNumber == second->dwVolumeSerialNumber &&
+         first->nFileIndexHigh == second->nFileIndexHigh && first->nFileIndexLow == second->nFileIndexLow;
 }
 
 Kind KindOf(const std::string& path) {

@@ -247,8 +247,10 @@ class Salvager {
   bool ReadBlock(const FoundBlock& block) {
     const std::size_t size = kBlockHeaderSize + rescued_.structure.blockReserve + block.header.packedSize;
     const std::uint8_t* const bytes = window_->At(block.at, size);
-    if (bytes) job_.blocks.assign(bytes, bytes + size);
-    return bytes != nullptr;
+    if (!bytes) return false;
+    job_.blocks.assign(bytes, bytes + size);
+    Mend(block, job_.blocks.data());
+    return true;
   }
 
   // To job_.Data(). Where it fails, those that refer to the block are lost with it.

@@ -3,12 +3,15 @@
 
 #include "cabarc/Commands.h"
 #include "cabarc/Platform.h"
+#include "cabarc/Status.h"
 
 int main(int argc, char** argv) {
+  cabarc::platform::RemoveUnfinishedWhenEnded();
   std::ostringstream out;
   std::ostringstream err;
   const int code = cabarc::Run(cabarc::platform::Arguments(argc, argv), out, err);
-  cabarc::platform::Print(out.str(), false);
+  const bool told = cabarc::platform::Print(out.str(), false);
+  if (!told) err << "cabarc: its output cannot be written\n";
   cabarc::platform::Print(err.str(), true);
-  return code;
+  return told || code != 0 ? code : static_cast<int>(cabarc::ExitCode::Files);
 }

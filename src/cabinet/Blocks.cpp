@@ -110,6 +110,15 @@ bool ChecksumFits(const std::uint8_t* block, const BlockHeader& header, std::siz
   return Checksum(block + 4, 4, sum) == header.checksum || Checksum(block + 4, 4 + reserve, sum) == header.checksum;
 }
 
+std::optional<BlockHeader> SoundBlockAt(Window& window, std::uint64_t at, std::size_t reserve) {
+  const std::uint8_t* bytes = window.At(at, kBlockHeaderSize + reserve);
+  if (!bytes) return std::nullopt;
+  const BlockHeader header = ReadBlockHeader(bytes);
+  if (!header.IsPossible() || header.checksum == 0) return std::nullopt;
+  bytes = window.At(at, kBlockHeaderSize + reserve + header.packedSize);
+  return bytes && ChecksumFits(bytes, header, reserve) ? std::optional(header) : std::nullopt;
+}
+
 base::Outcome WalkBlocks(Source& source, const Structure& structure, WalkObserver& observer) {
   return Walk(source, structure, observer).Run();
 }

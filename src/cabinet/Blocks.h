@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -29,6 +30,10 @@ BlockHeader ReadBlockHeader(const std::uint8_t* block);
 /// Whether a block's checksum is that of its bytes; `reserve` of them stand between its header and its packed data.
 /// Writers differ in whether those count.
 bool ChecksumFits(const std::uint8_t* block, const BlockHeader& header, std::size_t reserve);
+
+/// The header of the block that stands whole at `at`, with `reserve` bytes behind it, and has the checksum of its
+/// bytes. Nothing where there is none; a block without a checksum is none.
+std::optional<BlockHeader> SoundBlockAt(Window& window, std::uint64_t at, std::size_t reserve);
 
 /// A block whose bytes are as they were written.
 struct Block {

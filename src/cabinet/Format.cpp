@@ -25,6 +25,24 @@ constexpr std::array<std::uint32_t, 256> MakeCrcTable() {
 
 constexpr std::array<std::uint32_t, 256> kCrcTable = MakeCrcTable();
 
+/// The place in kCrcTable of the entry with each highest byte; no two have the same.
+constexpr std::array<std::uint8_t, 256> MakeReverseTable() {
+  std::array<std::uint8_t, 256> table{};
+  for (std::uint32_t byte = 0; byte < 256; ++byte) table[kCrcTable[byte] >> 24] = static_cast<std::uint8_t>(byte);
+  return table;
+}
+
+constexpr std::array<std::uint8_t, 256> kReverseTable = MakeReverseTable();
+
+/// What the difference of two CRCs becomes behind one more byte, the same for both; and what it was before it.
+std::uint32_t BehindByte(std::uint32_t difference) {
+  return difference >> 8 ^ kCrcTable[difference & 0xFF];
+}
+std::uint32_t BeforeByte(std::uint32_t difference) {
+  const std::uint8_t byte = kReverseTable[difference >> 24];
+  return (difference ^ kCrcTable[byte]) << 8 | byte;
+}
+
 }  // namespace
 
 std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed) {
@@ -49,8 +67,17 @@ std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t siz
   return ~crc;
 }
 
-std::uint32_t CrcDifferenceBehindByte(std::uint32_t difference) {
-  return difference >> 8 ^ kCrcTable[difference & 0xFF];
+std::optional<WrongBit> FindWrongBit(std::size_t size, std::uint64_t behind, std::uint32_t difference) {
+  for (; behind > 0; --behind) difference = BeforeByte(difference);
+  std::array<std::uint32_t, 8> effects{};  // on the CRC, of each bit of the byte that is looked at
+  for (unsigned bit = 0; bit < 8; ++bit) effects[bit] = BehindByte(1U << bit);
+  for (std::size_t byte = size; byte-- > 0;) {
+    for (unsigned bit = 0; bit < 8; ++bit) {
+      if (effects[bit] == difference) return WrongBit{byte, static_cast<std::uint8_t>(1U << bit)};
+      effects[bit] = BehindByte(effects[bit]);
+    }
+  }
+  return std::nullopt;
 }
 
 }  // namespace cabinet

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace cabinet {
@@ -82,7 +83,12 @@ std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t
 /// CRC-32, as archivers and networks use it, of more data behind those that gave `crc`; 0 to begin with.
 std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
 
-/// What the difference (exclusive or) of two CRCs becomes behind one more byte, the same for both.
-std::uint32_t CrcDifferenceBehindByte(std::uint32_t difference);
+/// Among `size` bytes with another `behind` of them behind, the one bit that makes their CRC differ by `difference`
+/// (exclusive or) when it is wrong. None where it takes more than one.
+struct WrongBit {
+  std::size_t byte = 0;
+  std::uint8_t mask = 0;
+};
+std::optional<WrongBit> FindWrongBit(std::size_t size, std::uint64_t behind, std::uint32_t difference);
 
 }  // namespace cabinet

@@ -32,8 +32,12 @@ base::Outcome RescueStructure(Source& source, RescuedStructure& rescued, const R
 struct FoundBlock {
   std::uint64_t at = 0;      ///< offset of its header in the cabinet
   std::uint64_t offset = 0;  ///< of its data in the folder's unpacked stream
-  BlockHeader header;
+  BlockHeader header;        ///< with its sizes put right where they were damaged
+  WrongBit wrong;            ///< to be put right among its bytes; the mask is 0 where there is none
 };
+
+/// Puts right in a block's bytes what was found to be wrong.
+void Mend(const FoundBlock& found, std::uint8_t* block);
 
 struct RescuedFolder {
   Method method = Method::None;    ///< as the blocks themselves show it, where the record is damaged
@@ -44,6 +48,7 @@ struct RescuedFolder {
 /// Finds the sound blocks of every folder: where the folder records say, or else where the data before end, and behind
 /// a damaged block wherever the next ones are found. What is found behind one counts only when its place in the stream
 /// is certain. Without a checksum a block is taken for sound only where its header leads to another one.
+/// One wrong bit in a folder of a guarded cabinet is found by its CRC and costs nothing.
 /// May shorten the last member of a folder whose record claims more than the folder ever held.
 std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued);
 

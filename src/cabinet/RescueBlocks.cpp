@@ -42,14 +42,25 @@ class FolderRescue {
     return bytes ? std::optional(ReadBlockHeader(bytes)) : std::nullopt;
   }
 
-  /// Whether a block stands there whole, as it was written.
+  /// Whether a block stands there whole, as it was written. One without a checksum need only look like one.
   bool IsSound(std::uint64_t at) {
+    if (SoundBlockAt(window_, at, structure_.blockReserve)) return true;
     const std::optional<BlockHeader> header = HeaderAt(at);
-    if (!header || !header->IsPossible()) return false;
+    if (structure_.guarded || !header || header->checksum != 0 || !header->IsPossible()) return false;
     const std::uint8_t* const bytes = window_.At(at, HeaderSize() + header->packedSize);
-    if (!bytes) return false;
-    if (header->checksum != 0) return ChecksumFits(bytes, *header, structure_.blockReserve);
-    return !structure_.guarded && LooksPacked(bytes, *header);
+    return bytes && LooksPacked(bytes, *header);
+  }
+
+  /// Whether the block at at_ is sound but for the sizes in its header, and these are the right ones.
+  bool FitsWithSizes(std::uint64_t packed, std::uint64_t unpacked) {
+    if (packed > kMaxAcceptedBlock || unpacked > kBlockSize) return false;
+    const std::size_t size = HeaderSize() + static_cast<std::size_t>(packed);
+    const std::uint8_t* const bytes = window_.At(at_, size);
+    if (!bytes || Get32(bytes) == 0) return false;
+    std::vector<std::uint8_t> block(bytes, bytes + size);
+    Put16(&block[4], static_cast<std::uint32_t>(packed));
+    Put16(&block[6], static_cast<std::uint32_t>(unpacked));
+    return ChecksumFits(block.data(), ReadBlockHeader(block.data()), structure_.blockReserve);
   }
 
   bool HasZipMark(const std::uint8_t* block, const BlockHeader& header) const {
@@ -83,26 +94,37 @@ class FolderRescue {
     out_->method = static_cast<Method>(record.method & kMethodMask);
     at_ = Start(record);
     out_->method = MethodOf(record);
+    if (out_->method != static_cast<Method>(record.method & kMethodMask)) Note("the method of a folder is damaged");
     offset_ = 0;
     count_ = 0;
     unsure_.reset();
     while (offset_ < extent_) {
       if (IsSound(at_)) {
-        TakeBlock();
+        TakeBlock(*HeaderAt(at_));
       } else if (!ClaimsTooMuch(record) && !PassDamagedBlock()) {
         Lose(offset_, extent_, WhyNoMore());
         break;
       }
     }
     if (unsure_ && offset_ != extent_) LoseBehind(*unsure_);
+    if (structure_.guarded && rescued_.trusted && out_->damages.size() == 1 && count_ == record.blocks) MendBit(record);
     before_ = std::max(before_, at_);
+    if (IsBorder(at_) && out_->damages.empty() && count_ != record.blocks) {
+      Note("the number of a folder's blocks is damaged");
+    }
   }
 
-  void TakeBlock() {
-    const BlockHeader header = *HeaderAt(at_);
-    out_->blocks.push_back({at_, offset_, header});
+  void TakeBlock(const BlockHeader& header) {
+    out_->blocks.push_back({at_, offset_, header, {}});
     Pass(header.packedSize, header.unpackedSize);
   }
+
+  void TakeMended(std::uint64_t packed) {
+    Note("the sizes of a block are damaged, and were put right");
+    TakeBlock({HeaderAt(at_)->checksum, static_cast<std::size_t>(packed), FullBlock()});
+  }
+
+  void Note(const char* words) { rescued_.flaws.emplace_back(words); }
 
   void Pass(std::size_t packed, std::size_t unpacked) {
     at_ += HeaderSize() + packed;
@@ -138,6 +160,10 @@ class FolderRescue {
     if (!header || header->packedSize > kMaxAcceptedBlock) return false;
     const std::uint64_t next = at_ + HeaderSize() + header->packedSize;
     if (!IsBorder(next) && !IsSound(next)) return false;
+    if (FitsWithSizes(header->packedSize, FullBlock())) {
+      TakeMended(header->packedSize);
+      return true;
+    }
     const bool possible = header->unpackedSize > 0 && header->unpackedSize <= kBlockSize;
     LoseBlock(header->packedSize, possible ? header->unpackedSize : FullBlock());
     return true;
@@ -156,6 +182,7 @@ class FolderRescue {
 
   void LoseBlock(std::size_t packed, std::size_t unpacked) {
     if (!unsure_) unsure_ = offset_ + 1;
+    lost_ = {at_, offset_, {0, packed, unpacked}, {}};
     Lose(offset_, offset_ + unpacked, "a block is damaged");
     Pass(packed, unpacked);
   }
@@ -174,6 +201,10 @@ class FolderRescue {
       if (!header.IsPossible() || !HasZipMark(bytes, header) || !IsSound(at)) continue;
       const std::optional<std::uint64_t> length = RunLength(at);
       if (!length || *length + offset_ >= extent_ || (extent_ - *length - offset_) % kBlockSize != 0) continue;
+      if (FitsWithSizes(at - at_ - HeaderSize(), extent_ - *length - offset_)) {
+        TakeMended(at - at_ - HeaderSize());
+        return true;
+      }
       Lose(offset_, extent_ - *length, "blocks are damaged");
       at_ = at;
       offset_ = extent_ - *length;
@@ -207,6 +238,38 @@ class FolderRescue {
     out_->damages.push_back({"its data are damaged: " + words, folder_, from, to});
   }
 
+  /// The only block that is damaged, with one bit of it put right, where then its checksum fits and the folder's CRC.
+  void MendBit(const Folder& record) {
+    const std::uint64_t start = out_->blocks.empty() ? lost_.at : std::min(lost_.at, out_->blocks.front().at);
+    const std::size_t size = HeaderSize() + lost_.header.packedSize;
+    const std::optional<std::uint32_t> crc = CrcOf(start, at_);
+    if (!crc) return;
+    const std::optional<WrongBit> wrong = FindWrongBit(size, at_ - lost_.at - size, *crc ^ record.crc);
+    const std::uint8_t* const bytes = wrong ? window_.At(lost_.at, size) : nullptr;
+    if (!bytes) return;
+    std::vector<std::uint8_t> block(bytes, bytes + size);
+    lost_.wrong = *wrong;
+    Mend(lost_, block.data());
+    lost_.header = ReadBlockHeader(block.data());
+    if (!ChecksumFits(block.data(), lost_.header, structure_.blockReserve)) return;
+    Note("one bit of its data was wrong, and was put right");
+    out_->damages.clear();
+    const auto behind = [](const FoundBlock& one, const FoundBlock& other) { return one.at < other.at; };
+    out_->blocks.insert(std::upper_bound(out_->blocks.begin(), out_->blocks.end(), lost_, behind), lost_);
+  }
+
+  std::optional<std::uint32_t> CrcOf(std::uint64_t from, std::uint64_t to) {
+    std::uint32_t crc = 0;
+    while (from < to) {
+      const std::size_t size = static_cast<std::size_t>(std::min<std::uint64_t>(Window::kReach, to - from));
+      const std::uint8_t* const bytes = window_.At(from, size);
+      if (!bytes) return std::nullopt;
+      crc = Crc32(crc, bytes, size);
+      from += size;
+    }
+    return crc;
+  }
+
   /// The sizes that damaged headers claimed do not add up to what the members need, so nobody knows where in the stream
   /// the blocks behind them belong.
   void LoseBehind(std::uint64_t offset) {
@@ -226,10 +289,17 @@ class FolderRescue {
   std::uint64_t offset_ = 0;  // of its data in the folder's stream
   unsigned count_ = 0;        // blocks passed
   int runs_ = 0;
+  FoundBlock lost_;                      // the block that was lost last, by its sizes
   std::optional<std::uint64_t> unsure_;  // behind the first block whose unpacked size is not certain
 };
 
 }  // namespace
+
+void Mend(const FoundBlock& found, std::uint8_t* block) {
+  Put16(block + 4, static_cast<std::uint32_t>(found.header.packedSize));
+  Put16(block + 6, static_cast<std::uint32_t>(found.header.unpackedSize));
+  block[found.wrong.byte] = static_cast<std::uint8_t>(block[found.wrong.byte] ^ found.wrong.mask);
+}
 
 std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued) {
   return FolderRescue(source, rescued).Run();

@@ -1,6 +1,5 @@
 // Reads the records of a damaged cabinet: mends what is certain, and tells the rest from its neighbours.
 #include <algorithm>
-#include <array>
 #include <bit>
 #include <cstring>
 #include <limits>
@@ -97,30 +96,25 @@ class RecordMender {
       Put32(&records_.bytes[kCrcAt], Get32(&records_.bytes[kCrcAt]) ^ *difference);
       return true;
     }
-    std::array<std::uint32_t, 8> effects{};  // on the CRC, of each bit of the byte that is looked at
-    for (unsigned bit = 0; bit < 8; ++bit) effects[bit] = CrcDifferenceBehindByte(1U << bit);
-    for (std::size_t i = end; i-- > 0;) {
-      for (unsigned bit = 0; bit < 8; ++bit) {
-        if (effects[bit] == *difference && (i < kCrcAt || i >= kCrcAt + 4)) return Flip(i, bit);
-        effects[bit] = CrcDifferenceBehindByte(effects[bit]);
-      }
-    }
-    return false;
+    const std::optional<WrongBit> wrong = FindWrongBit(end, 0, *difference);
+    if (!wrong || (wrong->byte >= kCrcAt && wrong->byte < kCrcAt + 4)) return false;  // those count as 0
+    Flip(*wrong);
+    return true;
   }
 
   /// For records whose own end is what is damaged.
   bool MendEnd(std::uint32_t end, unsigned bit) {
     if (end > records_.Size() || !records_.Have(end)) return false;
-    Flip(kFoldersAtInGuarded + bit / 8, bit % 8);
+    const WrongBit wrong{kFoldersAtInGuarded + bit / 8, static_cast<std::uint8_t>(1U << bit % 8)};
+    Flip(wrong);
     const std::optional<std::uint32_t> difference = Difference(end);
     if (difference && *difference == 0) return true;
-    Flip(kFoldersAtInGuarded + bit / 8, bit % 8);
+    Flip(wrong);
     return false;
   }
 
-  bool Flip(std::size_t byte, unsigned bit) {
-    records_.bytes[byte] = static_cast<std::uint8_t>(records_.bytes[byte] ^ 1U << bit);
-    return true;
+  void Flip(const WrongBit& bit) {
+    records_.bytes[bit.byte] = static_cast<std::uint8_t>(records_.bytes[bit.byte] ^ bit.mask);
   }
 
   Beginning& records_;
@@ -234,15 +228,9 @@ class TolerantReader {
       structure_.folders.push_back({Get32(At(at)), Get16(At(at + 4)), Get16(At(at + 6))});
       if (layout_.guarded) structure_.folders.back().crc = Get32(At(at + kFolderRecordSize));
       const std::uint32_t dataAt = structure_.folders.back().dataAt;
-      if (dataAt > filesAt_ && dataAt <= records_.Size() && IsBlockPossible(dataAt)) {
-        dataAt_ = std::min<std::uint64_t>(dataAt_, dataAt);
-      }
+      if (dataAt > filesAt_ && dataAt < dataAt_ && SoundBlockAt(window_, dataAt, layout_.blockReserve))
+        dataAt_ = dataAt;
     }
-  }
-
-  bool IsBlockPossible(std::uint64_t at) {
-    std::uint8_t header[kBlockHeaderSize];
-    return records_.ReadAt(at, header, sizeof header) == sizeof header && ReadBlockHeader(header).IsPossible();
   }
 
   /// Length of the name of the record at `at`, its NUL not counted; nothing where none ends in time.
@@ -265,11 +253,11 @@ class TolerantReader {
            record[15] == 0;
   }
 
-  /// Whether the record at `next` begins where the member of the one at `at` ends, or a folder.
+  /// Whether the record at `next` begins where the member of the one at `at` ends, in whatever folder, or begins one.
   bool Follows(std::size_t next, std::size_t at) {
-    if (!IsPlausible(next, folderCount_)) return false;
+    if (!IsPlausible(next, kAnyFolder)) return false;
     const std::uint64_t end = std::uint64_t{Get32(At(at))} + Get32(At(at + 4));
-    return Get32(At(next + 4)) == end || Get32(At(next + 4)) == 0;
+    return Get32(At(next + 4)) == end || (Get32(At(next + 4)) == 0 && IsPlausible(next, folderCount_));
   }
 
   void ReadMembers() {
@@ -296,7 +284,7 @@ class TolerantReader {
     const std::size_t next = at + kFileRecordSize + length.value_or(0) + 1;
     const bool last = structure_.members.size() + 1 == memberCount_;
     const bool ends = length && (next == dataAt_ || (last && dataAt_ == kUnknown));
-    if (ends || (length && IsPlausible(next, folderCount_))) {
+    if (ends || (length && (IsPlausible(next, folderCount_) || Follows(next, at)))) {
       Add(at, *length, next);
       return true;
     }
@@ -341,9 +329,11 @@ class TolerantReader {
     return false;
   }
 
+  static constexpr std::size_t kAnyFolder = 0x10000;
   static constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
 
   Beginning& records_;
+  Window window_{records_};
   const ReadingRules& rules_;
   RescuedStructure& rescued_;
   Structure& structure_;
@@ -434,22 +424,40 @@ class MemberFitter {
   std::vector<Member>& members_;
 };
 
+/// Whether members and data follow each other without gaps, as all known writers have it.
+bool IsTight(const Structure& structure) {
+  const auto first = std::find_if(structure.folders.begin(), structure.folders.end(),
+                                  [](const Folder& folder) { return folder.blocks > 0; });
+  if (first != structure.folders.end() && first->dataAt != structure.recordsEnd) return false;
+  std::vector<std::uint64_t> ends(structure.folders.size());
+  for (const Member& member : structure.members) {
+    if (member.at != ends[member.folder]) return false;
+    ends[member.folder] += member.size;
+  }
+  return true;
+}
+
 }  // namespace
 
 base::Outcome RescueStructure(Source& source, RescuedStructure& rescued, const ReadingRules& rules) {
   rescued = {};
   Outcome read = ReadStructure(source, rescued.structure, rules);
-  if (read.IsDone()) return read;
+  if (read.IsDone() && (rescued.structure.guarded || IsTight(rescued.structure))) return read;
+  const Structure loose = std::move(rescued.structure);  // of another archiver, where the read was done
   Beginning records(source);
   if (RecordMender(records).Mend()) {
     rescued.flaws.emplace_back("one bit of its list of files was wrong, and was put right");
     if (ReadStructure(records, rescued.structure, rules).IsDone()) return Result::Done;
   }
   rescued.structure = {};
-  if (Outcome tolerated = TolerantReader(records, rules, rescued).Read(); !tolerated.IsDone()) return tolerated;
-  if (!rescued.trusted) MemberFitter(rescued).Fit();
+  const Outcome tolerated = TolerantReader(records, rules, rescued).Read();
+  if (tolerated.IsDone() && !rescued.trusted) MemberFitter(rescued).Fit();
+  if (read.IsDone() && (!tolerated.IsDone() || rescued.flaws.empty())) {
+    rescued = {loose, true, {}};
+    return read;
+  }
   if (rescued.flaws.empty()) rescued.flaws.push_back(read.cause);
-  return Result::Done;
+  return tolerated;
 }
 
 }  // namespace cabinet

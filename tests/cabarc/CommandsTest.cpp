@@ -1,4 +1,6 @@
 // The command line as the backup program and people use it.
+#include <sys/stat.h>
+
 #include "RawCabinet.h"
 #include "Workspace.h"
 
@@ -104,6 +106,69 @@ TEST_F(Commands, NothingIsWrittenThroughLinks) {
   Succeeds("-p -o x file.cab out");
   EXPECT_EQ(".x", Read("out")["f"]);
   EXPECT_EQ("kept", ReadFile("kept"));
+}
+
+TEST_F(Commands, AnEmptyFolderAndACabinetOfNoFilesAreTold) {
+  Write("a", "x");
+  fs::create_directories("tree/empty");
+  const RunResult packed = Cabarc("-r -p n c.cab *.*");
+  EXPECT_EQ(ExitCode::Ok, packed.code);
+  EXPECT_NE(std::string::npos, packed.out.find("tree/empty/: an empty folder")) << packed.out;
+  RawCabinet raw;
+  raw.blocks = {{"x", 1}};
+  Write("none.cab", raw.Build());
+  Fails(ExitCode::Broken, "x none.cab out\\");
+  EXPECT_FALSE(fs::exists("out"));
+}
+
+TEST_F(Commands, WhatIsShownHasNoControlCharacters) {
+  RawCabinet raw = PlainCabinet("a\x1B[2J", "x");
+  raw.members = {{"a\x1B[2J", 1}, {"\xE9", 1, 1, 0, cabinet::kNameIsUtf8}, {"c", 1, 2}};
+  raw.blocks = {{"123", 3}};
+  Write("c.cab", raw.Build());
+  const RunResult listed = Cabarc("l c.cab");  // the malformed name hides none behind it
+  EXPECT_EQ(ExitCode::Broken, listed.code);
+  EXPECT_NE(std::string::npos, listed.out.find(" a\u241B[2J\n")) << listed.out;
+  EXPECT_NE(std::string::npos, listed.out.find(" c\n3 files, 3 bytes\n")) << listed.out;
+  EXPECT_NE(std::string::npos, listed.err.find("\u00E9: its name is not the UTF-8")) << listed.err;
+  Succeeds("x c.cab c out/");
+  EXPECT_EQ((Tree{{"c", ".3"}}), Read("out"));
+  EXPECT_EQ(std::string::npos, Cabarc("x c.cab out2/").err.find('\x1B'));
+}
+
+TEST_F(Commands, WhatIsInTheWayIsFoundBeforeAnythingIsWritten) {
+  RawCabinet raw = PlainCabinet("first", "12");
+  raw.members = {{"first", 1}, {"s\\second", 1, 1}};
+  Write("c.cab", raw.Build());
+  Write("out/s", "a file where a folder must come");
+  Fails(ExitCode::Files, "-p X c.cab out/");
+  EXPECT_EQ(1u, Read("out").size());
+  raw.members[1].name = "first\\second";
+  Write("c.cab", raw.Build());
+  Fails(ExitCode::UnsafeName, "-p X c.cab out2/");
+  EXPECT_FALSE(fs::exists("out2"));
+
+  raw.members = {{"first", 1}, {"other", 1, 0, 1}};
+  raw.blocks = {{"1", 1}, {"2", 1}};
+  raw.firstFolder = 1;
+  std::string bytes = raw.Build();
+  Write("c.cab", bytes.replace(36 + 8 + 6, 2, Number(0x1503, 2)));
+  Fails(ExitCode::Broken, "X c.cab out2/");
+  EXPECT_FALSE(fs::exists("out2"));
+  Succeeds("X c.cab first out2/");
+}
+
+TEST_F(Commands, WhatIsNoFileIsNeitherReadNorReplaced) {
+  Write("a", "x");
+  ASSERT_EQ(0, mkfifo("pipe", 0600));
+  for (const char* line :
+       {"l pipe", "x pipe", "--salvage x pipe", "n c.cab @pipe", "n c.cab pipe", "n pipe a", "n . a"}) {
+    Fails(ExitCode::Files, line);
+  }
+  EXPECT_TRUE(fs::is_fifo("pipe"));
+  Write("c.cab", PlainCabinet("pipe", "x").Build());
+  Fails(ExitCode::Files, "X c.cab .\\");
+  EXPECT_TRUE(fs::is_fifo("pipe"));
 }
 
 TEST_F(Commands, ExitCodesAndMessages) {

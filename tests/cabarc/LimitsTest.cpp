@@ -1,5 +1,7 @@
 // What a cabinet cannot hold is refused before it is begun; what fails later leaves nothing.
 #include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <csignal>
 
@@ -112,6 +114,44 @@ TEST_F(Limits, AFailedPackingKeepsTheCabinetThatWasThere) {
   Fails(ExitCode::Files, "n no/folder.cab a");
   Succeeds("n old.cab *.*");  // it does not pack itself
   EXPECT_EQ((Tree{{"a", ".x"}}), Extracted("old.cab"));
+}
+
+// Nor what it was before, by whatever path it is named, nor what a killed run left.
+TEST_F(Limits, WildcardsFindNeitherTheCabinetNorLeftovers) {
+  Write("a", "x");
+  Write("~cab123-0.part", "unfinished");
+  Write("~cabin.part", "a name like another");
+  const Tree expected = {{"a", ".x"}, {"~cabin.part", ".a name like another"}};
+  fs::create_directory("sub");
+  for (const std::string& name :
+       {std::string("c.cab"), std::string("sub/../c.cab"), fs::absolute("c.cab").string(), std::string("link.cab")}) {
+    Succeeds("n " + name + " *.*");
+    EXPECT_EQ(expected, Extracted(name)) << name;
+    if (!fs::exists("link.cab")) fs::create_symlink("c.cab", "link.cab");
+  }
+}
+
+// A child is packing a file without end while it is told to end.
+TEST_F(Limits, ASignalRemovesWhatIsUnfinished) {
+  Write("large", "");
+  fs::resize_file("large", kMaxFolderSize);
+  const pid_t child = fork();
+  if (child == 0) {
+    platform::RemoveUnfinishedWhenEnded();
+    Cabarc("-m NONE n c.cab large");
+    _exit(0);
+  }
+  const auto unfinished = [] {
+    return std::any_of(fs::directory_iterator("."), fs::directory_iterator(),
+                       [](const fs::directory_entry& entry) { return entry.path().extension() == ".part"; });
+  };
+  while (!unfinished()) ASSERT_EQ(0, waitpid(child, nullptr, WNOHANG));
+  kill(child, SIGTERM);
+  int status = 0;
+  waitpid(child, &status, 0);
+  EXPECT_TRUE(WIFSIGNALED(status) && WTERMSIG(status) == SIGTERM);
+  EXPECT_FALSE(unfinished());
+  EXPECT_FALSE(fs::exists("c.cab"));
 }
 
 TEST_F(Limits, AFullDiskLeavesNoCabinetAndNoUnfinishedFile) {

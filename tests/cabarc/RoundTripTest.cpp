@@ -1,6 +1,7 @@
 // What was packed comes out again, here and from other archivers.
 #include <ctime>
 
+#include "RawCabinet.h"
 #include "Workspace.h"
 
 namespace {
@@ -87,6 +88,14 @@ TEST_F(RoundTrip, KeepsTheTimeInStepsOfTwoSeconds) {
   const std::string list = Cabarc("l t.cab").out;
   EXPECT_NE(std::string::npos, list.find("2024-07-31 23:59:58")) << list;
   EXPECT_NE(std::string::npos, list.find("1980-01-01 00:00:00")) << list;
+}
+
+// 31 February is no date: such a file keeps the time at which it was written.
+TEST_F(RoundTrip, ADateThatThereIsNotIsLeftOut) {
+  std::string bytes = PlainCabinet("a", "x").Build();
+  Write("c.cab", bytes.replace(44 + 10, 2, Number((44 << 9) | (2 << 5) | 31, 2)));
+  Extracted("c.cab");
+  EXPECT_LT(fs::file_time_type::clock::now() - fs::last_write_time("out/a"), std::chrono::hours(1));
 }
 
 }  // namespace
