@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <string>
 
 #include "base/Outcome.h"
@@ -11,6 +12,14 @@ namespace host {
 
 /// What came of the shell's format dialog; the values are the shell's own.
 enum class FormatAnswer : std::int32_t { Done = 0, Failed = -1, Cancelled = -2, NotPossible = -3 };
+
+/// A time in which the workstation must go on: it does not fall asleep by itself, and before Windows signs the user out
+/// or shuts down it asks, with the reason that was given. Ends with the object; of several at once the first one
+/// counts. A person can still force the end.
+class BusyTime {
+ public:
+  virtual ~BusyTime() = default;
+};
 
 /// What the shell shows is owned by the dialog in front, also while the operator is in another program.
 class Shell {
@@ -35,6 +44,10 @@ class Shell {
 
   /// Shows the shell's format dialog. `drive` counts from 0 for A:.
   virtual FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) = 0;
+
+  /// Begins a time in which the workstation must go on, while a dialog of the program is shown. `reason` is one short
+  /// sentence for the operator. Never null; where the system grants nothing of this, the object does nothing.
+  virtual std::unique_ptr<BusyTime> BeginBusy(const std::string& reason) = 0;
 };
 
 class MessageLoop {

@@ -94,7 +94,8 @@ class FileSystem {
 
   /// Deletes one file, read-only or not.
   virtual base::Outcome RemoveFile(const std::string& path) = 0;
-  /// Deletes a folder with all that is in it, read-only or not.
+  /// Deletes a folder with all that is in it, read-only or not. Of a link, the folder itself or one in it, nothing but
+  /// the link goes; what stands behind it stays.
   virtual base::Outcome RemoveFolder(const std::string& path) = 0;
   /// Moves or renames a file; an existing target is an error.
   virtual base::Outcome MoveTo(const std::string& source, const std::string& target) = 0;
@@ -110,7 +111,8 @@ class FileSystem {
   /// Creates one folder; its parent must exist and it must not.
   virtual base::Outcome MakeFolder(const std::string& path) = 0;
   /// The same, for data that others must not read: with what comes into it later, the folder is open to the
-  /// signed-in Windows user, the administrators and the system alone, where the file system knows rights.
+  /// signed-in Windows user, the administrators and the system alone, where the file system knows rights. A folder, a
+  /// file or a link that has the name already may be somebody else's: that is a failure.
   virtual base::Outcome MakePrivateFolder(const std::string& path) = 0;
 
   /// The process's current folder, without a trailing "\" unless it is a root.

@@ -58,7 +58,7 @@ class Processes {
   /// File names of the executables that run now, this one's included. Empty on failure.
   virtual std::vector<std::string> RunningExecutables() = 0;
 
-  /// Whether another instance of this program was running when this one started.
+  /// Whether another instance of this program was running on this machine, in whatever session, when this one started.
   virtual bool HasPreviousInstance() = 0;
 
   /// Ends this process at once.

@@ -112,6 +112,8 @@ TEST_F(FileSystemContract, AFileIsNoFolderAndAFolderNoFile) {
   EXPECT_TRUE(Fails(Files().RemoveFolder(At("file")), At("file")));
   EXPECT_TRUE(Fails(Files().MakeFolder(At("file")), At("file")));
   EXPECT_TRUE(Fails(Files().MakeFolder(At("folder")), At("folder")));
+  for (const char* taken : {"file", "folder", "FOLDER\\"})
+    EXPECT_TRUE(Fails(Files().MakePrivateFolder(At(taken)), At(taken)));
   EXPECT_TRUE(Fails(Files().MoveTo(At("folder"), At("moved")), At("folder")));
   EXPECT_TRUE(Fails(Files().CreateText(At("folder")).Why(), At("folder")));
   EXPECT_EQ(Names(At("")), (Texts{"file", "folder"}));

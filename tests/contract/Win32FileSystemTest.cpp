@@ -4,10 +4,12 @@
 #include <aclapi.h>
 #include <sddl.h>
 
+#include <algorithm>
 #include <regex>
 
 #include "contract/FileSystemContract.h"
 #include "windows/adapters/ApiPath.h"
+#include "windows/adapters/Text.h"
 
 namespace contract {
 namespace {
@@ -89,6 +91,77 @@ TEST_F(Win32FileSystemTest, CausesCarryTheNumberOfTheCallThatFailed) {
   };
   for (const auto& [step, number] : cases)
     EXPECT_TRUE(step.cause.ends_with(" (" + std::to_string(number) + ")")) << step.cause << ", not " << number;
+}
+
+/// A link in a folder to another one beside it, for the time of its life.
+class FolderLink {
+ public:
+  FolderLink(const std::string& folder, const std::string& name, std::string target)
+      : path_(windows::ApiPath(folder + name)), name_(name), folder_(UnixPath(windows::ApiPath(folder))) {
+    constexpr DWORD kUnprivileged = 2;
+    if (folder_.empty()) {
+      CreateSymbolicLinkW(path_.c_str(), windows::Utf16(target).c_str(), SYMBOLIC_LINK_FLAG_DIRECTORY | kUnprivileged);
+    } else {
+      std::ranges::replace(target, '\\', '/');
+      RunUnix("/bin/ln -s \"" + target + "\" \"" + folder_ + name_ + "\"", true);
+    }
+  }
+  ~FolderLink() {
+    if (folder_.empty()) {
+      RemoveDirectoryW(path_.c_str());
+    } else {
+      RunUnix("/bin/rm -f \"" + folder_ + name_ + "\"", false);
+    }
+  }
+  FolderLink(const FolderLink&) = delete;
+  FolderLink& operator=(const FolderLink&) = delete;
+
+  bool Exists() const { return GetFileAttributesW(path_.c_str()) != INVALID_FILE_ATTRIBUTES; }
+
+ private:
+  /// Wine makes no links, but shows those of the system below it. Empty on Windows.
+  static std::string UnixPath(const std::wstring& folder) {
+    using Translate = char*(CDECL*)(const wchar_t*);
+    auto* address = reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32"), "wine_get_unix_file_name"));
+    return address == nullptr ? std::string() : reinterpret_cast<Translate>(address)(folder.c_str()) + std::string("/");
+  }
+  /// Such a program cannot be waited for; what it does can.
+  void RunUnix(const std::string& command, bool makes) const {
+    const std::wstring program = LR"(\\?\unix)" + windows::Utf16(command.substr(0, command.find(' ')));
+    std::wstring line = windows::Utf16(command);
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION started{};
+    CreateProcessW(program.c_str(), line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &started);
+    const windows::Handle process(started.hProcess);
+    const windows::Handle thread(started.hThread);
+    for (int wait = 0; wait < 500 && Exists() != makes; ++wait) Sleep(10);
+  }
+
+  std::wstring path_;
+  std::string name_;
+  std::string folder_;
+};
+
+TEST_F(Win32FileSystemTest, LinksAreToldAndNeverFollowedByDeleting) {
+  ASSERT_EQ(Files().MakeFolder(At("elsewhere")), Done);
+  ASSERT_EQ(Files().MakeFolder(At("elsewhere\\below")), Done);
+  Put(At("elsewhere\\below\\patient"), "data");
+  ASSERT_EQ(Files().MakeFolder(At("work")), Done);
+  Put(At("work\\own"), "x");
+  {
+    const FolderLink inside(At("work\\"), "inside", "..\\elsewhere");
+    const FolderLink itself(At(""), "itself", "elsewhere");
+    ASSERT_TRUE(inside.Exists() && itself.Exists());
+    EXPECT_EQ(Names(At("itself")), Texts{"below"});
+    EXPECT_TRUE(EntryOf("itself").isLink);
+    EXPECT_TRUE(Fails(Files().MakePrivateFolder(At("itself")), At("itself")));
+    // Whether the link itself goes is the system's to say; Wine keeps it.
+    static_cast<void>(Files().RemoveFolder(At("itself")));
+    static_cast<void>(Files().RemoveFolder(At("work")));
+    EXPECT_EQ(Contents(At("elsewhere\\below\\patient")), "data");
+    EXPECT_FALSE(Files().FileExists(At("work\\own")));
+  }
 }
 
 /// Whether the access list of `path` names everybody, as that of an ordinary folder does here.

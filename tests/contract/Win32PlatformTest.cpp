@@ -38,7 +38,7 @@ TEST(Win32Clock, FormatsTheGivenTime) {
 // A batch file stands for a document here: it leaves a trace of having been opened.
 TEST(Win32Shell, KnowsTheDesktopAndOpensWhatStandsBesideTheProgram) {
   windows::Win32FileSystem files;
-  const windows::Win32MessageLoop loop;
+  windows::Win32MessageLoop loop;
   windows::Win32Shell shell(loop);
   EXPECT_TRUE(files.FolderExists(shell.DesktopFolder()));
   EXPECT_FALSE(shell.OpenDocument("missing.html"));

@@ -149,6 +149,16 @@ TEST_F(Win32ProcessesTest, HiddenProgramsShareOneConsoleThatEachFindsAsNew) {
   EXPECT_EQ(Run("contract_child companions"), 2U);
 }
 
+TEST_F(Win32ProcessesTest, AnInstanceIsSeenInEverySessionAndGoesWithItsProcess) {
+  EXPECT_FALSE(processes_.HasPreviousInstance());
+  {
+    windows::Win32Processes next{loop_};
+    EXPECT_TRUE(next.HasPreviousInstance());
+  }
+  const windows::Handle mark(OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\QXBackupUtility.Instance"));
+  EXPECT_TRUE(mark);
+}
+
 TEST_F(Win32ProcessesTest, SeesWhatRuns) {
   const auto program = processes_.Start("contract_child sleep 2000", host::WindowStyle::Hidden);
   ASSERT_TRUE(program);

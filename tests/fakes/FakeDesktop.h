@@ -4,6 +4,9 @@
 #include <array>
 #include <cstdio>
 #include <functional>
+#include <memory>
+#include <string>
+#include <vector>
 
 #include "fakes/CallCounter.h"
 #include "fakes/Disk.h"
@@ -42,6 +45,17 @@ class FakeShell : public host::Shell {
     if (calls_.Fails(__func__, name)) return host::FormatAnswer::Failed;
     const host::FormatAnswer answer = person_.AtFormat();
     return answer == host::FormatAnswer::Done && !disk_.Format(name) ? host::FormatAnswer::Failed : answer;
+  }
+  std::vector<std::string> busyWith;  ///< every reason that was given
+  int busyTimes = 0;                  ///< that last now
+  std::unique_ptr<host::BusyTime> BeginBusy(const std::string& reason) override {
+    struct Busy : host::BusyTime {
+      explicit Busy(int& times) : count(times) { ++count; }
+      ~Busy() override { --count; }
+      int& count;
+    };
+    busyWith.push_back(reason);
+    return std::make_unique<Busy>(busyTimes);
   }
 
  private:

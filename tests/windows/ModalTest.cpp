@@ -211,6 +211,28 @@ TEST_F(ModalTest, VolumesThatComeAndGoAreReported) {
   EXPECT_EQ(form_.events.size(), 3U);
 }
 
+TEST_F(ModalTest, WhileAJobRunsTheSessionGoesOn) {
+  windows::Win32Shell shell(loop_);
+  const auto agrees = [&] { return SendMessageW(WindowOf(form_), WM_QUERYENDSESSION, 0, 0) != FALSE; };
+  const auto staysAwake = [] {
+    const EXECUTION_STATE now = SetThreadExecutionState(ES_SYSTEM_REQUIRED);  // and asks for nothing lasting
+    return (now & ES_CONTINUOUS) != 0 && (now & ES_SYSTEM_REQUIRED) != 0;
+  };
+  Show(form_, [&] {
+    EXPECT_TRUE(agrees());
+    {
+      const auto job = shell.BeginBusy("A backup is being written.");
+      EXPECT_FALSE(agrees());
+      EXPECT_TRUE(staysAwake());
+      shell.BeginBusy("A part of it.");
+      EXPECT_FALSE(agrees());
+      EXPECT_TRUE(staysAwake());
+    }
+    EXPECT_TRUE(agrees());
+    EXPECT_FALSE(staysAwake());
+  });
+}
+
 TEST_F(ModalTest, TheHourglassStaysUntilItIsTakenBack) {
   form_.Load();
   HWND window = WindowOf(form_);

@@ -43,6 +43,31 @@ std::wstring PathList(const std::string& path) {
   return FullPath(path) + L'\0';
 }
 
+/// The window names the program where Windows tells the operator why it waits.
+class Busy : public host::BusyTime {
+ public:
+  Busy(Win32MessageLoop& loop, const std::string& reason)
+      : loop_(loop), window_(loop.FrontWindow()), isFirst_(!loop.IsBusy()) {
+    loop_.CountJob(1);
+    if (!isFirst_) return;
+    SetThreadExecutionState(ES_CONTINUOUS | ES_SYSTEM_REQUIRED);
+    ShutdownBlockReasonCreate(window_, Utf16(reason).c_str());
+  }
+  ~Busy() override {
+    loop_.CountJob(-1);
+    if (!isFirst_) return;
+    ShutdownBlockReasonDestroy(window_);
+    SetThreadExecutionState(ES_CONTINUOUS);
+  }
+  Busy(const Busy&) = delete;
+  Busy& operator=(const Busy&) = delete;
+
+ private:
+  Win32MessageLoop& loop_;
+  HWND window_;
+  bool isFirst_;
+};
+
 constexpr int kLongestFormat = 256;
 
 SYSTEMTIME SystemTimeOf(const base::LocalTime& time) {
@@ -159,6 +184,10 @@ host::FormatAnswer Win32Shell::FormatDrive(std::uint32_t drive, std::uint32_t fo
                 FormatAnswer{static_cast<std::int32_t>(SHFMT_CANCEL)} == FormatAnswer::Cancelled &&
                 FormatAnswer{static_cast<std::int32_t>(SHFMT_NOFORMAT)} == FormatAnswer::NotPossible);
   return FormatAnswer{static_cast<std::int32_t>(SHFormatDrive(loop_.FrontWindow(), drive, formatId, options))};
+}
+
+std::unique_ptr<host::BusyTime> Win32Shell::BeginBusy(const std::string& reason) {
+  return std::make_unique<Busy>(loop_, reason);
 }
 
 base::LocalTime Win32Clock::Now() {

@@ -44,16 +44,22 @@ class Win32MessageLoop : public host::MessageLoop {
   /// Whether ServeWithoutInput() is at work: what another program sends to a button then must press nothing.
   bool ServesWithoutInput() const { return servingWithoutInput_; }
 
+  /// A job begins (1) or ends (-1) that the end of the Windows session would break.
+  void CountJob(int change) { jobs_ += change; }
+  /// Whether one runs: no dialog then agrees to the end of the session.
+  bool IsBusy() const { return jobs_ > 0; }
+
  private:
   ULONGLONG servedAt_ = 0;
   bool servingWithoutInput_ = false;
+  int jobs_ = 0;
   Dialogs* dialogs_ = nullptr;
 };
 
 class Win32Shell : public host::Shell {
  public:
   /// `loop` knows the window that owns what the shell shows.
-  explicit Win32Shell(const Win32MessageLoop& loop) : loop_(loop) {}
+  explicit Win32Shell(Win32MessageLoop& loop) : loop_(loop) {}
 
   std::string BrowseForFolder(const std::string& title, const std::string& initialFolder) override;
   std::string DesktopFolder() override;
@@ -61,9 +67,10 @@ class Win32Shell : public host::Shell {
                                  const std::string& title) override;
   bool OpenDocument(const std::string& fileName) override;
   host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override;
+  std::unique_ptr<host::BusyTime> BeginBusy(const std::string& reason) override;
 
  private:
-  const Win32MessageLoop& loop_;
+  Win32MessageLoop& loop_;
 };
 
 class Win32Clock : public host::Clock {

@@ -1,6 +1,8 @@
 // Starting of programs, the shared console and the empty streams of hidden ones, and the waiting.
 #include "windows/adapters/Win32Processes.h"
 
+#include <sddl.h>
+
 #include <system_error>
 
 #include "windows/adapters/ProgramSearch.h"
@@ -12,8 +14,21 @@
 namespace windows {
 namespace {
 
-// Local: one instance per Windows session, as one operator sits in front of each.
-constexpr wchar_t kInstanceMark[] = L"Local\\QXBackupUtility.Instance";
+// Global: one instance on the machine, as all its Windows sessions share one host system and its data.
+constexpr wchar_t kInstanceMark[] = L"Global\\QXBackupUtility.Instance";
+
+/// The mark, which every user may open: the next one is to be told that there is one, whoever made it. `error` is
+/// ERROR_ALREADY_EXISTS then.
+HANDLE OpenInstanceMark(DWORD& error) {
+  void* descriptor = nullptr;
+  const bool isMade = ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:(A;;GA;;;WD)", SDDL_REVISION_1,
+                                                                           &descriptor, nullptr) != FALSE;
+  const LocalMemory<void> owner(descriptor);
+  SECURITY_ATTRIBUTES openToAll{sizeof(SECURITY_ATTRIBUTES), descriptor, FALSE};
+  const HANDLE mark = CreateMutexW(isMade ? &openToAll : nullptr, FALSE, kInstanceMark);
+  error = GetLastError();
+  return mark;
+}
 
 class Program : public host::StartedProgram {
  public:
@@ -134,10 +149,10 @@ bool NoStreams::GiveTo(STARTUPINFOEXW& startup) {
   return true;
 }
 
-Win32Processes::Win32Processes(Win32MessageLoop& loop)
-    : loop_(loop), instanceMark_(CreateMutexW(nullptr, FALSE, kInstanceMark)) {
+Win32Processes::Win32Processes(Win32MessageLoop& loop) : loop_(loop) {
+  DWORD error = ERROR_SUCCESS;
+  instanceMark_ = Handle(OpenInstanceMark(error));
   // Access is denied when the other instance runs with higher rights.
-  const DWORD error = GetLastError();
   hasPreviousInstance_ = error == ERROR_ALREADY_EXISTS || (!instanceMark_ && error == ERROR_ACCESS_DENIED);
 }
 

@@ -64,6 +64,8 @@ INT_PTR DialogView::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       return OnDrawItem(*reinterpret_cast<const DRAWITEMSTRUCT*>(lParam));
     case WM_SETCURSOR:
       return OnSetCursor();
+    case WM_QUERYENDSESSION:
+      return Answer(loop_.IsBusy() ? FALSE : TRUE);
     case WM_DEVICECHANGE:
       OnDeviceChange(wParam, lParam);
       return Answer(TRUE);
