@@ -14,7 +14,7 @@ using base::Failure;
 using base::Outcome;
 using base::Result;
 
-constexpr std::size_t kMaxGap = 65535;  // unknown bytes tolerated before the file records
+constexpr std::size_t kMaxGap = 65'535;  // unknown bytes tolerated before the file records
 constexpr std::size_t kReadAtOnce = 65536;
 constexpr const char* kDamagedRecords = "its list of files is damaged";
 
