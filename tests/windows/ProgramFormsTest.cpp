@@ -36,7 +36,7 @@ auto ReadCatalogue(const std::string& path) {
 /// What a selection dialog needs, and nothing that is ever chosen.
 class NoSelection : public media::SelectionOperation {
   std::string ProposeFolder() override { return "D:\\"; }
-  std::optional<std::uint32_t> SpaceNeeded() const override { return 1; }
+  std::optional<std::uint64_t> SpaceNeeded() const override { return 1; }
   base::Outcome Run() override { return {}; }
   void Unloaded() override {}
 };
