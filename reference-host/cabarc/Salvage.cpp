@@ -39,7 +39,9 @@ std::string MadeSafe(std::string name) {
 }
 
 // Names under which the members can stand beside each other, whatever damage made of their own.
-void MakeNamesSafe(std::vector<Wanted>& wanted) {
+// True where nothing had to be changed.
+bool MakeNamesSafe(std::vector<Wanted>& wanted) {
+  const std::vector<Wanted> before = wanted;
   std::unordered_set<std::string> names;
   for (Wanted& one : wanted) {
     const std::string safe = MadeSafe(one.name);
@@ -51,6 +53,8 @@ void MakeNamesSafe(std::vector<Wanted>& wanted) {
       while (names.contains(platform::FoldName(one.name.substr(0, end)))) one.name.insert(end++, 1, '_');
     }
   }
+  return std::equal(wanted.begin(), wanted.end(), before.begin(),
+                    [](const Wanted& one, const Wanted& other) { return one.name == other.name; });
 }
 
 // Writes the members of one folder from the parts of its stream that are left.
@@ -194,7 +198,8 @@ class Salvager {
     for (const Wanted& one : wanted_) {
       if (one.member->nameIsMalformed) Warn(MalformedName(*one.member).text);
     }
-    MakeNamesSafe(wanted_);
+    if (!MakeNamesSafe(wanted_))
+      Warn("some of its names are unsafe or not the only ones of their kind; they were changed");
     std::sort(wanted_.begin(), wanted_.end(), [](const Wanted& a, const Wanted& b) {
       return std::tie(a.member->folder, a.member->at, a.member->size) <
              std::tie(b.member->folder, b.member->at, b.member->size);

@@ -184,6 +184,9 @@ TEST_F(Commands, ExitCodesAndMessages) {
     for (const std::string& line : lines[code]) Fails(ExitCode{code}, line);
   }
   EXPECT_EQ(2u, Read().size());
+  Succeeds("n a.cab a");
+  EXPECT_TRUE(Runs(CABARC_PROGRAM " l a.cab >/dev/null"));
+  EXPECT_FALSE(Runs(CABARC_PROGRAM " l a.cab >/dev/full 2>/dev/null"));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "FuzzTarget.h"
 #include "cabinet/Blocks.h"
+#include "cabinet/Rescue.h"
 #include "cabinet/Structure.h"
 
 namespace {
@@ -54,12 +55,45 @@ class Judge : public cabinet::WalkObserver {
   std::size_t read_ = 0;
 };
 
+// What is rescued, of whatever, can be extracted without another look.
+void RequireRescue(cabinet::Source& source) {
+  cabinet::RescuedStructure rescued;
+  const base::Outcome read = cabinet::RescueStructure(source, rescued);
+  fuzz::Require(read.IsDone() == read.cause.empty(), "a refusal, and only that, has words");
+  if (!read.IsDone()) return;
+  cabinet::Structure structure;
+  const bool whole = cabinet::ReadStructure(source, structure).IsDone();
+  fuzz::Require(whole || !rescued.flaws.empty(), "what is refused has a flaw");
+  const std::vector<cabinet::RescuedFolder> folders = cabinet::RescueBlocks(source, rescued);
+  std::vector<std::uint64_t> ends(folders.size());
+  for (const cabinet::Member& member : rescued.structure.members) {
+    fuzz::Require(member.folder < folders.size(), "a member lies in a folder");
+    if (!whole) fuzz::Require(member.at >= ends[member.folder], "no two members overlap");
+    ends[member.folder] = std::uint64_t{member.at} + member.size;
+    fuzz::Require(cabinet::IsUtf8(member.name), "a name is UTF-8");
+  }
+  for (const cabinet::RescuedFolder& folder : folders) {
+    std::uint64_t at = 0, offset = 0;
+    for (const cabinet::FoundBlock& block : folder.blocks) {
+      fuzz::Require(block.at >= at && block.offset >= offset, "blocks do not overlap");
+      at = block.at + block.header.packedSize;
+      offset = block.offset + block.header.unpackedSize;
+      fuzz::Require(at <= source.Size() && block.header.IsPossible(), "a block lies in the file");
+      fuzz::Require(block.wrong.byte < block.header.packedSize + cabinet::kBlockHeaderSize + 255, "as does its mend");
+    }
+    for (const cabinet::Damage& damage : folder.damages) {
+      fuzz::Require(damage.from <= damage.to && !damage.words.empty(), "a damage has a place and words");
+    }
+  }
+}
+
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   Bytes source(data + 1, size - 1, data[0] == 0 ? SIZE_MAX : data[0]);
   cabinet::Structure structure;
+  RequireRescue(source);
   const base::Outcome read = cabinet::ReadStructure(source, structure);
   fuzz::Require(read.IsDone() == read.cause.empty(), "a refusal, and only that, has words");
   if (!read.IsDone()) return 0;

@@ -4,6 +4,7 @@
 
 #include "../../cabarc/RawCabinet.h"
 #include "cabinet/Blocks.h"
+#include "cabinet/Rescue.h"
 #include "cabinet/Structure.h"
 
 namespace {
@@ -230,6 +231,53 @@ TEST(CabinetBlocks, EachMustBeThereReadableAndWithinItsFolder) {
   structure.guarded = true;  // then every block has one
   EXPECT_FALSE(cabinet::WalkBlocks(unchecked, structure).IsDone());
   EXPECT_LE(unchecked.longest, 4 * cabinet::Window::kReach) << "memory does not depend on the cabinet's size";
+}
+
+TEST(CabinetRescue, GoesOnBehindWhatCannotBeReadAndWhereRecordsAreWrong) {
+  const std::string whole = TwoFolders().Build();
+  MemorySource source(whole);
+  Structure structure;
+  ASSERT_EQ("", Cause(source, structure));
+  const std::size_t first = structure.folders[0].dataAt;
+  source.badFrom = first + 32776;  // the second block, its header too
+  source.badTo = source.badFrom + 512;
+  source.bytes.replace(44, 4, Number(7, 4));  // where the second folder's data begin
+  cabinet::RescuedStructure rescued;
+  ASSERT_TRUE(cabinet::RescueStructure(source, rescued).IsDone());
+  EXPECT_FALSE(rescued.flaws.empty());
+  ASSERT_EQ(5u, rescued.structure.members.size());
+  const std::vector<cabinet::RescuedFolder> folders = cabinet::RescueBlocks(source, rescued);
+  ASSERT_EQ(2u, folders.size());
+  ASSERT_EQ(2u, folders[0].blocks.size());
+  EXPECT_EQ(0u, folders[0].blocks[0].offset);
+  EXPECT_EQ(65536u, folders[0].blocks[1].offset);
+  ASSERT_EQ(1u, folders[0].damages.size());
+  EXPECT_EQ(32768u, folders[0].damages[0].from);
+  EXPECT_EQ(65536u, folders[0].damages[0].to);
+  ASSERT_EQ(1u, folders[1].blocks.size());
+  EXPECT_TRUE(folders[1].damages.empty());
+}
+
+TEST(CabinetRescue, ACrcTellsTheWrongBit) {
+  const auto crc = [](const std::string& text) {
+    return cabinet::Crc32(0, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
+  };
+  ASSERT_EQ(0xCBF43926, crc("123456789"));
+  const std::string text = Filled(5000, 7);
+  for (const std::size_t at : {0u, 1u, 2500u, 4999u}) {
+    for (const int bit : {0, 5, 7}) {
+      std::string other = text;
+      other[at] = static_cast<char>(other[at] ^ 1 << bit);
+      for (const std::size_t behind : {0u, 3000u}) {
+        const std::string rest = Filled(behind, 8);
+        const auto wrong = cabinet::FindWrongBit(5000, behind, crc(text + rest) ^ crc(other + rest));
+        ASSERT_TRUE(wrong) << at;
+        EXPECT_EQ(at, wrong->byte);
+        EXPECT_EQ(1 << bit, wrong->mask);
+      }
+      EXPECT_FALSE(cabinet::FindWrongBit(5000, 0, crc(text) ^ crc(other) ^ 0x10101)) << at;
+    }
+  }
 }
 
 }  // namespace
