@@ -1,6 +1,7 @@
 // Compaction of the host's small Access databases.
 #include "access/CompactDatabases.h"
 
+#include <optional>
 #include <vector>
 
 #include "base/Path.h"
@@ -11,6 +12,17 @@ namespace qx::access {
 namespace {
 
 constexpr char kLocale[] = ";LANGID=0x0409;CP=1252;COUNTRY=0";
+
+/// How a database looks in its folder; nothing when that cannot be had.
+std::optional<host::FolderEntry> EntryOf(host::FileSystem& files, const std::string& folder, const std::string& name) {
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(files.List(folder, name, entries));
+  return entries.size() == 1 ? std::optional(entries.front()) : std::nullopt;
+}
+
+bool IsSame(const std::optional<host::FolderEntry>& before, const std::optional<host::FolderEntry>& after) {
+  return before && after && before->size == after->size && before->modified == after->modified;
+}
 
 }  // namespace
 
@@ -32,13 +44,18 @@ void CompactDatabase(const work::Tools& tools, host::DatabaseCompactor& compacto
   const std::string in = base::WithTrailingBackslash(base::Trim(folder));
   const std::string source = in + fileName;
   const std::string temporary = in + base::FormatShortStamp(clock.Now()) + fileName;
-  if (!compactor.Compact(source, temporary, kLocale).IsDone()) return;
-  const auto warn = [&](const std::string& what) { tools.log.WriteLog(app::LogLevel::Warning, what + temporary); };
-  // A copy that broke off may have spoilt the database; the compacted one is then all there is.
-  if (!tools.files.CopyTo(temporary, source).IsDone()) return warn("Database not replaced; its contents are in: ");
-  if (!tools.files.RemoveFile(temporary).IsDone()) {
-    warn("Compacted copy not removed: ");
+  const std::optional<host::FolderEntry> before = EntryOf(tools.files, in, fileName);
+  base::Outcome replaced = compactor.Compact(source, temporary, kLocale);
+  if (!replaced.IsDone()) return;
+  replaced = tools.files.Flush(temporary);
+  if (replaced.IsDone() && !IsSame(before, EntryOf(tools.files, in, fileName))) {
+    replaced = base::Failure("it was written to meanwhile");
   }
+  if (replaced.IsDone()) replaced = tools.files.MoveOver(temporary, source);
+  if (replaced.IsDone()) return;
+  const base::Outcome removed = tools.files.RemoveFile(temporary);
+  const std::string words = "Database not replaced: " + source + ": " + replaced.cause;
+  tools.log.WriteLog(app::LogLevel::Warning, removed.IsDone() ? words : words + "; not removed: " + temporary);
 }
 
 }  // namespace qx::access

@@ -14,9 +14,10 @@ namespace qx::access {
 void CompactDatabases(const work::Tools& tools, host::DatabaseCompactor& compactor, host::Clock& clock,
                       const std::string& folder, const std::string& back);
 
-/// Compacts one database by way of a temporary file beside it. One that cannot be compacted stays as it was, without a
-/// word. Where the compacted file cannot take its place or cannot be deleted, it stays beside it, and a warning in the
-/// log names it; the operator is told nothing either way.
+/// Compacts one database by way of a temporary file beside it, which takes its place in one step once it has reached
+/// the disk: a power cut leaves the one or the other. A database that cannot be compacted stays as it was, without a
+/// word, and so does one that was written to meanwhile or cannot be replaced, with a warning in the log; the temporary
+/// file goes.
 void CompactDatabase(const work::Tools& tools, host::DatabaseCompactor& compactor, host::Clock& clock,
                      const std::string& folder, const std::string& fileName);
 

@@ -3,10 +3,14 @@
 
 #include "access/frmMainMenu.h"
 #include "access/frmUserAuthentication.h"
+#include "restore/mdlBURestore.h"
+#include "work/WorkFolder.h"
 
 namespace qx::access {
 
 void Dialogs::ShowSignIn(app::Application& application) {
+  work::RemoveLeftWorkFolders(application.host.files, application.host.qx32, application.log);
+  restore::TellInterruptedRestore(application);
   frmUserAuthentication(application).ShowModal();
 }
 

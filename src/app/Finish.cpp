@@ -46,4 +46,10 @@ void FinishApplication(Application& application, ExitMode mode) {
   application.records.ReleaseOperationRecorder();
 }
 
+std::unique_ptr<host::BusyTime> KeepRunning(Application& application) {
+  const bool hasWords = application.messages.IsDefined(MessageId::JobRunsReason);
+  return application.host.shell.BeginBusy(hasWords ? application.messages.GetMessageText(MessageId::JobRunsReason)
+                                                   : application.state.ProgramTitle);
+}
+
 }  // namespace app

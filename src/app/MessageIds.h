@@ -80,6 +80,7 @@ enum class MessageId : std::int32_t {
   // Warnings
   BackupWarnings = 61300,   ///< shown before the success, where the catalogue has it; the third insertion is the number
   RestoreWarnings = 61400,  ///< likewise
+  RestoreInterrupted = 61401,   ///< at the next start, where the catalogue has it; the third insertion is the source
   MaintenanceWarnings = 61450,  ///< likewise
   ScheduledBackupRuns = 61603,
   BackupSpaceTooSmall = 62360,
@@ -182,6 +183,7 @@ enum class MessageId : std::int32_t {
   AllImagesCaption = 66118,
   RecentImagesCaption = 66119,
   DaysCaption = 66120,
+  JobRunsReason = 66130,  ///< why the workstation must not be shut down now; optional
 };
 
 }  // namespace base

@@ -19,7 +19,7 @@ base::Outcome PathTable::GetPathEntryOrShow(const std::string& name, std::string
   return read;
 }
 
-base::Outcome PathTable::ExpandPathVariable(std::string& item, std::string* variable) const {
+base::Outcome PathTable::ExpandQuietly(std::string& item, std::string* variable) const {
   const std::size_t first = item.find('%');
   if (first == std::string::npos) return base::Result::Done;
   const std::size_t last = item.rfind('%');
@@ -27,9 +27,15 @@ base::Outcome PathTable::ExpandPathVariable(std::string& item, std::string* vari
   const std::string name = last > first ? item.substr(first + 1, last - first - 1) : std::string();
   if (variable != nullptr) *variable = name;
   std::string value;
-  if (base::Outcome read = GetPathEntryOrShow(name, value); !read.IsDone()) return read;
+  if (base::Outcome read = GetPathEntry(name, value); !read.IsDone()) return read;
   item = value + item.substr(last + 1);
   return base::Result::Done;
+}
+
+base::Outcome PathTable::ExpandPathVariable(std::string& item, std::string* variable) const {
+  base::Outcome expanded = ExpandQuietly(item, variable);
+  if (!expanded.IsDone()) failures_.Show(expanded, MessageId::PathEntryUnreadable);
+  return expanded;
 }
 
 }  // namespace app

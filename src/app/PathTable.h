@@ -28,6 +28,8 @@ class PathTable {
   /// `item` is left alone when it holds no "%". `variable`, where given, takes the name, and keeps what it had when
   /// there is none. An unknown name has been shown as message 60326 when this fails.
   base::Outcome ExpandPathVariable(std::string& item, std::string* variable = nullptr) const;
+  /// The same, with nothing shown.
+  base::Outcome ExpandQuietly(std::string& item, std::string* variable = nullptr) const;
 
  private:
   host::QX32& library_;

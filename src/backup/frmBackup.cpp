@@ -1,6 +1,7 @@
 // The backup dialog: what to back up.
 #include "backup/frmBackup.h"
 
+#include "app/Finish.h"
 #include "backup/mdlBUBackup.h"
 #include "media/frmSelectFolder.h"
 
@@ -80,7 +81,10 @@ void frmBackup::Start() {
 
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
-  if (const base::Outcome packed = GatherAndPack(application_, definitions_, job); !packed.IsDone()) {
+  auto running = app::KeepRunning(application_);
+  const base::Outcome packed = GatherAndPack(application_, definitions_, job);
+  running.reset();
+  if (!packed.IsDone()) {
     application_.failures.Show(packed);
     return false;
   }

@@ -99,12 +99,12 @@ base::Outcome FinishBackup(app::Application& application, jobs::JobDefinitions& 
 
 BackupJob::BackupJob(app::Application& application, backupset::Boxes ticked)
     : choice(std::move(ticked)),
-      packed{{application.host.files, application.state.StartupDirectory}, {}, 0},
+      packed{{application.host.files, application.host.qx32, application.state.StartupDirectory}, {}, 0},
       watch(application.log) {}
 
 base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions& definitions, BackupJob& job) {
   work::WorkFolder& workFolder = job.packed.workFolder;
-  base::Outcome step = workFolder.Create(application.host.clock);
+  base::Outcome step = workFolder.Create(application.host.clock, application.host.messageLoop);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
   job.savedLogs.gatheredAt = workFolder.MadeAt();
   job.savedLogs.ownLog = application.log.FilePath();

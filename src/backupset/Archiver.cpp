@@ -39,6 +39,12 @@ std::string ArgumentList(const std::vector<host::FolderEntry>& entries) {
   return list;
 }
 
+bool IsArchiveOfASet(const std::string& name) {
+  return std::ranges::any_of(kRestoreOrder, [&](Category category) {
+    return base::SameName(name, std::string(RowOf(category).archive) + kEnding);
+  });
+}
+
 std::size_t KnownFiles(const std::vector<Archive>& archives, const std::string& name) {
   const auto found = std::ranges::find(archives, name, &Archive::name);
   return found == archives.end() ? 0 : found->files;
@@ -206,8 +212,10 @@ base::Outcome Archiver::TakeJoinedArchivesOut() const {
   std::vector<host::FolderEntry> entries;
   static_cast<void>(tools_.files.List(folder, std::string("*") + kJoinedEnding, entries));
   for (const host::FolderEntry& entry : entries) {
-    if (entry.isFolder) continue;
-    const std::string archive = folder + entry.name.substr(0, entry.name.rfind('.'));
+    const std::string name = entry.name.substr(0, entry.name.rfind('.'));
+    // The disks may be anybody's, and programs are started from this folder's neighbourhood.
+    if (entry.isFolder || !IsArchiveOfASet(name)) continue;
+    const std::string archive = folder + name;
     if (base::Outcome renamed = tools_.files.MoveTo(folder + entry.name, archive); !renamed.IsDone()) return renamed;
     base::Outcome moved = work::MoveFileToFolder(tools_.files, archive, workFolder_.StagingFolder());
     if (!moved.IsDone()) return moved;

@@ -66,7 +66,7 @@ Mark MarkOf(std::string path, std::uint64_t size) {
   return {path.starts_with(".\\") ? path.substr(2) : path, size};
 }
 
-std::vector<Mark> MarksOf(const std::map<std::string, std::uint64_t>& sizes) {
+std::vector<Mark> MarksOf(const FileSizes& sizes) {
   std::vector<Mark> marks;
   for (const auto& [path, size] : sizes) marks.push_back(MarkOf(path, size));
   std::ranges::sort(marks);
@@ -74,8 +74,8 @@ std::vector<Mark> MarksOf(const std::map<std::string, std::uint64_t>& sizes) {
 }
 
 /// The members by their names; of several of one name the last is what unpacking leaves.
-std::map<std::string, std::uint64_t> SizesOf(const cabinet::Structure& structure) {
-  std::map<std::string, std::uint64_t> sizes;
+FileSizes SizesOf(const cabinet::Structure& structure) {
+  FileSizes sizes;
   for (const cabinet::Member& member : structure.members) sizes[member.name] = member.size;
   return sizes;
 }
@@ -104,8 +104,7 @@ class Serving : public cabinet::WalkObserver {
 };
 
 /// Fails when something of `wanted` is not among `there`.
-base::Outcome CheckAllThere(const std::map<std::string, std::uint64_t>& wanted,
-                            const std::map<std::string, std::uint64_t>& there, const std::string& words) {
+base::Outcome CheckAllThere(const FileSizes& wanted, const FileSizes& there, const std::string& words) {
   std::vector<Mark> missing;
   std::ranges::set_difference(MarksOf(wanted), MarksOf(there), std::back_inserter(missing));
   if (missing.empty()) return base::Result::Done;
@@ -143,14 +142,19 @@ base::Outcome CheckLimits(const FileTree& tree) {
                        std::to_string(cabinet::kMaxFileSize) + " of a file");
 }
 
-base::Outcome CheckWhole(const work::Tools& tools, const std::string& archive, const FileTree& tree) {
+base::Outcome ReadWhole(const work::Tools& tools, const std::string& archive, FileSizes& members) {
   FileSource source(tools.files, archive);
   cabinet::Structure structure;
   if (base::Outcome read = Read(source, archive, structure); !read.IsDone()) return read;
-  base::Outcome held = CheckAllThere(tree.sizes, SizesOf(structure), archive + " lacks");
-  if (!held.IsDone()) return held;
+  members = SizesOf(structure);
   Serving serving(tools.messageLoop);
   return About(archive, cabinet::WalkBlocks(source, structure, serving));
+}
+
+base::Outcome CheckWhole(const work::Tools& tools, const std::string& archive, const FileTree& tree) {
+  FileSizes members;
+  base::Outcome read = ReadWhole(tools, archive, members);
+  return read.IsDone() ? CheckAllThere(tree.sizes, members, archive + " lacks") : read;
 }
 
 base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree) {

@@ -13,10 +13,13 @@
 
 namespace backupset {
 
+/// Sizes of files in bytes, by their paths from some folder on.
+using FileSizes = std::map<std::string, std::uint64_t>;
+
 /// The files below a folder, as an archive is to hold them or has brought them.
 struct FileTree {
-  std::map<std::string, std::uint64_t> sizes;  ///< bytes, by the path from the folder on
-  std::size_t emptyFolders = 0;                ///< which no archive can hold
+  FileSizes sizes;
+  std::size_t emptyFolders = 0;  ///< which no archive can hold
 };
 
 /// Everything in `folder`, which ends in "\", and in all folders below it but the one directly in it that is named
@@ -32,6 +35,9 @@ base::Outcome CheckLimits(const FileTree& tree);
 /// Whether the file `archive` is a whole cabinet that holds these files, by names and sizes, with all its data as they
 /// were packed. The cause of a failure says what it is instead.
 base::Outcome CheckWhole(const work::Tools& tools, const std::string& archive, const FileTree& tree);
+
+/// Reads what the cabinet `archive` holds, and walks all its data. A failure says what is damaged.
+base::Outcome ReadWhole(const work::Tools& tools, const std::string& archive, FileSizes& members);
 
 /// Whether everything that is in the cabinet `archive` has come out of it. `tree` may hold more.
 base::Outcome CheckUnpacked(host::FileSystem& files, const std::string& archive, const FileTree& tree);

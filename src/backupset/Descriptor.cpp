@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "backupset/Pieces.h"
 #include "base/Path.h"
@@ -133,6 +134,17 @@ void ReadOffers(const work::Tools& tools, SetReader& reader, const HostIdentity&
   }
 }
 
+/// A power cut may leave the first lines alone, and their set would lack the categories of the others.
+base::Outcome CheckPromises(SetReader& reader, const BackupSet& set) {
+  const std::vector<std::string> archives = base::Split(reader.Value("CABFile"), ';');
+  for (const Category category : kRestoreOrder) {
+    const CategoryRow& row = RowOf(category);
+    const bool named = std::ranges::find(archives, std::string(row.archive) + ".cab") != archives.end();
+    if (named && !set.categories.contains(category)) return reader.Lacks(row.versionKey);
+  }
+  return base::Result::Done;
+}
+
 }  // namespace
 
 HostIdentity IdentityOf(const app::State& state, const app::AppearanceSettings& settings) {
@@ -161,6 +173,16 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
   return file.Close();
 }
 
+base::Outcome RetractDescriptor(host::FileSystem& files, const std::string& folder) {
+  const std::string path = folder + kDescriptorFile;
+  if (!files.FileExists(path)) return base::Result::Done;
+  if (const auto emptied = files.CreateText(path)) {
+    static_cast<void>(emptied->Close());
+    static_cast<void>(files.Flush(path));  // the deletion is what counts
+  }
+  return files.RemoveFile(path);
+}
+
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection) {
   inspection.set.folder = folder;
@@ -171,7 +193,8 @@ base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& hos
   base::Outcome accepted = Accept(reader, host, inspection.set);
   if (accepted.IsDone()) ReadOffers(tools, reader, host, inspection);
   // A category whose line could not be read must not pass for one that the set does not hold.
-  return reader.HasFailed() ? reader.Refuse(app::MessageId::DescriptorIncomplete, "cannot be read") : accepted;
+  if (reader.HasFailed()) return reader.Refuse(app::MessageId::DescriptorIncomplete, "cannot be read");
+  return accepted.IsDone() ? CheckPromises(reader, inspection.set) : accepted;
 }
 
 bool SetMark::Fits(const SetMark& other) const {

@@ -36,6 +36,10 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
                               const work::WorkFolder& workFolder, BackupSet& set,
                               const std::optional<FloppyDisk>& disk = std::nullopt);
 
+/// Deletes the descriptor in `folder`, which ends in "\", if there is one. It is emptied on the medium before: a power
+/// cut that undoes the deletion must not bring it back.
+base::Outcome RetractDescriptor(host::FileSystem& files, const std::string& folder);
+
 enum class Offer {
   Missing,       ///< the set does not hold the category
   OtherVersion,  ///< it holds the category in a version that is not this system's
@@ -49,7 +53,8 @@ struct Inspection {
 
 /// Reads the descriptor in `folder`, which ends in "\". Fails when this system may not restore the set, with the
 /// message that says why: 60426 no descriptor, 60427 an incomplete one, 60429 another host application, 60430 another
-/// major version. Minor versions may differ. A descriptor that cannot be read to its end is an incomplete one.
+/// major version. Minor versions may differ. A descriptor that cannot be read to its end is an incomplete one, and so
+/// is one that names the archive of a category and not its version: its last lines are missing.
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection);
 

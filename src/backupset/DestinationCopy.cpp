@@ -100,20 +100,34 @@ class DestinationCopy {
 
   /// The operator has given the older set up. Without its descriptor nobody can take a mixture of old and
   /// new archives, which an interruption would leave, for a set.
-  base::Outcome RetractOlderSet() {
-    const std::string descriptor = writing_.destination + kDescriptorFile;
-    return files_.FileExists(descriptor) ? files_.RemoveFile(descriptor) : base::Result::Done;
+  base::Outcome RetractOlderSet() { return RetractDescriptor(files_, writing_.destination); }
+
+  /// What does not arrive whole leaves no descriptor that would promise it.
+  base::Outcome CopyFiles() {
+    base::Outcome copied = CopyAndReadBack();
+    if (!copied.IsDone()) static_cast<void>(RetractDescriptor(files_, writing_.destination));
+    return copied;
   }
 
-  base::Outcome CopyFiles() {
+  /// All archives are on the medium before the descriptor is written there, and that before anything is read back.
+  base::Outcome CopyAndReadBack() {
     for (const std::string& name : names_) {
-      const std::string source = writing_.packed.workFolder.StagingFolder() + name;
-      base::Outcome copied = work::CopyWholeFileByXcopy(writing_.tools, source, writing_.destination, name);
-      if (!copied.IsDone()) return copied;
+      const std::string copy = writing_.destination + name;
+      base::Outcome step = work::CopyWholeFileByXcopy(writing_.tools, Staged(name), writing_.destination, name);
+      if (step.IsDone()) step = files_.Flush(copy);
+      if (!step.IsDone()) return step;
       application_.host.messageLoop.Yield();
     }
+    for (const std::string& name : names_) {
+      base::Outcome same = work::CompareOnMedium(writing_.tools, Staged(name), writing_.destination + name);
+      if (!same.IsDone()) return same;
+    }
+    writing_.tools.log.WriteLog(app::LogLevel::Information,
+                                "Read back and compared: " + std::to_string(names_.size()) + " files");
     return base::Result::Done;
   }
+
+  std::string Staged(const std::string& name) const { return writing_.packed.workFolder.StagingFolder() + name; }
 
   app::Application& application_;
   media::MediaDrives& mediaDrives_;

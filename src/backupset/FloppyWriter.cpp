@@ -23,11 +23,9 @@ constexpr char kFloppy[] = "A:\\";
 constexpr std::uint32_t kFormatId = 0;
 constexpr std::uint32_t kFormatOptions = 1;
 
-/// The bytes of a descriptor; empty when there is none.
-std::string DescriptorBytes(host::FileSystem& files, const std::string& path) {
+/// The bytes of a descriptor; empty when it could not be opened.
+std::string DescriptorBytes(const base::Obtained<host::BinaryReader>& file) {
   constexpr std::size_t kMost = 4096;  // longer ones are not ours
-  if (!files.FileExists(path)) return {};
-  const auto file = files.OpenBinary(path);
   std::array<std::byte, kMost> block{};
   std::string bytes;
   while (file && bytes.size() <= kMost) {
@@ -106,7 +104,10 @@ class FloppyWriter {
 
   bool IsOfThisRun() const {
     if (written_.empty()) return false;  // nothing of it to lose, and often no disk that can be read
-    const std::string inDrive = DescriptorBytes(writing_.tools.files, std::string(kFloppy) + kDescriptorFile);
+    const std::string descriptor = std::string(kFloppy) + kDescriptorFile;
+    host::FileSystem& files = writing_.tools.files;
+    if (!files.FileExists(descriptor)) return false;
+    const std::string inDrive = DescriptorBytes(files.OpenBinary(descriptor));
     return !inDrive.empty() && std::ranges::find(written_, inDrive) != written_.end();
   }
 
@@ -145,17 +146,33 @@ class FloppyWriter {
     const std::string archiveFolder = workFolder_.ArchiveFolder();
     const std::string staged = workFolder_.StagingFolder() + kDescriptorFile;
     if (base::Outcome moved = work::MoveFileToFolder(tools.files, staged, archiveFolder); !moved.IsDone()) return moved;
-    written_.push_back(DescriptorBytes(tools.files, archiveFolder + kDescriptorFile));
+    written_.push_back(DescriptorBytes(tools.files.OpenBinary(archiveFolder + kDescriptorFile)));
     return work::MoveFileToFolder(tools.files, archiveFolder + kDescriptorFile, kFloppy);
   }
 
+  /// A disk that does not hold the piece that it should keeps no descriptor either. The last one may lawfully have no
+  /// piece; a restore knows it by its descriptor.
   base::Outcome PutPiece() {
-    const std::string name = PieceName(disk_.number);
-    const std::string piece = workFolder_.ArchiveFolder() + name;
+    const std::string piece = workFolder_.ArchiveFolder() + PieceName(disk_.number);
+    base::Outcome put = CopyPiece(piece);
+    if (!put.IsDone() && writing_.tools.files.FileExists(piece)) {
+      static_cast<void>(RetractDescriptor(writing_.tools.files, kFloppy));
+    }
+    return std::move(put).OrSay(app::MessageId::MaintenanceDriveError);
+  }
+
+  base::Outcome CopyPiece(const std::string& piece) {
+    host::FileSystem& files = writing_.tools.files;
+    const std::string copy = kFloppy + base::FileNameOf(piece);
+    const std::string descriptor = std::string(kFloppy) + kDescriptorFile;
     const std::string title = application_.messages.GetMessageText(app::MessageId::CopyingPieceTitle);
-    base::Outcome copied = application_.host.shell.CopyWithProgress(piece, kFloppy, title);
-    if (copied.IsDone()) copied = work::CompareSizes(writing_.tools.files, piece, kFloppy + name);
-    return std::move(copied).OrSay(app::MessageId::MaintenanceDriveError);
+    base::Outcome step = files.Flush(descriptor);
+    if (step.IsDone()) step = application_.host.shell.CopyWithProgress(piece, kFloppy, title);
+    if (step.IsDone()) step = work::CompareSizes(files, piece, copy);
+    if (step.IsDone()) step = files.Flush(copy);
+    if (step.IsDone()) step = work::CompareOnMedium(writing_.tools, piece, copy);
+    if (!step.IsDone() || DescriptorBytes(files.OpenUncached(descriptor)) == written_.back()) return step;
+    return base::Failure("Copy cannot be read back as it was written: " + descriptor);
   }
 
   app::Application& application_;

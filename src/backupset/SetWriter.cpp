@@ -1,6 +1,7 @@
 // Writes a packed set to its destination.
 #include "backupset/SetWriter.h"
 
+#include "app/Finish.h"
 #include "backupset/Pieces.h"
 #include "base/Path.h"
 #include "work/FileOperations.h"
@@ -94,6 +95,7 @@ std::string Description(const BackupSet& set) {
 
 base::Outcome WritingOperation::Run() {
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
+  const auto running = app::KeepRunning(application_);
   return WithDefaultMessage(Write(), messages_);
 }
 

@@ -53,7 +53,7 @@ class Processes {
   /// The command interpreter, started by `ProgramsOnly`, looks for what its command names by the same rule, so far as
   /// the system knows one.
   virtual base::Obtained<StartedProgram> Start(const std::string& commandLine, WindowStyle style,
-                                               Where where = Where::CurrentFolder) = 0;
+                                               Where where = Where::ProgramsOnly) = 0;
 
   /// File names of the executables that run now, this one's included. Empty on failure.
   virtual std::vector<std::string> RunningExecutables() = 0;

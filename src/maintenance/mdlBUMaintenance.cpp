@@ -3,6 +3,7 @@
 
 #include <optional>
 
+#include "app/Finish.h"
 #include "backupset/Archiver.h"
 #include "backupset/Pieces.h"
 #include "jobs/ClientLogs.h"
@@ -57,7 +58,7 @@ base::Outcome CollectMaintenanceSection(app::Application& application, const job
 
 MaintenanceJob::MaintenanceJob(app::Application& application, const jobs::MaintenanceOptions& chosen)
     : options(chosen),
-      packed{{application.host.files, application.state.StartupDirectory}, {}, 0},
+      packed{{application.host.files, application.host.qx32, application.state.StartupDirectory}, {}, 0},
       watch(application.log) {}
 
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
@@ -65,9 +66,10 @@ void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitio
   const auto options = AskForOptions(application);
   if (!options) return;
   MaintenanceJob job(application, *options);
-  if (const base::Outcome collected = MaintenanceLogBackup(application, definitions, job); !collected.IsDone()) {
-    return application.failures.Show(collected);
-  }
+  auto running = app::KeepRunning(application);
+  const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
+  running.reset();
+  if (!collected.IsDone()) return application.failures.Show(collected);
   if (job.PersonalInfoResult != 0) {
     application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
   }
@@ -78,7 +80,7 @@ void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitio
 base::Outcome MaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
                                    MaintenanceJob& job) {
   work::WorkFolder& workFolder = job.packed.workFolder;
-  base::Outcome step = workFolder.Create(application.host.clock);
+  base::Outcome step = workFolder.Create(application.host.clock, application.host.messageLoop);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::MaintenanceWorkFolderNotMade);
   // Where it cannot be made, the export's files stay where they are, and the move says so.
   static_cast<void>(application.host.files.MakeFolder(workFolder.StagingFolder() + kDatabaseExportFolder));

@@ -100,7 +100,8 @@ void frmRestore::Start() {
 
 void frmRestore::Run() {
   RestoreJob job(application_, watch_, set_, Ticked());
-  if (const base::Outcome made = job.workFolder.Create(application_.host.clock); !made.IsDone()) {
+  if (const base::Outcome made = job.workFolder.Create(application_.host.clock, application_.host.messageLoop);
+      !made.IsDone()) {
     application_.failures.Show(made, app::MessageId::RestoreWorkFolderNotMade);
     app::FinishApplication(application_, app::ExitMode::Halt);
   }

@@ -28,6 +28,10 @@ struct RestoreJob {
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job);
 
+/// Tells, in the log and by message 61401 where the catalogue has it, that an earlier restore was interrupted: the host
+/// may hold half of a set.
+void TellInterruptedRestore(app::Application& application);
+
 /// Tells that the restore has ended, after a message with the number of warnings, when it has left any.
 void ReportRestored(app::Application& application, const RestoreJob& job);
 

@@ -89,7 +89,8 @@ class Comparison {
     missing_.Conclude("Not copied");
     // An empty folder and a pattern that nothing fits are no loss; a file that is named is there, or missed.
     const bool named = pattern_ != "*" && !IsPattern(pattern_);
-    if (named && right_ == 0 && missing_.Count() == 0) tools_.log.WarnOfLoss("Not there: " + end.description, category_);
+    if (named && right_ == 0 && missing_.Count() == 0)
+      tools_.log.WarnOfLoss("Not there: " + end.description, category_);
     if (added_ > 0) {
       tools_.log.WriteLog(app::LogLevel::Information,
                           "Copied what xcopy has left out: " + std::to_string(added_) + " files (" + category_ + ")");

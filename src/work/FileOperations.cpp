@@ -1,6 +1,7 @@
 // Copying, moving and deleting with their checks.
 #include "work/FileOperations.h"
 
+#include <cstddef>
 #include <utility>
 #include <vector>
 
@@ -17,9 +18,37 @@ void Keep(base::Outcome& first, base::Outcome next) {
   if (first.IsDone()) first = std::move(next);
 }
 
+constexpr std::size_t kBlock = std::size_t{1} << 20;  // bytes that are compared at once
+
+/// Fills the block unless the file ends before; what it holds then is its size. False when it cannot be read.
+bool ReadBlock(host::BinaryReader& reader, std::vector<std::byte>& block) {
+  block.resize(kBlock);
+  std::size_t have = 0;
+  std::int64_t got = 1;
+  while (have < block.size() && got > 0) {
+    got = reader.Read(block.data() + have, block.size() - have);
+    have += got > 0 ? static_cast<std::size_t>(got) : 0;
+  }
+  block.resize(have);
+  return got >= 0;
+}
+
+/// Whether both go on alike to their ends.
+bool HoldTheSame(host::MessageLoop& loop, host::BinaryReader& left, host::BinaryReader& right) {
+  std::vector<std::byte> one;
+  std::vector<std::byte> other;
+  do {
+    if (!ReadBlock(left, one) || !ReadBlock(right, other) || one != other) return false;
+    loop.Yield();
+  } while (one.size() == kBlock);
+  return true;
+}
+
 }  // namespace
 
 ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination) {
+  // The interpreter looks in the current folder first, and gathered files may bear any name, its tools' too.
+  const CurrentFolderScope inOwnFolder(tools.files, tools.programFolder, tools.files.CurrentFolder());
   const std::string paths = base::Quoted(source) + " " + base::Quoted(destination);
   return RunAndWait(tools.processes, "CMD /C xcopy " + paths + " /S /Y");
 }
@@ -41,6 +70,15 @@ base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, c
   const std::int64_t size = files.FileSize(source);
   if (size >= 0 && files.FileSize(copy) == size) return base::Result::Done;
   return base::Failure("Copy is missing or has another size: " + copy);
+}
+
+base::Outcome CompareOnMedium(const Tools& tools, const std::string& source, const std::string& copy) {
+  const auto wanted = tools.files.OpenBinary(source);
+  if (!wanted) return wanted.Why();
+  const auto there = tools.files.OpenUncached(copy);
+  if (!there) return there.Why();
+  if (HoldTheSame(tools.messageLoop, *wanted, *there)) return base::Result::Done;
+  return base::Failure("Copy cannot be read back as it was written: " + copy);
 }
 
 base::Outcome CopyWholeFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,

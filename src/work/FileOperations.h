@@ -23,6 +23,10 @@ base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, con
 /// Done when both files are there and of one size: what a copy reported is not all that can be known of it.
 base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, const std::string& copy);
 
+/// Done when `copy`, read from its medium past the system's cache, holds the bytes of `source`. Serves the user
+/// interface meanwhile; needs the same memory for any size.
+base::Outcome CompareOnMedium(const Tools& tools, const std::string& source, const std::string& copy);
+
 /// CopyFileByXcopy for one file, and the comparison; a copy that is short or missing is logged.
 base::Outcome CopyWholeFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                                    const std::string& category = {});

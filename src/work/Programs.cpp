@@ -17,8 +17,8 @@ bool IsPlain(char character) {
 
 }  // namespace
 
-ProgramEnd RunAndWait(host::Processes& processes, const std::string& command) {
-  const auto program = processes.Start(command, host::WindowStyle::Hidden);
+ProgramEnd RunAndWait(host::Processes& processes, const std::string& command, host::Where where) {
+  const auto program = processes.Start(command, host::WindowStyle::Hidden, where);
   if (!program) return {false, std::nullopt, "Not started: " + command, program.Why().cause};
   ProgramEnd end{true, program->Wait(), {}, {}};
   if (!end.exitCode) {
@@ -29,8 +29,8 @@ ProgramEnd RunAndWait(host::Processes& processes, const std::string& command) {
   return end;
 }
 
-ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category) {
-  ProgramEnd end = RunAndWait(tools.processes, command);
+ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category, host::Where where) {
+  ProgramEnd end = RunAndWait(tools.processes, command, where);
   if (!end.Succeeded()) tools.log.WarnOfLoss(end.description, category);
   return end;
 }
@@ -39,7 +39,8 @@ ProgramEnd RunInItsFolder(const Tools& tools, const std::string& item, const std
                           const std::string& category) {
   const std::string folder = base::FolderOf(item);
   const CurrentFolderScope inFolder(tools.files, folder, back);
-  if (!folder.empty() && inFolder.Entered().IsDone()) return RunProgram(tools, base::FileNameOf(item), category);
+  if (!folder.empty() && inFolder.Entered().IsDone())
+    return RunProgram(tools, base::FileNameOf(item), category, host::Where::CurrentFolder);
   ProgramEnd end{false, std::nullopt, "Folder cannot be entered: " + item, inFolder.Entered().cause};
   tools.log.WarnOfLoss(end.description, category);
   return end;

@@ -10,18 +10,19 @@
 
 namespace work {
 
-/// The disk, other programs, the screen that must stay alive meanwhile, and the log.
+/// The disk, other programs, the screen that must stay alive meanwhile, the log, and this program's own folder.
 /// References only: whoever hands them out keeps the objects alive.
 struct Tools {
   host::FileSystem& files;
   host::Processes& processes;
   host::MessageLoop& messageLoop;
   app::OperationLog& log;
+  const std::string& programFolder;
 };
 
 inline Tools ToolsOf(app::Application& application) {
   const host::Host& host = application.host;
-  return {host.files, host.processes, host.messageLoop, application.log};
+  return {host.files, host.processes, host.messageLoop, application.log, application.state.StartupDirectory};
 }
 
 /// Windows refuses a command line of more characters (UTF-16 units) than this.
@@ -42,12 +43,14 @@ struct ProgramEnd {
 };
 
 /// Starts a command hidden and waits for its end, while the user interface is served. Nothing is logged.
-ProgramEnd RunAndWait(host::Processes& processes, const std::string& command);
+ProgramEnd RunAndWait(host::Processes& processes, const std::string& command,
+                      host::Where where = host::Where::ProgramsOnly);
 
 /// The same; a command that is not started, or ends with another exit code than 0, leaves a warning in the operation
 /// log that names it, its exit code and `category` (the job it belongs to): most callers go on regardless, and nothing
 /// would tell that data is missing.
-ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category);
+ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category,
+                      host::Where where = host::Where::ProgramsOnly);
 
 /// Splits a job item at its last "\" and runs the name with the folder current; the folder `back` is current
 /// afterwards. An item without a folder, or with one that cannot be entered, counts as a program that is not started.

@@ -36,7 +36,7 @@ struct JobStation : Workstation {
     static_cast<void>(host.catalogue.Open("", host.catalogue.tableName));
     host.disk.MakeFolders("C:\\Work");
     host.files.temporaryFolder = "C:\\Work\\";
-    EXPECT_TRUE(packed.workFolder.Create(host.clock).IsDone());
+    EXPECT_TRUE(packed.workFolder.Create(host.clock, host.messageLoop).IsDone());
     EXPECT_EQ(packed.workFolder.StagingFolder(), kStaging);
     app::State& state = application.state;
     state.StartupDirectory = fakes::kProgramFolder;
@@ -62,7 +62,7 @@ struct JobStation : Workstation {
   work::Tools tools = work::ToolsOf(application);
   media::MediaDrives drives{host.Contracts(), application.paths, application.messages, application.failures};
   jobs::JobDefinitions definitions;
-  backupset::PackedSet packed{{host.files, fakes::kProgramFolder}, {}, 0};
+  backupset::PackedSet packed{{host.files, host.qx32, fakes::kProgramFolder}, {}, 0};
   jobs::Job job{tools,
                 application.paths,
                 host.components,

@@ -72,7 +72,7 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
     EXPECT_EQ(Heads(session.Told().logLines),
               (Paths{"Start Backup Utility", "Start User Authentication", "Signed in ", "Start Main Menu",
                      "Start Select Information for Backup", "Start Backup", "Backup gathered", "Start Select Folder",
-                     "Selected Folder", "Backup written to D", "Finish Backup Utility"}));
+                     "Selected Folder", "Read back and compared", "Backup written to D", "Finish Backup Utility"}));
     for (const auto& program : session.processes.started)
       EXPECT_TRUE(program.style == host::WindowStyle::Hidden && program.waitedFor) << program.commandLine;
   }

@@ -12,8 +12,8 @@ using base::Result;
 TEST_F(AppTest, AWorkFolderIsRemovedOnce) {
   const std::string path = host.files.temporaryFolder + "120315093012";
   {
-    work::WorkFolder folder(host.files, fakes::kProgramFolder);
-    EXPECT_TRUE(folder.Create(host.clock).IsDone());
+    work::WorkFolder folder(host.files, host.qx32, fakes::kProgramFolder);
+    EXPECT_TRUE(folder.Create(host.clock, host.messageLoop).IsDone());
     EXPECT_EQ(folder.Remove(), Result::Done);
     host.disk.MakeFolders(path);
     EXPECT_EQ(folder.Remove(), Result::Done);
