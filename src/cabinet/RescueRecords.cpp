@@ -29,7 +29,7 @@ class Beginning : public Source {
   bool Have(std::uint64_t count) {
     if (count > std::min<std::uint64_t>(source_.Size(), kMostRecords)) return false;
     while (bytes.size() < count) {
-      constexpr std::size_t kAtOnce = 65536;
+      constexpr std::size_t kAtOnce = 65'536;
       const std::size_t before = bytes.size();
       bytes.resize(before + kAtOnce);
       const std::int64_t got = source_.ReadAt(before, bytes.data() + before, kAtOnce);

@@ -15,7 +15,7 @@ using base::Outcome;
 using base::Result;
 
 constexpr std::size_t kMaxGap = 65'535;  // unknown bytes tolerated before the file records
-constexpr std::size_t kReadAtOnce = 65536;
+constexpr std::size_t kReadAtOnce = 65'536;
 constexpr const char* kDamagedRecords = "its list of files is damaged";
 
 /// A signature stands behind the cabinet, and the header's reserved area, which has this size, says where: four bytes
