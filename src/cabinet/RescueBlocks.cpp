@@ -9,9 +9,9 @@
 namespace cabinet {
 namespace {
 
-/// How often a run of blocks is followed to its end, for all damages together: cabinets within cabinets look like runs
-/// of blocks too, and hostile ones like any number of them.
-constexpr int kMostRuns = 256;
+/// How many times the cabinet's size may be looked at in search of blocks, for all damages together: cabinets within
+/// cabinets look like runs of blocks too, and hostile ones like any number of them.
+constexpr std::uint64_t kMostLooks = 8;
 
 /// What a medium fails to read at once.
 constexpr std::uint64_t kSectorSize = 512;
@@ -19,7 +19,11 @@ constexpr std::uint64_t kSectorSize = 512;
 class FolderRescue {
  public:
   FolderRescue(Source& source, RescuedStructure& rescued)
-      : window_(source), size_(source.Size()), rescued_(rescued), structure_(rescued.structure) {}
+      : window_(source),
+        size_(source.Size()),
+        effort_(kMostLooks * source.Size()),
+        rescued_(rescued),
+        structure_(rescued.structure) {}
 
   std::vector<RescuedFolder> Run() {
     std::vector<RescuedFolder> folders(structure_.folders.size());
@@ -190,7 +194,7 @@ class FolderRescue {
   /// To the next run of blocks that leads to the end of the folder: counted from there, its place is certain.
   bool PassToRun() {
     if (out_->method != Method::MsZip) return false;  // what is not packed may hold anything that looks like a block
-    for (std::uint64_t at = at_ + 1; at + HeaderSize() < size_ && runs_ < kMostRuns; ++at) {
+    for (std::uint64_t at = at_ + 1; at + HeaderSize() < size_ && Spend(1); ++at) {
       const std::uint8_t* const bytes = window_.At(at, HeaderSize() + kZipMark.size());
       if (!bytes && !window_.CannotBeRead()) return false;
       if (!bytes) {
@@ -198,7 +202,8 @@ class FolderRescue {
         continue;
       }
       const BlockHeader header = ReadBlockHeader(bytes);
-      if (!header.IsPossible() || !HasZipMark(bytes, header) || !IsSound(at)) continue;
+      if (!header.IsPossible() || !HasZipMark(bytes, header)) continue;
+      if (!Spend(header.packedSize) || !IsSound(at)) continue;
       const std::optional<std::uint64_t> length = RunLength(at);
       if (!length || *length + offset_ >= extent_ || (extent_ - *length - offset_) % kBlockSize != 0) continue;
       if (FitsWithSizes(at - at_ - HeaderSize(), extent_ - *length - offset_)) {
@@ -214,14 +219,18 @@ class FolderRescue {
     return false;
   }
 
+  bool Spend(std::uint64_t bytes) {
+    effort_ -= std::min(effort_, bytes);
+    return effort_ > 0;
+  }
+
   /// How many unpacked bytes the blocks from `at` to a border hold, as their headers say; nothing when they lead to
   /// none.
   std::optional<std::uint64_t> RunLength(std::uint64_t at) {
-    ++runs_;
     std::uint64_t length = 0;
     while (!IsBorder(at)) {
       const std::optional<BlockHeader> header = HeaderAt(at);
-      if (!header || !header->IsPossible()) return std::nullopt;
+      if (!header || !header->IsPossible() || !Spend(kBlockHeaderSize + header->packedSize)) return std::nullopt;
       at += HeaderSize() + header->packedSize;
       length += header->unpackedSize;
     }
@@ -279,16 +288,16 @@ class FolderRescue {
 
   Window window_;
   const std::uint64_t size_;
+  std::uint64_t effort_;  // bytes that may still be looked at in search of blocks
   RescuedStructure& rescued_;
   Structure& structure_;
   RescuedFolder* out_ = nullptr;
   std::size_t folder_ = 0;
-  std::uint64_t extent_ = 0;  // what the folder's members need
-  std::uint64_t before_ = 0;  // where the data of the folder before end
-  std::uint64_t at_ = 0;      // of the next block
-  std::uint64_t offset_ = 0;  // of its data in the folder's stream
-  unsigned count_ = 0;        // blocks passed
-  int runs_ = 0;
+  std::uint64_t extent_ = 0;             // what the folder's members need
+  std::uint64_t before_ = 0;             // where the data of the folder before end
+  std::uint64_t at_ = 0;                 // of the next block
+  std::uint64_t offset_ = 0;             // of its data in the folder's stream
+  unsigned count_ = 0;                   // blocks passed
   FoundBlock lost_;                      // the block that was lost last, by its sizes
   std::optional<std::uint64_t> unsure_;  // behind the first block whose unpacked size is not certain
 };

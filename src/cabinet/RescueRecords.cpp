@@ -19,6 +19,8 @@ constexpr std::size_t kFoldersAtInGuarded = kCrcAt + 4;
 constexpr std::size_t kLongestRecord = kFileRecordSize + kMaxNameBytes + 1;
 /// More than the records of any cabinet take.
 constexpr std::size_t kMostRecords = std::size_t{1} << 26;
+/// Behind so many damaged records nobody looks for more: each takes a search.
+constexpr int kMostDamagedRecords = 1000;
 
 /// A source whose first bytes were read, and may have been put right.
 class Beginning : public Source {
@@ -29,12 +31,7 @@ class Beginning : public Source {
   bool Have(std::uint64_t count) {
     if (count > std::min<std::uint64_t>(source_.Size(), kMostRecords)) return false;
     while (bytes.size() < count) {
-      constexpr std::size_t kAtOnce = 65536;
-      const std::size_t before = bytes.size();
-      bytes.resize(before + kAtOnce);
-      const std::int64_t got = source_.ReadAt(before, bytes.data() + before, kAtOnce);
-      bytes.resize(before + static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
-      if (got <= 0) return false;
+      if (AppendNext(source_, bytes, static_cast<std::size_t>(count) - bytes.size()) <= 0) return false;
     }
     return true;
   }
@@ -288,6 +285,7 @@ class TolerantReader {
       Add(at, *length, next);
       return true;
     }
+    if (++damagedRecords_ > kMostDamagedRecords) return false;
     // The name or its end is damaged: the next record tells how long it was.
     for (std::size_t p = at + kFileRecordSize + 2; p <= at + kLongestRecord; ++p) {
       if (!Follows(p, at) && p != dataAt_) continue;
@@ -343,6 +341,7 @@ class TolerantReader {
   std::size_t memberCount_ = 0;
   std::uint64_t dataAt_ = kUnknown;  // where the first folder's data begin
   std::size_t at_ = 0;               // of the next record
+  int damagedRecords_ = 0;
 };
 
 /// Tells a damaged place or size from the members before and behind it.
