@@ -1,5 +1,6 @@
 // Finds the sound blocks of a damaged cabinet.
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -111,7 +112,8 @@ class FolderRescue {
       }
     }
     if (unsure_ && offset_ != extent_) LoseBehind(*unsure_);
-    if (structure_.guarded && rescued_.trusted && out_->damages.size() == 1 && count_ == record.blocks) MendBit(record);
+    if (structure_.guarded && rescued_.trusted && out_->damages.size() == 1 && count_ == record.blocks)
+      MendBytes(record);
     before_ = std::max(before_, at_);
     if (IsBorder(at_) && out_->damages.empty() && count_ != record.blocks) {
       Note("the number of a folder's blocks is damaged");
@@ -247,24 +249,38 @@ class FolderRescue {
     out_->damages.push_back({"its data are damaged: " + words, folder_, from, to});
   }
 
-  /// The only block that is damaged, with one bit of it put right, where then its checksum fits and the folder's CRC.
-  void MendBit(const Folder& record) {
+  /// Puts right the only block that is damaged, where a few wrong bytes explain both its checksum and the folder's CRC.
+  void MendBytes(const Folder& record) {
     const std::uint64_t start = out_->blocks.empty() ? lost_.at : std::min(lost_.at, out_->blocks.front().at);
     const std::size_t size = HeaderSize() + lost_.header.packedSize;
     const std::optional<std::uint32_t> crc = CrcOf(start, at_);
-    if (!crc) return;
-    const std::optional<WrongBit> wrong = FindWrongBit(size, at_ - lost_.at - size, *crc ^ record.crc);
-    const std::uint8_t* const bytes = wrong ? window_.At(lost_.at, size) : nullptr;
+    const std::uint8_t* const bytes = crc ? window_.At(lost_.at, size) : nullptr;
     if (!bytes) return;
-    std::vector<std::uint8_t> block(bytes, bytes + size);
-    lost_.wrong = *wrong;
-    Mend(lost_, block.data());
+    const std::vector<std::uint8_t> damaged(bytes, bytes + size);
+    std::vector<std::uint8_t> block;
+    const auto fits = [&](const WrongBytes& wrong) {
+      if (!MayExplainChecksum(damaged, wrong)) return false;
+      block = damaged;
+      lost_.wrong = wrong;
+      Mend(lost_, block.data());
+      return ChecksumFits(block.data(), ReadBlockHeader(block.data()), structure_.blockReserve);
+    };
+    if (!FindWrongBytes(size, at_ - lost_.at - size, *crc ^ record.crc, fits)) return;
     lost_.header = ReadBlockHeader(block.data());
-    if (!ChecksumFits(block.data(), lost_.header, structure_.blockReserve)) return;
-    Note("one bit of its data was wrong, and was put right");
+    Note("a part of its data was wrong, and was put right");
     out_->damages.clear();
     const auto behind = [](const FoundBlock& one, const FoundBlock& other) { return one.at < other.at; };
     out_->blocks.insert(std::upper_bound(out_->blocks.begin(), out_->blocks.end(), lost_, behind), lost_);
+  }
+
+  /// Whether so wrong bytes lie within the block, and only where the checksum differs: a quick look, as almost no place
+  /// passes it. The checksum sees them turned by their place within a word, except in the block's last word.
+  static bool MayExplainChecksum(const std::vector<std::uint8_t>& block, const WrongBytes& wrong) {
+    const std::size_t count = static_cast<std::size_t>(std::bit_width(wrong.mask) + 7) / 8;
+    if (wrong.at + count > block.size() || (wrong.at < kBlockHeaderSize && wrong.at + count > 4)) return false;
+    if (wrong.at + count + 4 > block.size()) return true;
+    const std::uint32_t sum = Checksum(&block[4], block.size() - 4, 0);
+    return std::rotl(wrong.mask, static_cast<int>(wrong.at % 4 * 8)) == (sum ^ Get32(block.data()));
   }
 
   std::optional<std::uint32_t> CrcOf(std::uint64_t from, std::uint64_t to) {
@@ -307,7 +323,10 @@ class FolderRescue {
 void Mend(const FoundBlock& found, std::uint8_t* block) {
   Put16(block + 4, static_cast<std::uint32_t>(found.header.packedSize));
   Put16(block + 6, static_cast<std::uint32_t>(found.header.unpackedSize));
-  block[found.wrong.byte] = static_cast<std::uint8_t>(block[found.wrong.byte] ^ found.wrong.mask);
+  for (std::size_t i = 0; i < 4 && found.wrong.mask >> 8 * i != 0; ++i) {
+    std::uint8_t& byte = block[found.wrong.at + i];
+    byte = static_cast<std::uint8_t>(byte ^ found.wrong.mask >> 8 * i);
+  }
 }
 
 std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued) {
