@@ -18,6 +18,14 @@ namespace cabarc {
 namespace {
 
 constexpr const char* kPartialSuffix = ".partial";
+constexpr std::size_t kLongestPart = 200;  // bytes of a name, which may be lengthened
+
+// The start of a name too long for a file, which only damage makes. It ends where a character does.
+std::string Shortened(std::string part) {
+  part.resize(kLongestPart);
+  while (!IsUtf8(part)) part.pop_back();
+  return part;
+}
 
 // `name` without anything for which a name is unsafe.
 std::string MadeSafe(std::string name) {
@@ -30,6 +38,7 @@ std::string MadeSafe(std::string name) {
   for (std::size_t at = 0; at <= name.size();) {
     const std::size_t end = std::min(name.find('\\', at), name.size());
     std::string part = name.substr(at, end - at);
+    if (part.size() > kLongestPart) part = Shortened(part);
     if (part.ends_with('.') || part.ends_with(' ')) part.back() = '_';
     if (WhyUnsafe(part) && !part.empty()) part.insert(0, 1, '_');
     if (!part.empty()) safe += (safe.empty() ? "" : "\\") + part;

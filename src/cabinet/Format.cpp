@@ -34,10 +34,8 @@ constexpr std::array<std::uint8_t, 256> MakeReverseTable() {
 
 constexpr std::array<std::uint8_t, 256> kReverseTable = MakeReverseTable();
 
-/// What the difference of two CRCs becomes behind one more byte, the same for both; and what it was before it.
-std::uint32_t BehindByte(std::uint32_t difference) {
-  return difference >> 8 ^ kCrcTable[difference & 0xFF];
-}
+/// What the difference of two CRCs was before one more byte, the same for both. Wrong bytes differ from what they
+/// should be as the CRCs before them would have to.
 std::uint32_t BeforeByte(std::uint32_t difference) {
   const std::uint8_t byte = kReverseTable[difference >> 24];
   return (difference ^ kCrcTable[byte]) << 8 | byte;
@@ -67,15 +65,13 @@ std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t siz
   return ~crc;
 }
 
-std::optional<WrongBit> FindWrongBit(std::size_t size, std::uint64_t behind, std::uint32_t difference) {
+std::optional<WrongBytes> FindWrongBytes(std::size_t size, std::uint64_t behind, std::uint32_t difference,
+                                         const std::function<bool(const WrongBytes&)>& accept) {
   for (; behind > 0; --behind) difference = BeforeByte(difference);
-  std::array<std::uint32_t, 8> effects{};  // on the CRC, of each bit of the byte that is looked at
-  for (unsigned bit = 0; bit < 8; ++bit) effects[bit] = BehindByte(1U << bit);
-  for (std::size_t byte = size; byte-- > 0;) {
-    for (unsigned bit = 0; bit < 8; ++bit) {
-      if (effects[bit] == difference) return WrongBit{byte, static_cast<std::uint8_t>(1U << bit)};
-      effects[bit] = BehindByte(effects[bit]);
-    }
+  for (std::size_t at = size; at-- > 0;) {
+    difference = BeforeByte(difference);
+    const WrongBytes wrong{at, difference};
+    if (accept(wrong)) return wrong;
   }
   return std::nullopt;
 }

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string_view>
 
@@ -83,12 +84,15 @@ std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t
 /// CRC-32, as archivers and networks use it, of more data behind those that gave `crc`; 0 to begin with.
 std::uint32_t Crc32(std::uint32_t crc, const std::uint8_t* data, std::size_t size);
 
-/// Among `size` bytes with another `behind` of them behind, the one bit that makes their CRC differ by `difference`
-/// (exclusive or) when it is wrong. None where it takes more than one.
-struct WrongBit {
-  std::size_t byte = 0;
-  std::uint8_t mask = 0;
+/// Up to four bytes in a row that are wrong: `mask` is what they differ by (exclusive or), the lowest byte at `at`.
+struct WrongBytes {
+  std::size_t at = 0;
+  std::uint32_t mask = 0;
 };
-std::optional<WrongBit> FindWrongBit(std::size_t size, std::uint64_t behind, std::uint32_t difference);
+
+/// Among `size` bytes with another `behind` of them behind, the last place where so few wrong bytes make the CRC of all
+/// differ by `difference` (exclusive or), and `accept` agrees: to a CRC alone, such bytes could stand anywhere.
+std::optional<WrongBytes> FindWrongBytes(std::size_t size, std::uint64_t behind, std::uint32_t difference,
+                                         const std::function<bool(const WrongBytes&)>& accept);
 
 }  // namespace cabinet

@@ -4,7 +4,7 @@
 // The records of all known writers are redundant: members lie end to end in their folder, in the order of their
 // records; the folder records end where the file records begin; the first folder's data begin where those end. So
 // a number that does not fit can be told from its neighbours, and often what it was. A guarded cabinet's CRC even tells
-// which bit of the records is wrong, when it is one.
+// which byte of the records is wrong, when it is one.
 #pragma once
 
 #include <cstdint>
@@ -33,7 +33,7 @@ struct FoundBlock {
   std::uint64_t at = 0;      ///< offset of its header in the cabinet
   std::uint64_t offset = 0;  ///< of its data in the folder's unpacked stream
   BlockHeader header;        ///< with its sizes put right where they were damaged
-  WrongBit wrong;            ///< to be put right among its bytes; the mask is 0 where there is none
+  WrongBytes wrong;          ///< to be put right among its bytes; the mask is 0 where there are none
 };
 
 /// Puts right in a block's bytes what was found to be wrong.
@@ -48,7 +48,7 @@ struct RescuedFolder {
 /// Finds the sound blocks of every folder: where the folder records say, or else where the data before end, and behind
 /// a damaged block wherever the next ones are found. What is found behind one counts only when its place in the stream
 /// is certain. Without a checksum a block is taken for sound only where its header leads to another one.
-/// One wrong bit in a folder of a guarded cabinet is found by its CRC and costs nothing.
+/// In a folder of a guarded cabinet up to four wrong bytes in a row are found by its CRC and cost nothing.
 /// May shorten the last member of a folder whose record claims more than the folder ever held.
 std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued);
 

@@ -1,5 +1,6 @@
 // Finds the sound blocks of a damaged cabinet.
 #include <algorithm>
+#include <bit>
 #include <cstring>
 #include <optional>
 #include <utility>
@@ -9,9 +10,9 @@
 namespace cabinet {
 namespace {
 
-/// How often a run of blocks is followed to its end, for all damages together: cabinets within cabinets look like runs
-/// of blocks too, and hostile ones like any number of them.
-constexpr int kMostRuns = 256;
+/// How many times the cabinet's size may be looked at in search of blocks, for all damages together: cabinets within
+/// cabinets look like runs of blocks too, and hostile ones like any number of them.
+constexpr std::uint64_t kMostLooks = 8;
 
 /// What a medium fails to read at once.
 constexpr std::uint64_t kSectorSize = 512;
@@ -19,7 +20,11 @@ constexpr std::uint64_t kSectorSize = 512;
 class FolderRescue {
  public:
   FolderRescue(Source& source, RescuedStructure& rescued)
-      : window_(source), size_(source.Size()), rescued_(rescued), structure_(rescued.structure) {}
+      : window_(source),
+        size_(source.Size()),
+        effort_(kMostLooks * source.Size()),
+        rescued_(rescued),
+        structure_(rescued.structure) {}
 
   std::vector<RescuedFolder> Run() {
     std::vector<RescuedFolder> folders(structure_.folders.size());
@@ -107,7 +112,8 @@ class FolderRescue {
       }
     }
     if (unsure_ && offset_ != extent_) LoseBehind(*unsure_);
-    if (structure_.guarded && rescued_.trusted && out_->damages.size() == 1 && count_ == record.blocks) MendBit(record);
+    if (structure_.guarded && rescued_.trusted && out_->damages.size() == 1 && count_ == record.blocks)
+      MendBytes(record);
     before_ = std::max(before_, at_);
     if (IsBorder(at_) && out_->damages.empty() && count_ != record.blocks) {
       Note("the number of a folder's blocks is damaged");
@@ -190,7 +196,7 @@ class FolderRescue {
   /// To the next run of blocks that leads to the end of the folder: counted from there, its place is certain.
   bool PassToRun() {
     if (out_->method != Method::MsZip) return false;  // what is not packed may hold anything that looks like a block
-    for (std::uint64_t at = at_ + 1; at + HeaderSize() < size_ && runs_ < kMostRuns; ++at) {
+    for (std::uint64_t at = at_ + 1; at + HeaderSize() < size_ && Spend(1); ++at) {
       const std::uint8_t* const bytes = window_.At(at, HeaderSize() + kZipMark.size());
       if (!bytes && !window_.CannotBeRead()) return false;
       if (!bytes) {
@@ -198,7 +204,8 @@ class FolderRescue {
         continue;
       }
       const BlockHeader header = ReadBlockHeader(bytes);
-      if (!header.IsPossible() || !HasZipMark(bytes, header) || !IsSound(at)) continue;
+      if (!header.IsPossible() || !HasZipMark(bytes, header)) continue;
+      if (!Spend(header.packedSize) || !IsSound(at)) continue;
       const std::optional<std::uint64_t> length = RunLength(at);
       if (!length || *length + offset_ >= extent_ || (extent_ - *length - offset_) % kBlockSize != 0) continue;
       if (FitsWithSizes(at - at_ - HeaderSize(), extent_ - *length - offset_)) {
@@ -214,14 +221,18 @@ class FolderRescue {
     return false;
   }
 
+  bool Spend(std::uint64_t bytes) {
+    effort_ -= std::min(effort_, bytes);
+    return effort_ > 0;
+  }
+
   /// How many unpacked bytes the blocks from `at` to a border hold, as their headers say; nothing when they lead to
   /// none.
   std::optional<std::uint64_t> RunLength(std::uint64_t at) {
-    ++runs_;
     std::uint64_t length = 0;
     while (!IsBorder(at)) {
       const std::optional<BlockHeader> header = HeaderAt(at);
-      if (!header || !header->IsPossible()) return std::nullopt;
+      if (!header || !header->IsPossible() || !Spend(kBlockHeaderSize + header->packedSize)) return std::nullopt;
       at += HeaderSize() + header->packedSize;
       length += header->unpackedSize;
     }
@@ -238,24 +249,38 @@ class FolderRescue {
     out_->damages.push_back({"its data are damaged: " + words, folder_, from, to});
   }
 
-  /// The only block that is damaged, with one bit of it put right, where then its checksum fits and the folder's CRC.
-  void MendBit(const Folder& record) {
+  /// Puts right the only block that is damaged, where a few wrong bytes explain both its checksum and the folder's CRC.
+  void MendBytes(const Folder& record) {
     const std::uint64_t start = out_->blocks.empty() ? lost_.at : std::min(lost_.at, out_->blocks.front().at);
     const std::size_t size = HeaderSize() + lost_.header.packedSize;
     const std::optional<std::uint32_t> crc = CrcOf(start, at_);
-    if (!crc) return;
-    const std::optional<WrongBit> wrong = FindWrongBit(size, at_ - lost_.at - size, *crc ^ record.crc);
-    const std::uint8_t* const bytes = wrong ? window_.At(lost_.at, size) : nullptr;
+    const std::uint8_t* const bytes = crc ? window_.At(lost_.at, size) : nullptr;
     if (!bytes) return;
-    std::vector<std::uint8_t> block(bytes, bytes + size);
-    lost_.wrong = *wrong;
-    Mend(lost_, block.data());
+    const std::vector<std::uint8_t> damaged(bytes, bytes + size);
+    std::vector<std::uint8_t> block;
+    const auto fits = [&](const WrongBytes& wrong) {
+      if (!MayExplainChecksum(damaged, wrong)) return false;
+      block = damaged;
+      lost_.wrong = wrong;
+      Mend(lost_, block.data());
+      return ChecksumFits(block.data(), ReadBlockHeader(block.data()), structure_.blockReserve);
+    };
+    if (!FindWrongBytes(size, at_ - lost_.at - size, *crc ^ record.crc, fits)) return;
     lost_.header = ReadBlockHeader(block.data());
-    if (!ChecksumFits(block.data(), lost_.header, structure_.blockReserve)) return;
-    Note("one bit of its data was wrong, and was put right");
+    Note("a part of its data was wrong, and was put right");
     out_->damages.clear();
     const auto behind = [](const FoundBlock& one, const FoundBlock& other) { return one.at < other.at; };
     out_->blocks.insert(std::upper_bound(out_->blocks.begin(), out_->blocks.end(), lost_, behind), lost_);
+  }
+
+  /// Whether so wrong bytes lie within the block, and only where the checksum differs: a quick look, as almost no place
+  /// passes it. The checksum sees them turned by their place within a word, except in the block's last word.
+  static bool MayExplainChecksum(const std::vector<std::uint8_t>& block, const WrongBytes& wrong) {
+    const std::size_t count = static_cast<std::size_t>(std::bit_width(wrong.mask) + 7) / 8;
+    if (wrong.at + count > block.size() || (wrong.at < kBlockHeaderSize && wrong.at + count > 4)) return false;
+    if (wrong.at + count + 4 > block.size()) return true;
+    const std::uint32_t sum = Checksum(&block[4], block.size() - 4, 0);
+    return std::rotl(wrong.mask, static_cast<int>(wrong.at % 4 * 8)) == (sum ^ Get32(block.data()));
   }
 
   std::optional<std::uint32_t> CrcOf(std::uint64_t from, std::uint64_t to) {
@@ -279,16 +304,16 @@ class FolderRescue {
 
   Window window_;
   const std::uint64_t size_;
+  std::uint64_t effort_;  // bytes that may still be looked at in search of blocks
   RescuedStructure& rescued_;
   Structure& structure_;
   RescuedFolder* out_ = nullptr;
   std::size_t folder_ = 0;
-  std::uint64_t extent_ = 0;  // what the folder's members need
-  std::uint64_t before_ = 0;  // where the data of the folder before end
-  std::uint64_t at_ = 0;      // of the next block
-  std::uint64_t offset_ = 0;  // of its data in the folder's stream
-  unsigned count_ = 0;        // blocks passed
-  int runs_ = 0;
+  std::uint64_t extent_ = 0;             // what the folder's members need
+  std::uint64_t before_ = 0;             // where the data of the folder before end
+  std::uint64_t at_ = 0;                 // of the next block
+  std::uint64_t offset_ = 0;             // of its data in the folder's stream
+  unsigned count_ = 0;                   // blocks passed
   FoundBlock lost_;                      // the block that was lost last, by its sizes
   std::optional<std::uint64_t> unsure_;  // behind the first block whose unpacked size is not certain
 };
@@ -298,7 +323,10 @@ class FolderRescue {
 void Mend(const FoundBlock& found, std::uint8_t* block) {
   Put16(block + 4, static_cast<std::uint32_t>(found.header.packedSize));
   Put16(block + 6, static_cast<std::uint32_t>(found.header.unpackedSize));
-  block[found.wrong.byte] = static_cast<std::uint8_t>(block[found.wrong.byte] ^ found.wrong.mask);
+  for (std::size_t i = 0; i < 4 && found.wrong.mask >> 8 * i != 0; ++i) {
+    std::uint8_t& byte = block[found.wrong.at + i];
+    byte = static_cast<std::uint8_t>(byte ^ found.wrong.mask >> 8 * i);
+  }
 }
 
 std::vector<RescuedFolder> RescueBlocks(Source& source, RescuedStructure& rescued) {

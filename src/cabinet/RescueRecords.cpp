@@ -17,8 +17,13 @@ using base::Result;
 
 constexpr std::size_t kFoldersAtInGuarded = kCrcAt + 4;
 constexpr std::size_t kLongestRecord = kFileRecordSize + kMaxNameBytes + 1;
+/// In how many bytes of records one wrong byte is looked for: among more, too many would be worth trying. One wrong bit
+/// is always looked for.
+constexpr std::size_t kMostForOneByte = 16384;
 /// More than the records of any cabinet take.
 constexpr std::size_t kMostRecords = std::size_t{1} << 26;
+/// Behind so many damaged records nobody looks for more: each takes a search.
+constexpr int kMostDamagedRecords = 1000;
 
 /// A source whose first bytes were read, and may have been put right.
 class Beginning : public Source {
@@ -29,12 +34,7 @@ class Beginning : public Source {
   bool Have(std::uint64_t count) {
     if (count > std::min<std::uint64_t>(source_.Size(), kMostRecords)) return false;
     while (bytes.size() < count) {
-      constexpr std::size_t kAtOnce = 65'536;
-      const std::size_t before = bytes.size();
-      bytes.resize(before + kAtOnce);
-      const std::int64_t got = source_.ReadAt(before, bytes.data() + before, kAtOnce);
-      bytes.resize(before + static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
-      if (got <= 0) return false;
+      if (AppendNext(source_, bytes, static_cast<std::size_t>(count) - bytes.size()) <= 0) return false;
     }
     return true;
   }
@@ -53,7 +53,7 @@ class Beginning : public Source {
   Source& source_;
 };
 
-/// Puts the one bit right that makes the records of a guarded cabinet differ from their CRC.
+/// Puts the one byte right that makes the records of a guarded cabinet differ from their CRC.
 class RecordMender {
  public:
   explicit RecordMender(Beginning& records) : records_(records) {}
@@ -96,25 +96,28 @@ class RecordMender {
       Put32(&records_.bytes[kCrcAt], Get32(&records_.bytes[kCrcAt]) ^ *difference);
       return true;
     }
-    const std::optional<WrongBit> wrong = FindWrongBit(end, 0, *difference);
-    if (!wrong || (wrong->byte >= kCrcAt && wrong->byte < kCrcAt + 4)) return false;  // those count as 0
-    Flip(*wrong);
-    return true;
+    const auto accept = [end](const WrongBytes& wrong) {
+      const bool few = std::has_single_bit(wrong.mask) || end <= kMostForOneByte;
+      return wrong.mask < 0x100 && few && (wrong.at < kCrcAt || wrong.at >= kCrcAt + 4);  // those count as 0
+    };
+    const std::optional<WrongBytes> wrong = FindWrongBytes(end, 0, *difference, accept);
+    if (wrong) Change(*wrong);
+    return wrong.has_value();
   }
 
   /// For records whose own end is what is damaged.
   bool MendEnd(std::uint32_t end, unsigned bit) {
     if (end > records_.Size() || !records_.Have(end)) return false;
-    const WrongBit wrong{kFoldersAtInGuarded + bit / 8, static_cast<std::uint8_t>(1U << bit % 8)};
-    Flip(wrong);
+    const WrongBytes wrong{kFoldersAtInGuarded + bit / 8, 1U << bit % 8};
+    Change(wrong);
     const std::optional<std::uint32_t> difference = Difference(end);
     if (difference && *difference == 0) return true;
-    Flip(wrong);
+    Change(wrong);
     return false;
   }
 
-  void Flip(const WrongBit& bit) {
-    records_.bytes[bit.byte] = static_cast<std::uint8_t>(records_.bytes[bit.byte] ^ bit.mask);
+  void Change(const WrongBytes& wrong) {
+    records_.bytes[wrong.at] = static_cast<std::uint8_t>(records_.bytes[wrong.at] ^ wrong.mask);
   }
 
   Beginning& records_;
@@ -244,10 +247,7 @@ class TolerantReader {
 
   /// Whether what stands at `at` can be a file record of a cabinet of so many folders.
   bool IsPlausible(std::size_t at, std::size_t folders) {
-    const std::optional<std::size_t> length = NameLength(at);
-    if (!length || *length == 0 || at + kFileRecordSize + *length >= dataAt_) return false;
-    const std::uint8_t* const name = At(at + kFileRecordSize);
-    if (std::any_of(name, name + *length, [](std::uint8_t byte) { return byte < 0x20; })) return false;
+    if (!HasCleanName(at) || at + kFileRecordSize + *NameLength(at) >= dataAt_) return false;
     const std::uint8_t* const record = At(at);
     return Get32(record) <= kMaxFileSize && Get32(record + 4) <= kMaxFolderSize && Get16(record + 8) < folders &&
            record[15] == 0;
@@ -282,21 +282,60 @@ class TolerantReader {
     const std::size_t at = at_;
     const std::optional<std::size_t> length = NameLength(at);
     const std::size_t next = at + kFileRecordSize + length.value_or(0) + 1;
-    const bool last = structure_.members.size() + 1 == memberCount_;
-    const bool ends = length && (next == dataAt_ || (last && dataAt_ == kUnknown));
-    if (ends || (length && (IsPlausible(next, folderCount_) || Follows(next, at)))) {
+    if (length && MayEndAt(next, at)) {
       Add(at, *length, next);
       return true;
     }
-    // The name or its end is damaged: the next record tells how long it was.
-    for (std::size_t p = at + kFileRecordSize + 2; p <= at + kLongestRecord; ++p) {
-      if (!Follows(p, at) && p != dataAt_) continue;
-      Add(at, p - 1 - at - kFileRecordSize, p);
+    if (++damagedRecords_ > kMostDamagedRecords) return false;
+    const std::optional<std::size_t> sure = NextSureRecord(at);
+    if (length && HasCleanName(at) && (!sure || *sure > next + kFileRecordSize + 1)) {
+      Add(at, *length, next);  // between it and the sure one there is another, a damaged one
+    } else if (sure && *sure <= at + kLongestRecord) {
+      Add(at, *sure - 1 - at - kFileRecordSize, *sure);
       Note("the name of " + structure_.members.back().name + " is damaged");
-      return true;
+    } else if (sure) {
+      Note("a file record is damaged; its file is lost");
+      at_ = *sure;
     }
-    if (IsPlausible(at, folderCount_)) Add(at, *length, next);
-    return SkipRecord(at);
+    return sure.has_value();
+  }
+
+  /// Whether the record at `at` may end where `next` begins.
+  bool MayEndAt(std::size_t next, std::size_t at) {
+    if (next == dataAt_) return true;
+    if (dataAt_ == kUnknown && structure_.members.size() + 1 == memberCount_) return true;
+    return IsPlausible(next, folderCount_) || Follows(next, at) || IsLike(next, at);
+  }
+
+  /// Whether a record stands at `next` of whose numbers some are damaged.
+  bool IsLike(std::size_t next, std::size_t at) {
+    if (!HasCleanName(at) || !HasCleanName(next)) return false;
+    const std::size_t behind = next + kFileRecordSize + *NameLength(next) + 1;
+    if (behind != dataAt_ && !IsPlausible(behind, kAnyFolder)) return false;
+    const bool kind = Get16(At(next + 8)) == Get16(At(at + 8)) && Get16(At(next + 14)) == Get16(At(at + 14));
+    return kind || Get32(At(next + 4)) == Get32(At(at)) + Get32(At(at + 4));
+  }
+
+  /// The nearest place behind the record at `at` where another one begins for certain.
+  std::optional<std::size_t> NextSureRecord(std::size_t at) {
+    for (std::size_t p = at + kFileRecordSize + 2; p <= at + 2 * kLongestRecord; ++p) {
+      if (Follows(p, at) || IsSureRecord(p)) return p;
+    }
+    return std::nullopt;
+  }
+
+  bool HasCleanName(std::size_t at) {
+    const std::optional<std::size_t> length = NameLength(at);
+    if (!length || *length == 0) return false;
+    const std::uint8_t* const name = At(at + kFileRecordSize);
+    return std::none_of(name, name + *length, [](std::uint8_t byte) { return byte < 0x20; });
+  }
+
+  /// Whether a record stands there that another one follows, or the data.
+  bool IsSureRecord(std::size_t at) {
+    if (!IsPlausible(at, folderCount_)) return false;
+    const std::size_t next = at + kFileRecordSize + *NameLength(at) + 1;
+    return next == dataAt_ || Follows(next, at);
   }
 
   void Add(std::size_t at, std::size_t length, std::size_t next) {
@@ -316,19 +355,6 @@ class TolerantReader {
     at_ = next;
   }
 
-  /// To two records that follow each other, behind one that cannot be read.
-  bool SkipRecord(std::size_t at) {
-    for (std::size_t p = at + kFileRecordSize; p <= at + 2 * kLongestRecord; ++p) {
-      if (!IsPlausible(p, folderCount_)) continue;
-      const std::size_t next = p + kFileRecordSize + *NameLength(p) + 1;
-      if (next != dataAt_ && !Follows(next, p)) continue;
-      Note("a file record is damaged; its file is lost");
-      at_ = p;
-      return true;
-    }
-    return false;
-  }
-
   static constexpr std::size_t kAnyFolder = 0x10000;
   static constexpr std::uint64_t kUnknown = std::numeric_limits<std::uint64_t>::max();
 
@@ -343,6 +369,7 @@ class TolerantReader {
   std::size_t memberCount_ = 0;
   std::uint64_t dataAt_ = kUnknown;  // where the first folder's data begin
   std::size_t at_ = 0;               // of the next record
+  int damagedRecords_ = 0;
 };
 
 /// Tells a damaged place or size from the members before and behind it.
@@ -352,7 +379,7 @@ class MemberFitter {
 
   void Fit() {
     for (std::size_t i = 0; i < members_.size(); ++i) FitFolder(i);
-    for (std::size_t i = 0; i < members_.size(); ++i) FitExtent(i);
+    if (AllInFolders()) FitExtents();
     DropOverlapping();
   }
 
@@ -382,28 +409,38 @@ class MemberFitter {
     return i > 0 && members_[i - 1].folder == members_[i].folder ? EndOf(members_[i - 1]) : 0;
   }
 
-  void FitExtent(std::size_t i) {
-    Member& member = members_[i];
-    const Member* const next = Next(i);
-    const std::uint64_t expected = Expected(i);
-    if (member.at != expected && (!next || expected + member.size == next->at)) {
-      member.at = static_cast<std::uint32_t>(expected);
-      Note(member, "its place is damaged; it follows the file before");
-    }
-    if (!next && EndOf(member) > kMaxFolderSize && member.at < kMaxFolderSize) {
-      member.size = static_cast<std::uint32_t>(kMaxFolderSize - member.at);  // its data will tell
-    }
-    if (!next || EndOf(member) == next->at || next->at < member.at || NextIsDamaged(i)) return;
-    member.size = next->at - member.at;
-    Note(member, "its size is damaged; it ends where the next file begins");
+  /// Whether the member ends where the next one begins, or the last one within the folder's last block.
+  bool EndsRight(std::size_t i) const {
+    if (const Member* const next = Next(i)) return EndOf(members_[i]) == next->at;
+    const std::uint64_t most = rescued_.structure.folders[members_[i].folder].blocks * std::uint64_t{kBlockSize};
+    return EndOf(members_[i]) <= most && EndOf(members_[i]) + kBlockSize > most;
   }
 
-  /// Whether the place of the next member does not fit, but would behind this one.
-  bool NextIsDamaged(std::size_t i) const {
-    const Member* const behind = Next(i + 1);
-    const Member& next = members_[i + 1];
-    if (!behind) return false;
-    return EndOf(next) != behind->at && EndOf(members_[i]) + next.size == behind->at;
+  /// A place that fits the member before or the one behind is right. Another one is where the member before ends; and
+  /// a member that does not end at a right place has the wrong size.
+  void FitExtents() {
+    std::vector<bool> right(members_.size());
+    for (std::size_t i = 0; i < members_.size(); ++i) right[i] = members_[i].at == Expected(i) || EndsRight(i);
+    for (std::size_t i = 0; i < members_.size(); ++i) {
+      Member& member = members_[i];
+      if (!right[i] && member.at != Expected(i) && Expected(i) <= kMaxFolderSize) {
+        member.at = static_cast<std::uint32_t>(Expected(i));
+        Note(member, "its place is damaged; it follows the file before");
+      }
+      const Member* const next = Next(i);
+      if (next && right[i + 1] && EndOf(member) != next->at && next->at >= member.at) {
+        member.size = next->at - member.at;
+        Note(member, "its size is damaged; it ends where the next file begins");
+      }
+      if (!next && EndOf(member) > kMaxFolderSize && member.at < kMaxFolderSize) {
+        member.size = static_cast<std::uint32_t>(kMaxFolderSize - member.at);  // its data will tell
+      }
+    }
+  }
+
+  bool AllInFolders() const {
+    return std::all_of(members_.begin(), members_.end(),
+                       [this](const Member& member) { return member.folder < rescued_.structure.folders.size(); });
   }
 
   void DropOverlapping() {
@@ -446,8 +483,8 @@ base::Outcome RescueStructure(Source& source, RescuedStructure& rescued, const R
   const Structure loose = std::move(rescued.structure);  // of another archiver, where the read was done
   Beginning records(source);
   if (RecordMender(records).Mend()) {
-    rescued.flaws.emplace_back("one bit of its list of files was wrong, and was put right");
-    if (ReadStructure(records, rescued.structure, rules).IsDone()) return Result::Done;
+    rescued.flaws.emplace_back("one byte of its list of files was wrong, and was put right");
+    if (ReadStructure(records, rescued.structure, rules).IsDone() && IsTight(rescued.structure)) return Result::Done;
   }
   rescued.structure = {};
   const Outcome tolerated = TolerantReader(records, rules, rescued).Read();

@@ -1,9 +1,28 @@
 // Reads a source forward, in large pieces.
 #include "cabinet/Source.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace cabinet {
+namespace {
+
+constexpr std::size_t kReadAtOnce = 65'536;
+
+std::int64_t Append(Source& source, std::vector<std::uint8_t>& bytes, std::size_t count) {
+  const std::size_t before = bytes.size();
+  bytes.resize(before + count);
+  const std::int64_t got = source.ReadAt(before, bytes.data() + before, count);
+  bytes.resize(before + static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
+  return got;
+}
+
+}  // namespace
+
+std::int64_t AppendNext(Source& source, std::vector<std::uint8_t>& bytes, std::size_t count) {
+  const std::int64_t got = Append(source, bytes, std::max(count, kReadAtOnce));
+  return got < 0 ? Append(source, bytes, count) : got;
+}
 
 const std::uint8_t* Window::At(std::uint64_t offset, std::size_t count) {
   cannotBeRead_ = false;

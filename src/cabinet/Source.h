@@ -20,6 +20,10 @@ class Source {
   virtual std::uint64_t Size() = 0;
 };
 
+/// Appends to `bytes`, which are the beginning of `source`, a piece of what follows: a large one, or `count` bytes
+/// where a bad place spoils that. Returns as ReadAt does.
+std::int64_t AppendNext(Source& source, std::vector<std::uint8_t>& bytes, std::size_t count);
+
 /// A part of a source in memory, which goes forward with what is asked for: for reading all of it once, in its order.
 class Window {
  public:

@@ -15,7 +15,6 @@ using base::Outcome;
 using base::Result;
 
 constexpr std::size_t kMaxGap = 65'535;  // unknown bytes tolerated before the file records
-constexpr std::size_t kReadAtOnce = 65'536;
 constexpr const char* kDamagedRecords = "its list of files is damaged";
 
 /// A signature stands behind the cabinet, and the header's reserved area, which has this size, says where: four bytes
@@ -44,10 +43,7 @@ class Reader {
   /// Sees to it that `count` bytes stand at Next().
   Outcome Have(std::size_t count) {
     while (bytes_.size() - at_ < count) {
-      const std::size_t before = bytes_.size();
-      bytes_.resize(before + kReadAtOnce);
-      const std::int64_t got = source_.ReadAt(before, bytes_.data() + before, kReadAtOnce);
-      bytes_.resize(before + static_cast<std::size_t>(std::max<std::int64_t>(got, 0)));
+      const std::int64_t got = AppendNext(source_, bytes_, count - (bytes_.size() - at_));
       if (got < 0) return Failure("it cannot be read");
       if (got == 0) return Failure("its end is missing");
     }

@@ -79,7 +79,7 @@ void RequireRescue(cabinet::Source& source) {
       at = block.at + block.header.packedSize;
       offset = block.offset + block.header.unpackedSize;
       fuzz::Require(at <= source.Size() && block.header.IsPossible(), "a block lies in the file");
-      fuzz::Require(block.wrong.byte < block.header.packedSize + cabinet::kBlockHeaderSize + 255, "as does its mend");
+      fuzz::Require(block.wrong.at < block.header.packedSize + cabinet::kBlockHeaderSize + 255, "as does its mend");
     }
     for (const cabinet::Damage& damage : folder.damages) {
       fuzz::Require(damage.from <= damage.to && !damage.words.empty(), "a damage has a place and words");

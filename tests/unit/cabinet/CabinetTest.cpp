@@ -258,24 +258,23 @@ TEST(CabinetRescue, GoesOnBehindWhatCannotBeReadAndWhereRecordsAreWrong) {
   EXPECT_TRUE(folders[1].damages.empty());
 }
 
-TEST(CabinetRescue, ACrcTellsTheWrongBit) {
+TEST(CabinetRescue, ACrcTellsWhereAFewBytesAreWrong) {
   const auto crc = [](const std::string& text) {
     return cabinet::Crc32(0, reinterpret_cast<const std::uint8_t*>(text.data()), text.size());
   };
   ASSERT_EQ(0xCBF43926, crc("123456789"));
   const std::string text = Filled(5000, 7);
-  for (const std::size_t at : {0u, 1u, 2500u, 4999u}) {
-    for (const int bit : {0, 5, 7}) {
+  for (const std::size_t at : {0u, 1u, 2500u, 4996u}) {
+    for (const std::uint32_t mask : {1u, 0x80u, 0x5Au, 0x12345678u}) {
       std::string other = text;
-      other[at] = static_cast<char>(other[at] ^ 1 << bit);
+      for (std::size_t i = 0; i < 4; ++i) other[at + i] = static_cast<char>(other[at + i] ^ mask >> 8 * i);
       for (const std::size_t behind : {0u, 3000u}) {
         const std::string rest = Filled(behind, 8);
-        const auto wrong = cabinet::FindWrongBit(5000, behind, crc(text + rest) ^ crc(other + rest));
+        const auto accept = [mask](const cabinet::WrongBytes& wrong) { return wrong.mask == mask; };
+        const auto wrong = cabinet::FindWrongBytes(5000, behind, crc(text + rest) ^ crc(other + rest), accept);
         ASSERT_TRUE(wrong) << at;
-        EXPECT_EQ(at, wrong->byte);
-        EXPECT_EQ(1 << bit, wrong->mask);
+        EXPECT_EQ(at, wrong->at);
       }
-      EXPECT_FALSE(cabinet::FindWrongBit(5000, 0, crc(text) ^ crc(other) ^ 0x10101)) << at;
     }
   }
 }
