@@ -35,5 +35,6 @@ compare UserData/User User
 compare ExplanationData/Explanation Data/Explanation
 compare ReportData/Report Data/Report
 compare ReportSetData/ReportSet Data/ReportSet
+compare LogData/ClientLog ClientLog
 [ "$compared" -gt 0 ] || die "nothing could be compared"
 say "$compared archived files are byte for byte the workstation's"

@@ -29,6 +29,30 @@ run_operator() {
   tail -n 1 "$output" | grep -qF "$closing" || die "the operator program ended before its last step"
 }
 
+# What two client workstations have dropped before the backup, each its logs in an archive of the host's archiver.
+drop_client_logs() {
+  local name work=$PWD/build/clients cabarc=$PWD/build/native/bin/cabarc
+  rm -rf "$work"
+  for name in Maintenance_XRAY1_261102073015 Maintenance_XRAY2_261103181240; do
+    mkdir -p "$work/$name/Log"
+    printf '[%s] The station has been switched on\r\n' "${name#*_}" >"$work/$name/Log/Station.log"
+    printf '[Station]\r\nName=%s\r\n' "${name:12:5}" >"$work/$name/Station.ini"
+    (cd "$work" && "$cabarc" -r -p n "$tarsus/Update/$name.cab" ".\\$name\\*.*" >/dev/null) ||
+      die "the logs of a client cannot be packed"
+  done
+}
+
+# The clients' archives have been taken in: each unpacked whole, and no longer where it was dropped.
+show_client_logs() {
+  local folder name
+  for folder in build/clients/*; do
+    name=${folder##*/}
+    diff -r "$folder" "$tarsus/ClientLog/$name" >&2 || die "$name was not unpacked as it was dropped"
+    [ ! -e "$tarsus/Update/$name.cab" ] || die "$name.cab was not taken in"
+    say "$name has been taken in, and saved with the logs"
+  done
+}
+
 find_backup_set() {
   local descriptors=("$medium"/20*/BackupInfo.ini)
   [ -f "${descriptors[0]}" ] || die "no backup set was written to $medium"
@@ -86,12 +110,14 @@ rm -rf "$screenshots" "${medium:?}"/* # what an earlier demonstration has left t
 mkdir -p "$screenshots"
 say "Starting a screen of its own for the operator"
 start_screen 1280x960
+drop_client_logs
 use_prefix "$workstation"
 register_components
 say "The operator works the windows"
 run_operator
 set=$(find_backup_set)
 show_backup_set "$set"
+show_client_logs
 show_maintenance_bundles
 restore_from_floppies "$set"
 say "The main job is done; $(find "$screenshots" -name '*.png' | wc -l) screenshots are in build/screenshots"

@@ -1,5 +1,7 @@
 // The message catalogue, and the databases behind the host's components and its network configuration library. The
 // reference host's own catalogue is the list of what the program takes from one.
+#include <algorithm>
+#include <array>
 #include <charconv>
 #include <string_view>
 
@@ -15,8 +17,15 @@ namespace {
 /// Texts from here on belong to the reference host's message dialog.
 constexpr std::int32_t kFirstOfHost = 67000;
 
-/// What the program shows for a text that it does not find.
-constexpr char kNotDefined[] = "Not Defined!";
+/// Shown only where the catalogue has them: those of older hosts do not.
+constexpr std::array kOptional = {app::MessageId::BackupWarnings, app::MessageId::RestoreWarnings,
+                                  app::MessageId::MaintenanceWarnings};
+
+void ReportMissingText(Report& report, app::MessageId id, const std::string& text) {
+  const std::string subject = "catalogue text " + std::to_string(static_cast<std::int32_t>(id));
+  if (std::ranges::find(kOptional, id) == kOptional.end()) return report.Require(false, subject, text);
+  report.Expect(false, subject, text + " (not shown without it; the log has the warnings)");
+}
 
 void CheckTexts(Report& report, app::Messages& messages) {
   int found = 0;
@@ -24,10 +33,10 @@ void CheckTexts(Report& report, app::Messages& messages) {
     std::int32_t id = 0;
     std::from_chars(line.data(), line.data() + line.size(), id);
     if (id == 0 || id >= kFirstOfHost) continue;
-    if (messages.GetMessageText(app::MessageId{id}) == kNotDefined) {
-      report.Require(false, "catalogue text " + std::to_string(id), line.substr(line.rfind('\t') + 1));
-    } else {
+    if (messages.IsDefined(app::MessageId{id})) {
       ++found;
+    } else {
+      ReportMissingText(report, app::MessageId{id}, line.substr(line.rfind('\t') + 1));
     }
   }
   report.Require(found > 0, "catalogue texts: " + std::to_string(found), "dialogs, messages and records");
