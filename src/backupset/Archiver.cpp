@@ -80,9 +80,6 @@ base::Outcome Archiver::PackCategory(const std::string& archiveName, Incomplete 
   const std::string& staging = workFolder_.StagingFolder();
   const work::CurrentFolderScope inStaging(tools_.files, staging, workFolder_.ProgramFolder());
   if (!inStaging.Entered().IsDone()) return inStaging.Entered();
-  std::vector<host::FolderEntry> entries;
-  if (base::Outcome listed = tools_.files.List(staging, "*", entries); !listed.IsDone()) return listed;
-  const std::string list = ArgumentList(entries);
   FileTree files;
   if (base::Outcome listed = ListTree(tools_, staging, work::kArchiveFolderName, files); !listed.IsDone()) {
     return listed;
@@ -90,9 +87,11 @@ base::Outcome Archiver::PackCategory(const std::string& archiveName, Incomplete 
   LeaveOutLongNames(tools_, staging, archiveName, files);
   if (files.sizes.empty()) return base::Result::Stopped;
   if (base::Outcome fits = CheckLimits(files); !fits.IsDone()) return fits;
+  std::vector<host::FolderEntry> entries;
+  if (base::Outcome listed = tools_.files.List(staging, "*", entries); !listed.IsDone()) return listed;
   TellEmptyFolders(tools_.log, files, archiveName);
   made = {archiveName + kEnding, 0, files.sizes.size()};
-  base::Outcome packed = RunArchiver(archiveName, list, files, incomplete);
+  base::Outcome packed = RunArchiver(archiveName, ArgumentList(entries), files, incomplete);
   if (packed.IsDone()) packed = MoveToArchiveFolder(staging + made.name);
   if (!packed.IsDone()) return packed;
   if (!work::EmptyFolder(tools_, staging, work::kArchiveFolderName).IsDone()) {

@@ -1,11 +1,13 @@
 // The executors that gather the items of one section into the work folder.
 #include "jobs/Items.h"
 
+#include <algorithm>
 #include <array>
 #include <utility>
 
 #include "base/Path.h"
 #include "base/Unicode.h"
+#include "base/Wildcard.h"
 #include "jobs/RecentImages.h"
 #include "work/FileOperations.h"
 #include "work/Programs.h"
@@ -53,13 +55,32 @@ void Note(app::OperationLog& log, GatheredNames& names, const std::string& name,
   if (earlier) log.WarnOfLoss("Two of one name meet in the archive: " + *earlier + " and " + source, section);
 }
 
-/// Notes the files that an item names; one that is not there notes nothing.
+/// The entries of a folder; none where it cannot be listed, which the copy says.
+std::vector<host::FolderEntry> EntriesOf(const work::Tools& tools, const std::string& folder) {
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(tools.files.List(folder, "*", entries));
+  tools.messageLoop.Yield();
+  return entries;
+}
+
+/// Whether the entry of `folder` is a file that fits, or has one below it.
+bool BringsFile(const work::Tools& tools, const std::string& folder, const host::FolderEntry& entry,
+                const std::string& pattern) {
+  if (!entry.isFolder) return base::MatchesFileName(entry.name, pattern);
+  if (entry.isLink) return false;
+  const std::string below = folder + entry.name + "\\";
+  return std::ranges::any_of(EntriesOf(tools, below),
+                             [&](const auto& inner) { return BringsFile(tools, below, inner, pattern); });
+}
+
+/// Notes the files that an item names, and the folders that come with them: xcopy takes what fits in them, too.
 void NoteFiles(const Job& job, const std::string& item, const std::string& section, GatheredNames& names) {
   const std::string folder = base::FolderOf(item);
-  std::vector<host::FolderEntry> entries;
-  static_cast<void>(job.tools.files.List(folder, base::FileNameOf(item), entries));  // the copy says what was wrong
-  for (const host::FolderEntry& entry : entries) {
-    if (!entry.isFolder) Note(job.tools.log, names, entry.name, folder + entry.name, section);
+  const std::string pattern = base::FileNameOf(item);
+  for (const host::FolderEntry& entry : EntriesOf(job.tools, folder)) {
+    if (BringsFile(job.tools, folder, entry, pattern)) {
+      Note(job.tools.log, names, entry.name, folder + entry.name, section);
+    }
   }
 }
 

@@ -17,7 +17,10 @@ struct Refusal {
   const char* cause = "";  ///< where the last one is left to the caller: what the log will need
   const char* folder = "D:\\";
   const char* mediaType = "STANDARD";  ///< how the host prepares a medium
+  std::uint64_t size = 1000;           ///< of what is written
 };
+
+constexpr std::uint64_t kGiB = std::uint64_t{1} << 30;
 
 const Arrangement kToPrepare = Statuses('D', {Readable});
 const Arrangement kFormatFails = Both(kToPrepare, [](auto& host) { host.Told().prepareRefusal = "answered 5"; });
@@ -35,6 +38,13 @@ const Refusal kRefusals[] = {
     {"media program missing", kToPrepare, kNotFormatted, "none.exe", "D:\\", "APPLICATION"},
     {"label cannot be set", kNoLabel, {AskPrepareBackupMedium, BackupLabelFailed}, "D:"},
     {"exactly as much space as needed", Capacity("D:", 1000), {BackupSpaceTooSmall}},
+    {"half as much, in sizes beyond 32 bits",
+     Capacity("D:", 5 * kGiB),
+     {BackupSpaceTooSmall},
+     "",
+     "D:\\",
+     "STANDARD",
+     10 * kGiB},
     {"folder cannot be made", kNoFolders, {AskMakeBackupFolder, BackupFolderNotMade}, "D:\\a", "D:\\a\\b\\"},
 };
 
@@ -55,7 +65,7 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
       refusal.arrange(run.host);
       run.host.disk.Write(JobStation::kStaging + std::string("UserData.cab"), std::string(1000, 'u'));
       run.packed.set.archives = {{"UserData.cab", 1000, 1}};
-      run.packed.BackupSize = 1000;
+      run.packed.BackupSize = refusal.size;
       run.application.state.SelectedFolder = refusal.folder;
       run.host.qxNetDB.records = {{"WRITABLE", "D", "", refusal.mediaType, "none.exe"}};
       run.drives.ProposeMediaDrive();
@@ -75,6 +85,72 @@ TEST(DestinationRefusals, HaveTheirMessageInBothOperations) {
       EXPECT_TRUE(run.host.disk.Tree("D:\\").empty());
     }
   }
+}
+
+/// What no set can be written to, and why.
+struct Impossible {
+  std::string folder;
+  const char* why;
+};
+
+const std::string kWork = JobStation::kStaging;
+const Impossible kImpossible[] = {
+    {"\\", "names no drive"},
+    {"Set\\", "names no drive"},
+    {"\\\\server\\share\\Set\\", "names no drive"},
+    {"D:\\100%\\", "percent sign"},
+    {"D:\\%TEMP%\\", "percent sign"},
+    {kWork, "work folder"},
+    {kWork + "CABFILE\\", "work folder"},
+    {kWork + "new\\levels\\", "work folder"},
+    {"c:\\work\\..\\WORK\\120315093012\\new\\", "work folder"},
+};
+
+// Nothing is asked and nothing written, and what was gathered goes to the next folder, with all its missing levels.
+TEST(DestinationRefusals, AFolderThatCannotBeLeavesTheChoiceOpen) {
+  for (const Impossible& impossible : kImpossible) {
+    for (const app::Operation operation : {app::Operation::Backup, app::Operation::MaintenanceLogBackup}) {
+      SCOPED_TRACE(impossible.folder + std::to_string(static_cast<int>(operation)));
+      const bool backup = operation == app::Operation::Backup;
+      JobStation run;
+      run.host.disk.MakeFolders(kWork + "CABFILE");
+      run.host.disk.Write(kWork + "UserData.cab", "set");
+      run.packed.set.archives = {{"UserData.cab", 3, 1}};
+      const auto write = [&](const std::string& folder) {
+        run.application.state.SelectedFolder = folder;
+        return backupset::WriteBackupSet(run.application, run.drives, run.packed, backupset::MessagesOf(operation));
+      };
+      run.host.person.ExpectMessage(backup ? BackupFolderNotMade : MaintenanceFolderNotMade);
+      const base::Outcome refused = write(impossible.folder);
+      EXPECT_EQ(refused, Result::Stopped);
+      EXPECT_PRED_FORMAT2(testing::IsSubstring, impossible.why, refused.cause);
+      EXPECT_TRUE(run.host.disk.Tree("D:\\").empty() && run.host.processes.started.empty());
+      EXPECT_EQ(run.Staged(), Names{"UserData.cab"});
+      run.host.person.ExpectMessage(backup ? AskMakeBackupFolder : AskMakeMaintenanceFolder, host::Answer::Consented);
+      EXPECT_EQ(write("D:\\a\\b\\c\\"), Result::Done);
+      EXPECT_EQ(run.NamesBelow("D:\\"), (Names{"a\\b\\c\\BackupInfo.ini", "a\\b\\c\\UserData.cab"}));
+    }
+  }
+}
+
+/// A disk whose files say that they have 3 GiB.
+class DiskOfLargeFiles : public fakes::FakeFileSystem {
+ public:
+  using FakeFileSystem::FakeFileSystem;
+  base::Outcome List(const std::string& folder, const std::string& pattern,
+                     std::vector<host::FolderEntry>& entries) override {
+    base::Outcome listed = FakeFileSystem::List(folder, pattern, entries);
+    for (host::FolderEntry& entry : entries) entry.size = entry.isFolder ? 0 : 3 * kGiB;
+    return listed;
+  }
+};
+
+TEST_F(JobTest, ASetIsMeasuredBeyond32Bits) {
+  for (const char* name : {"PatientData.cab", "LogData.cab"}) host.disk.Write(kStaging + std::string(name), "x");
+  DiskOfLargeFiles files(host.disk, host.calls);
+  const work::Tools large{files, host.processes, host.messageLoop, application.log};
+  backupset::Measure(large, backupset::MessagesOf(app::Operation::Backup), app::Watch(application.log), packed);
+  EXPECT_EQ(packed.BackupSize, 6 * kGiB);
 }
 
 TEST_F(JobTest, DescriptorAloneIsNoBackup) {

@@ -69,6 +69,9 @@ TEST(Backup, ReachesTheProposedFolderWhole) {
     for (const std::string& category : phases) audit.push_back("U004|Start|" + category);
     audit.push_back("U004|Sign-out|Backup");
     EXPECT_EQ(session.Told().auditRecords, audit);
+    const std::string who = "WS-RADIOLOGY-1|U004|BackupUtility|";
+    EXPECT_EQ(session.Told().operations,
+              (Paths{who + "UserAuthentication|OK", who + "MainMenu|Backup", who + "MainMenu|END"}));
     EXPECT_EQ(Heads(session.Told().logLines),
               (Paths{"Start Backup Utility", "Start User Authentication", "Signed in ", "Start Main Menu",
                      "Start Select Information for Backup", "Start Backup", "Backup gathered", "Start Select Folder",
@@ -189,6 +192,76 @@ TEST(Backup, DeletesTheHostsLogsOnlyAfterConsentAndSuccess) {
   session.EndAfter({});
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Log\\Host\\host.log", "System\\Tarsus.log"}));
   EXPECT_EQ(session.disk.Read("C:\\Tarsus\\Log\\Host\\Old\\old.log"), "old host log");
+}
+
+// The box keeps its tick while it is disabled.
+TEST(Backup, LogsThatAreNotSavedAreNotDeleted) {
+  Session session;
+  session.SignIn();
+  session.OpenMenuItem(Menu::Backup);
+  session.At<frmBackup>([](frmBackup& form) {
+    fakes::Tick(form.chkDeleteLog);
+    fakes::Tick(form.chkLogData, false);
+    EXPECT_TRUE(form.chkDeleteLog.Value() && !form.chkDeleteLog.Enabled());
+    fakes::Press(form.cmdStart);
+  });
+  session.AcceptFolder("D:\\");
+  session.EndAfter({BackupComplete});
+  ExpectSet(session, "D:\\", {"PatientData"});
+  EXPECT_EQ(session.ChangedHostFiles(), Paths());
+}
+
+// A batch file may write the logs away into files that are deleted next; the event log and the registry may be exported
+// into a folder that is emptied last.
+TEST(Backup, LogsAreDeletedKindByKind) {
+  const std::string folder = "C:\\Tarsus\\Log\\Host\\";
+  Session session(
+      Jobs({"[LOG_BACKUP]", "Folder=Log\\Host", "[LOG_DELETE]", "Folder=C:\\Tarsus\\Log\\Host", "RegFile=Registry.exe",
+            "EventLog=Events.exe", "CommonFile=%Log%\\Host\\*.old", "BatFile=%System%\\Rotate.bat"}));
+  session.disk.Write(folder + "week.old", "last week");
+  Paths seen;
+  const auto sees = [&](const std::string& program) {
+    return [&, program](fakes::Disk& disk, const fakes::Words&) {
+      seen.push_back(program + " in " + disk.CurrentFolder() + ":");
+      for (const auto& [name, bytes] : disk.Tree(folder)) seen.back() += " " + name;
+      return 0u;
+    };
+  };
+  session.processes.Install("C:\\Tarsus\\System\\Rotate.bat", sees("Rotate"));
+  session.processes.Install("C:\\Windows\\System32\\Events.exe", sees("Events"));
+  session.processes.Install("C:\\Windows\\System32\\Registry.exe", sees("Registry"));
+  session.BackUpTo("D:\\", kLogsToDelete);
+  session.EndAfter({AskDeleteLogs, BackupComplete});
+  EXPECT_EQ(seen, (Paths{"Rotate in C:\\Tarsus\\System: Old\\old.log host.log week.old",
+                         "Events in " + std::string(kStagingFolder) + ": Old\\old.log host.log",
+                         "Registry in " + std::string(kStagingFolder) + ": Old\\old.log host.log"}));
+  EXPECT_EQ(NamesOf(session.disk.Tree(folder)), Names{"Old\\old.log"});
+}
+
+// Cancelled in the dialog, and after everything was collected.
+TEST(Backup, IsWholeAfterACancelledMaintenanceLog) {
+  for (const bool collected : {false, true}) {
+    SCOPED_TRACE(collected);
+    Session session;
+    session.SignIn();
+    session.OpenMenuItem(Menu::MaintenanceLog);
+    if (collected) {
+      session.StartMaintenance();
+      session.Cancel<frmSelectFolder>();
+    } else {
+      session.Cancel<frmMaintenance>();
+    }
+    session.OpenMenuItem(Menu::Backup);
+    session.StartBackup({.patient = true, .log = true, .deleteLogs = true});
+    session.AcceptFolder();
+    session.person.ExpectMessage(AskDeleteLogs, host::Answer::Consented);
+    session.person.ExpectMessage(AskMakeBackupFolder, host::Answer::Consented);
+    session.person.ExpectMessage(BackupComplete, [&] { ExpectSet(session, kProposal, {"PatientData", "IPCounter"}); });
+    session.EndAfter({});
+    EXPECT_EQ(session.state.CurrentOperation, app::Operation::Backup);
+    EXPECT_TRUE(session.IsBackupDated());
+    EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Log\\Host\\host.log", "System\\Tarsus.log"}));
+  }
 }
 
 TEST(Backup, StagesOnTheSystemDriveWithoutATemporaryFolder) {

@@ -80,6 +80,44 @@ TEST_F(JobTest, EmptyFolderValueStandsForTheApplicationRoot) {
   EXPECT_EQ(Staged(), Names{"Explain\\hand.txt"});
 }
 
+/// Items of which some bring one name into the archive, or not.
+struct Meeting {
+  const char* name;
+  Names lines;
+  std::string reported;  ///< both places, as the log has them; empty where nothing meets
+};
+
+const Meeting kMeetings[] = {
+    {"two common files", {"CommonFile=C:\\A\\x.txt;C:\\B\\X.TXT"}, "C:\\A\\x.txt and C:\\B\\X.TXT"},
+    {"a file of each of two patterns", {"CommonFile=C:\\A\\*.txt;C:\\B\\x*"}, "C:\\A\\x.txt and C:\\B\\X.TXT"},
+    {"two folders", {"Folder=C:\\A\\Sub;C:\\B\\sub\\"}, "C:\\A\\Sub and C:\\B\\sub"},
+    {"a folder and a common file's sub-folder",
+     {"CommonFile=C:\\A\\*.txt", "Folder=C:\\B\\sub"},
+     "C:\\A\\Sub and C:\\B\\sub"},
+    {"sub-folders of two patterns", {"CommonFile=C:\\A\\y*;C:\\B\\y*"}, "C:\\A\\Sub and C:\\B\\sub"},
+    {"a sub-folder that the pattern takes nothing of", {"CommonFile=C:\\A\\x*", "Folder=C:\\B\\sub"}, ""},
+    {"the same file twice", {"CommonFile=C:\\A\\x.txt;c:\\a\\X.txt"}, ""},
+    {"the same folder twice", {"Folder=C:\\A\\Sub;c:\\a\\sub\\"}, ""},
+    {"the same sub-folder by two patterns", {"CommonFile=C:\\A\\*.txt;C:\\A\\y*"}, ""},
+    {"names that differ", {"CommonFile=C:\\A\\x.txt", "Folder=C:\\B\\sub"}, ""},
+};
+
+// What one of them is would come back as the other.
+TEST(JobItems, OneNameFromTwoPlacesIsReported) {
+  for (const Meeting& each : kMeetings) {
+    SCOPED_TRACE(each.name);
+    JobStation station;
+    for (const char* file : {"A\\x.txt", "A\\Sub\\y.txt", "B\\X.TXT", "B\\sub\\y.txt"})
+      station.host.disk.Write(std::string("C:\\") + file, file);
+    EXPECT_TRUE(station.LoadSection("LOG_BACKUP", each.lines).IsDone());
+    jobs::Gathering gathering;
+    static_cast<void>(jobs::RunCommonFileItems(station.job, "LOG_BACKUP", gathering));
+    static_cast<void>(jobs::RunFolderItems(station.job, "LOG_BACKUP", gathering));
+    EXPECT_EQ(station.WasWarnedOf("Two of one name meet in the archive: "), !each.reported.empty());
+    EXPECT_TRUE(each.reported.empty() || station.WasWarnedOf(each.reported));
+  }
+}
+
 // Only a maintenance log that wants some days' images may thin an image folder out.
 TEST_F(JobTest, ImageFoldersAreOtherwiseTakenWhole) {
   host.disk.Write("C:\\Tarsus\\Image\\a.DDO\\1.dat", "x");

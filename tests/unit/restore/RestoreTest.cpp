@@ -25,8 +25,9 @@ TEST(Restore, BringsEveryFileBack) {
   session.BackUpEverything();
   MediumFiles expected = HostFiles(session);
   DamageEverything(session);
-  // The common files stand in their place before a batch file runs, in its own folder.
+  // The common files stand in their place before a batch file runs, in its own folder; folders come after it.
   session.processes.Install("C:\\Tarsus\\System\\LoadPatients.bat", [](fakes::Disk& disk, const fakes::Words&) {
+    EXPECT_FALSE(disk.IsFolder("C:\\Tarsus\\Patient"));
     const std::string dump = disk.Read("C:\\Tarsus\\Data\\Patients.bcp");
     return disk.Write("C:\\Tarsus\\Data\\Loaded.txt", dump + " in " + disk.CurrentFolder()) ? 0u : 1u;
   });
@@ -34,7 +35,14 @@ TEST(Restore, BringsEveryFileBack) {
   Before("cabarc", [&](auto&) {
     EXPECT_TRUE(session.disk.Children(std::string(kStagingFolder) + "\\CABFILE").empty()) << "left of another category";
   })(session);
-  session.BeginRestore();
+  session.SignIn();
+  session.OpenMenuItem(Menu::Restore);
+  session.At<frmSelectFolder>([](frmSelectFolder& form) {
+    EXPECT_EQ(form.txtFolder.Text(), "D:\\") << "the media drive itself: nobody knows which of its folders holds a set";
+    EXPECT_FALSE(form.txtCapacity.Visible());
+    fakes::Type(form.txtFolder, kSetFolder);
+    fakes::Press(form.cmdOK);
+  });
   session.StartRestore();
   session.EndAfter({AskReplaceIPCounter, RestoreComplete});
 
@@ -42,6 +50,9 @@ TEST(Restore, BringsEveryFileBack) {
   EXPECT_EQ(session.Told().auditRecords,
             (Paths{"U004|Sign-in|Backup", "U004|End|Patient data", "U004|End|Menu data", "U004|End|System data",
                    "U004|End|User data", "U004|End|Explanations", "U004|End|IP counter", "U004|Sign-out|Backup"}));
+  const std::string who = "WS-RADIOLOGY-1|U004|BackupUtility|";
+  EXPECT_EQ(session.Told().operations, (Paths{who + "UserAuthentication|OK", who + "MainMenu|Restore",
+                                              who + "Start|Restore", who + "MainMenu|END"}));
   EXPECT_EQ(Heads(session.Told().logLines),
             (Paths{"Start Backup Utility", "Start User Authentication", "Signed in ", "Start Main Menu",
                    "Start Select Folder", "Selected Folder", "Start Select Information for Restore", "Start Restore",
@@ -81,6 +92,25 @@ TEST(Restore, DeclinedCounterLeavesTheDialogUsable) {
   session.EndAfter({RestoreComplete});
   EXPECT_EQ(session.ChangedHostFiles(), (Paths{"Menu\\menu.ini"}));
   EXPECT_TRUE(session.Told().operations.end()[-2].ends_with("|Start|Restore"));
+}
+
+// An empty folder item means the application root, in a restore as in the backup before it; a ";" too many means
+// nothing.
+TEST(Restore, PutsTheApplicationRootBack) {
+  Session session([](auto& host) { host.qx32.pathTable["ApplicationRoot"] = "C:\\Tarsus\\Report"; });
+  Jobs({"[REPORT_BACKUP]", "Folder=", "[MENU_BACKUP]", "Folder=C:\\Tarsus\\Menu;;", "[REPORT_RESTORE]",
+        "Folder=", "[MENU_RESTORE]", "Folder=;C:\\Tarsus\\Menu;", "[SYSTEM_BACKUP]", "[USER_BACKUP]",
+        "[EXPLANATION_BACKUP]", "[REPORTSET_BACKUP]"})(session);
+  session.BackUpTo(kSetFolder, {.system = true, .report = true});
+  session.EndAfter({AskMakeBackupFolder, BackupComplete});
+  EXPECT_EQ(session.Unpacked("D:\\Set\\MenuData.cab"), (fakes::CabinetContents{{"Menu\\menu.ini", "menu=1"}}));
+  const MediumFiles expected = HostFiles(session);
+  session.disk.Write("C:\\Tarsus\\Menu\\menu.ini", "damaged");
+  session.disk.Remove("C:\\Tarsus\\Report\\2012");
+  session.BeginRestore();
+  session.StartRestore({Box::Menu, Box::Report});
+  session.EndAfter({RestoreComplete});
+  EXPECT_EQ(HostFiles(session), expected);
 }
 
 /// The job file's section for the user data; empty for none.
