@@ -257,9 +257,10 @@ class FolderRescue {
     const std::uint8_t* const bytes = crc ? window_.At(lost_.at, size) : nullptr;
     if (!bytes) return;
     const std::vector<std::uint8_t> damaged(bytes, bytes + size);
+    const std::uint32_t difference = Checksum(&damaged[4], size - 4, 0) ^ Get32(damaged.data());
     std::vector<std::uint8_t> block;
     const auto fits = [&](const WrongBytes& wrong) {
-      if (!MayExplainChecksum(damaged, wrong)) return false;
+      if (!MayExplain(difference, size, wrong)) return false;
       block = damaged;
       lost_.wrong = wrong;
       Mend(lost_, block.data());
@@ -273,14 +274,12 @@ class FolderRescue {
     out_->blocks.insert(std::upper_bound(out_->blocks.begin(), out_->blocks.end(), lost_, behind), lost_);
   }
 
-  /// Whether so wrong bytes lie within the block, and only where the checksum differs: a quick look, as almost no place
-  /// passes it. The checksum sees them turned by their place within a word, except in the block's last word.
-  static bool MayExplainChecksum(const std::vector<std::uint8_t>& block, const WrongBytes& wrong) {
+  /// Whether so wrong bytes lie within a block of that size, and make its checksum differ like that: a quick look,
+  /// which almost no place passes. The checksum sees them turned by their place within a word, except in the last word.
+  static bool MayExplain(std::uint32_t difference, std::size_t size, const WrongBytes& wrong) {
     const std::size_t count = static_cast<std::size_t>(std::bit_width(wrong.mask) + 7) / 8;
-    if (wrong.at + count > block.size() || (wrong.at < kBlockHeaderSize && wrong.at + count > 4)) return false;
-    if (wrong.at + count + 4 > block.size()) return true;
-    const std::uint32_t sum = Checksum(&block[4], block.size() - 4, 0);
-    return std::rotl(wrong.mask, static_cast<int>(wrong.at % 4 * 8)) == (sum ^ Get32(block.data()));
+    if (wrong.at + count > size || (wrong.at < kBlockHeaderSize && wrong.at + count > 4)) return false;
+    return wrong.at + count + 4 > size || std::rotl(wrong.mask, static_cast<int>(wrong.at % 4 * 8)) == difference;
   }
 
   std::optional<std::uint32_t> CrcOf(std::uint64_t from, std::uint64_t to) {

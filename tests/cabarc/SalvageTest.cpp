@@ -93,8 +93,8 @@ TEST_F(Salvage, BringsBackNoLessThanOthersDo) {
     const Places at(whole);
     const std::tuple<const char*, std::string, std::size_t> cases[] = {
         {"a bit in block 1", Flipped(whole, at.data + 500, 0), name == "own.cab" ? 100u : 99u},
-        {"a byte in block 1", std::string(whole).replace(at.data + 500, 1, whole[at.data + 500] == 'x' ? "y" : "x"),
-         99},
+        {"four bytes in block 1", std::string(whole).replace(at.data + 501, 4, "wxyz"), name == "own.cab" ? 100u : 99u},
+        {"12 bytes in block 1", std::string(whole).replace(at.data + 501, 12, "much damaged"), 99},
         {"a byte appended", whole + 'x', 100},
         {"a reserved bit of the header", Flipped(whole, 30, 4), 100},
         {"cut in the middle", whole.substr(0, at.blocks[60]), 49},

@@ -267,7 +267,8 @@ TEST(CabinetRescue, ACrcTellsWhereAFewBytesAreWrong) {
   for (const std::size_t at : {0u, 1u, 2500u, 4996u}) {
     for (const std::uint32_t mask : {1u, 0x80u, 0x5Au, 0x12345678u}) {
       std::string other = text;
-      for (std::size_t i = 0; i < 4; ++i) other[at + i] = static_cast<char>(other[at + i] ^ static_cast<char>(mask >> 8 * i));
+      for (std::size_t i = 0; i < 4; ++i)
+        other[at + i] = static_cast<char>(other[at + i] ^ static_cast<char>(mask >> 8 * i));
       for (const std::size_t behind : {0u, 3000u}) {
         const std::string rest = Filled(behind, 8);
         const auto accept = [mask](const cabinet::WrongBytes& wrong) { return wrong.mask == mask; };
