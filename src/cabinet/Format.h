@@ -14,12 +14,12 @@ namespace cabinet {
 
 /// Bytes of a data block before packing; only the last block of a folder is shorter.
 inline constexpr std::size_t kBlockSize = 32768;
-inline constexpr std::size_t kMaxBlocksPerFolder = 65'535;
+inline constexpr std::size_t kMaxBlocksPerFolder = 0xFFFF;
 
 /// What a cabinet can hold. A file lies in one folder, so it is no larger than one: 32 KB less than 2 GB.
 inline constexpr std::uint64_t kMaxFolderSize = std::uint64_t{kMaxBlocksPerFolder} * kBlockSize;
 inline constexpr std::uint64_t kMaxFileSize = kMaxFolderSize;
-inline constexpr std::size_t kMaxFiles = 65'535;
+inline constexpr std::size_t kMaxFiles = 0xFFFF;
 inline constexpr std::uint64_t kMaxCabinetSize = 0xFFFFFFFF;
 inline constexpr std::size_t kMaxNameBytes = 255;
 

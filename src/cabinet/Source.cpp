@@ -7,7 +7,7 @@
 namespace cabinet {
 namespace {
 
-constexpr std::size_t kReadAtOnce = 65'536;
+constexpr std::size_t kReadAtOnce = std::size_t{1} << 16;
 
 std::int64_t Append(Source& source, std::vector<std::uint8_t>& bytes, std::size_t count) {
   const std::size_t before = bytes.size();

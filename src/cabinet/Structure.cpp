@@ -14,7 +14,7 @@ using base::Failure;
 using base::Outcome;
 using base::Result;
 
-constexpr std::size_t kMaxGap = 65'535;  // unknown bytes tolerated before the file records
+constexpr std::size_t kMaxGap = 0xFFFF;  // unknown bytes tolerated before the file records
 constexpr const char* kDamagedRecords = "its list of files is damaged";
 
 /// A signature stands behind the cabinet, and the header's reserved area, which has this size, says where: four bytes
