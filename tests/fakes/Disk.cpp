@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cctype>
 
-#include "fakes/Text.h"
-
 namespace fakes {
 namespace {
 
@@ -118,6 +116,7 @@ bool Disk::Format(const std::string& path) {
   if (drive == nullptr || !drive->ready || InUse(*drive->root)) return false;
   drive->root->children.clear();
   drive->label.clear();
+  Flushed(path + "\\");
   Changed();
   return true;
 }
@@ -223,6 +222,7 @@ std::shared_ptr<Entry> Disk::Create(const std::string& path) {
   if (!file) file = std::make_shared<Entry>();
   if (file->name.empty()) file->name = name;
   file->bytes.clear();
+  file->flushed = false;
   file->modified = ++writes_;
   Changed();
   return file;
@@ -234,6 +234,7 @@ bool Disk::Append(const std::string& path, Entry& file, const std::string& bytes
   const auto room = static_cast<std::uint64_t>(FreeSpace(Absolute(path)));
   const auto taken = static_cast<std::size_t>(std::min<std::uint64_t>(room, bytes.size()));
   file.modified = ++writes_;
+  file.flushed = false;
   file.bytes.append(bytes, 0, taken / 2);
   Changed();
   file.bytes.append(bytes, taken / 2, taken - taken / 2);
@@ -298,6 +299,43 @@ bool Disk::Move(const std::string& source, const std::string& target) {
   return true;
 }
 
+bool Disk::MoveOver(const std::string& source, const std::string& target) {
+  const auto [from, oldName] = Place(source);
+  const auto [to, newName] = Place(target);
+  const auto file = Find(source);
+  const auto old = Find(target);
+  if (!from || !to || !file || file->isFolder || InUse(*file)) return false;
+  if (old && old != file && (old->isFolder || InUse(*old) || (old->attributes & kReadOnly) != 0)) return false;
+  from->children.erase(Fold(oldName));
+  file->name = old && old != file ? old->name : newName;
+  to->children[Fold(newName)] = file;
+  Flushed(source);
+  Flushed(target);
+  Changed();
+  return true;
+}
+
+bool Disk::Flush(const std::string& path) {
+  const auto file = Find(path);
+  if (!file || file->isFolder) return false;
+  file->flushed = true;
+  Flushed(path);
+  Changed();
+  return true;
+}
+
+MediumBytes Disk::OnMedium(const std::string& path) {
+  const auto file = Find(path);
+  if (!file) return {};
+  MediumBytes medium{file->flushed ? file->bytes : std::string(file->bytes.size(), '\0'), file->bytes.size()};
+  const auto flaw = flaws_.find(Fold(Absolute(path)));
+  if (flaw == flaws_.end() || medium.bytes.empty()) return medium;
+  if (flaw->second == MediumFlaw::EndsInTheMiddle) medium.readable /= 2;
+  char& middle = medium.bytes[medium.bytes.size() / 2];
+  if (flaw->second == MediumFlaw::OtherBytes) middle = static_cast<char>(middle ^ 1);
+  return medium;
+}
+
 bool Disk::Remove(const std::string& path) {
   const auto [parent, name] = Place(path);
   const auto entry = Find(path);
@@ -311,6 +349,7 @@ bool Disk::Remove(const std::string& path) {
 bool Disk::SetCurrentFolder(const std::string& path) {
   if (!IsFolder(path)) return false;
   current_ = Absolute(path);
+  if (afterEntering) afterEntering(current_);
   return true;
 }
 

@@ -14,6 +14,8 @@
 #include <utility>
 #include <vector>
 
+#include "fakes/Text.h"
+
 namespace fakes {
 
 inline constexpr unsigned kReadOnly = 1;
@@ -35,6 +37,7 @@ struct Entry {
   std::string bytes;
   unsigned attributes = 0;
   std::uint64_t modified = 0;  ///< counts the disk's changes; a copy keeps it
+  bool flushed = false;        ///< its bytes are on the medium, and not in the system's cache alone
   int readers = 0;             ///< open handles: an open file can be neither deleted nor replaced
   int writers = 0;
   Held held = Held::Not;
@@ -50,6 +53,18 @@ bool IsReadable(const Entry& entry);
 /// Whether this is a file that a program which creates files anew can write over. A mark is reason enough to be
 /// refused.
 bool IsReplaceable(const Entry& entry);
+
+/// How a medium fails that takes everything it is given: nobody notices who reads from the system's cache.
+enum class MediumFlaw {
+  OtherBytes,      ///< it keeps something else
+  EndsInTheMiddle  ///< the second half cannot be read
+};
+
+/// What a medium yields of a file.
+struct MediumBytes {
+  std::string bytes;
+  std::size_t readable = 0;  ///< how many, from the beginning; behind them reading fails
+};
 
 /// Capacity of a drive that never fills, and whose contents are not added up for every write.
 inline constexpr std::uint64_t kUnlimited = UINT64_MAX;
@@ -71,6 +86,12 @@ class Disk {
   /// Runs whenever something has changed, and in the middle of every write: the place to look at what
   /// a crash at that moment would leave.
   std::function<void()> afterChange;
+  /// Runs before that when what stands at a path, or that nothing stands there, has reached the medium for good: after
+  /// Flush(), for both names of MoveOver(), and for the root of a drive that was formatted. Bytes that were not flushed
+  /// are still missing then.
+  std::function<void(const std::string& path)> afterFlush;
+  /// Runs when a folder has been made current, by the program or for one that it starts.
+  std::function<void(const std::string& folder)> afterEntering;
 
   Drive& AddDrive(char letter, const std::string& label, std::uint64_t capacity);
   /// The drive of a path such as "D:" or "D:\x"; null when there is none.
@@ -111,6 +132,14 @@ class Disk {
   /// or stays as it was.
   bool Replace(const std::string& source, const std::string& target);
   bool Move(const std::string& source, const std::string& target);
+  /// Moves a file over an existing target, if any, in one step that has reached the medium.
+  bool MoveOver(const std::string& source, const std::string& target);
+  /// Brings a file's bytes and its name to the medium.
+  bool Flush(const std::string& path);
+  /// From now on the medium does so to whatever is written to this path.
+  void Spoil(const std::string& path, MediumFlaw flaw) { flaws_[Fold(Absolute(path))] = flaw; }
+  /// What the medium has of a file: of one that was not flushed, no more than its length.
+  MediumBytes OnMedium(const std::string& path);
   /// Deletes a file or a whole folder, read-only or not. What is in use stays, with the folders above it.
   bool Remove(const std::string& path);
 
@@ -124,10 +153,14 @@ class Disk {
   void Changed() const {
     if (afterChange) afterChange();
   }
+  void Flushed(const std::string& path) const {
+    if (afterFlush) afterFlush(Absolute(path));
+  }
   /// The folder that holds or would hold `path`, null when there is none, and the last component.
   std::pair<std::shared_ptr<Entry>, std::string> Place(const std::string& path);
 
   std::map<char, Drive> drives_;
+  std::map<std::u32string, MediumFlaw> flaws_;
   std::uint64_t writes_ = 0;
   std::string current_ = "C:\\";
 };

@@ -3,7 +3,6 @@
 
 #include <algorithm>
 #include <memory>
-#include <tuple>
 
 #include "fakes/CallCounter.h"
 #include "fakes/Disk.h"
@@ -85,8 +84,30 @@ class FakeBinaryReader : public OpenFile<host::BinaryReader, &Entry::readers> {
     return true;
   }
 
+ protected:
+  std::size_t Place() const { return at_; }
+
  private:
   std::size_t at_ = 0;
+};
+
+/// Reads what was on the medium when it was opened.
+class FakeUncachedReader : public FakeBinaryReader {
+ public:
+  FakeUncachedReader(std::shared_ptr<Entry> file, Disk& disk, CallCounter& calls, const std::string& path)
+      : FakeBinaryReader(std::move(file), disk, calls, path), medium_(disk.OnMedium(path)) {}
+  std::int64_t Read(std::byte* data, std::size_t count) override {
+    const std::size_t begin = Place();
+    const bool isBroken = medium_.readable < medium_.bytes.size();
+    if (isBroken && begin >= medium_.readable) return -1;
+    const std::int64_t taken =
+        FakeBinaryReader::Read(data, isBroken ? std::min(count, medium_.readable - begin) : count);
+    if (taken > 0) medium_.bytes.copy(reinterpret_cast<char*>(data), static_cast<std::size_t>(taken), begin);
+    return taken;
+  }
+
+ private:
+  MediumBytes medium_;
 };
 
 class FakeTextWriter : public OpenFile<host::TextWriter, &Entry::writers> {
@@ -183,22 +204,13 @@ class FakeFileSystem : public host::FileSystem {
   }
   std::string TemporaryFolder() override { return Fails(__func__, "") ? "" : temporaryFolder; }
   base::Obtained<host::BinaryReader> OpenUncached(const std::string& path) override {
-    return Open<FakeBinaryReader>(__func__, path, [&] { return Readable(path); });
+    return Open<FakeUncachedReader>(__func__, path, [&] { return Readable(path); });
   }
-  /// The imaginary disks keep nothing back.
   base::Outcome Flush(const std::string& path) override {
-    return Do(__func__, path, [&] { return disk_.IsFile(path); });
+    return Do(__func__, path, [&] { return disk_.Flush(path); });
   }
   base::Outcome MoveOver(const std::string& source, const std::string& target) override {
-    return Do(__func__, source, [&] {
-      const auto from = disk_.Find(source);
-      const auto old = disk_.Find(target);
-      if (!from || from->isFolder || InUse(*from)) return false;
-      if (!old || old == from) return disk_.Move(source, target);
-      if (old->isFolder || InUse(*old) || (old->attributes & kReadOnly) != 0) return false;
-      std::tie(old->bytes, old->attributes, old->modified) = std::tie(from->bytes, from->attributes, from->modified);
-      return disk_.Remove(source);
-    });
+    return Do(__func__, source, [&] { return disk_.MoveOver(source, target); });
   }
 
  private:

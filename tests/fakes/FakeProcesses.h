@@ -81,19 +81,27 @@ class FakeProcesses : public host::Processes {
     std::size_t number;
   };
 
-  /// What the program of a command line does; empty when there is none.
-  ProgramAction Find(const std::string& commandLine, host::Where where) {
-    const Words words = SplitCommandLine(commandLine);
-    const std::string name = words.empty() ? "" : words[0];
-    Words folders = {"C:\\Tarsus\\Backup\\", "C:\\Windows\\System32\\"};
-    if (where == host::Where::CurrentFolder) folders.insert(folders.begin(), ".\\");
-    if (name.find_first_of("\\:") != std::string::npos) folders = {""};
+  /// What the program of this name does in one of the folders, each with its "\"; empty when there is none.
+  ProgramAction FindIn(const Words& folders, const std::string& name) {
     const bool hasEnding = name.find('.', name.rfind('\\') + 1) != std::string::npos;
     const Words endings = hasEnding ? Words{""} : Words{".exe", ".com", ".bat", ".cmd"};
     for (const std::string& folder : folders)
       for (const std::string& ending : endings)
         if (disk_.IsFile(folder + name + ending)) return actions_[Fold(disk_.Absolute(folder + name + ending))];
     return {};
+  }
+
+  /// What the program of a command line does; empty when there is none.
+  ProgramAction Find(const std::string& commandLine, host::Where where) {
+    const Words words = SplitCommandLine(commandLine);
+    const std::string name = words.empty() ? "" : words[0];
+    if (name.find_first_of("\\:") != std::string::npos) return FindIn({""}, name);
+    if (where == host::Where::ProgramsOnly) return FindIn(kProgramFolders, name);
+    // The interpreter, too, looks in the current folder before it takes the system's program.
+    const bool asksInterpreter = SameFold(name, "CMD") && words.size() > 2 && !SameFold(words[2], "copy");
+    const ProgramAction named = asksInterpreter ? FindIn({".\\"}, words[2]) : nullptr;
+    const ProgramAction inFolder = FindIn({".\\"}, name);
+    return named ? named : inFolder ? inFolder : FindIn(kProgramFolders, name);
   }
 
   /// The exit code, unless it is not to be had.
@@ -108,6 +116,8 @@ class FakeProcesses : public host::Processes {
     started[number].waitedFor = true;
     return calls_.Fails("StartedProgram", "Wait", record.commandLine) ? std::nullopt : std::optional(code);
   }
+
+  inline static const Words kProgramFolders = {"C:\\Tarsus\\Backup\\", "C:\\Windows\\System32\\"};
 
   Disk& disk_;
   CallCounter& calls_;

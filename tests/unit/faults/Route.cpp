@@ -1,6 +1,7 @@
 #include "unit/faults/Route.h"
 
 #include <algorithm>
+#include <random>
 
 namespace faults {
 namespace {
@@ -32,20 +33,40 @@ void SaveEveryLog(Course& course) {
   EXPECT_TRUE(course.disk.Write(list, jobs));
 }
 
-void PutOlderSet(Course& course) {
-  SaveEveryLog(course);
+const MediumFiles& OlderSet() {
   static const Route kEarlier = {"Earlier", Menu::Backup, kSetFolder, BackupComplete,
                                  [](Course& it) { FillData(it, kOlderData); }};
-  course.PutSet(FlawlessSet(kEarlier).front());
+  return FlawlessSet(kEarlier).front();
+}
+
+void PutOlderSet(Course& course) {
+  SaveEveryLog(course);
+  course.PutSet(OlderSet());
 }
 
 void NeedPreparation(Course& course) {
   Statuses('D', {Ready, Ready, Readable, Readable})(course);
 }
 
-// Large enough for two disks.
+void PutOlderMedium(Course& course) {
+  NeedPreparation(course);
+  for (const auto& [name, bytes] : OlderSet()) course.disk.Write("D:\\" + name, bytes);
+}
+
 void PutBigReport(Course& course) {
-  course.disk.Write("C:\\Tarsus\\Report\\big.dat", std::string(1'450'000, 'x'));
+  course.disk.Write(std::string(kHostFolder) + kBigReport, BigReport());
+}
+
+void PutOlderFloppies(Course& course) {
+  static const Route kEarlier = {"EarlierFloppies", Menu::Backup, "A:\\", BackupComplete, [](Course& it) {
+                                   FillData(it, kOlderData);
+                                   it.disk.Write(std::string(kHostFolder) + kBigReport, BigReport(true));
+                                   --it.clock.now.year;
+                                 }};
+  PutBigReport(course);
+  const std::vector<MediumFiles>& older = FlawlessSet(kEarlier);
+  course.ChangeDisk(older.front());
+  course.material.assign(older.begin() + 1, older.end());
 }
 
 void PutDamagedData(Course& course) {
@@ -56,7 +77,7 @@ void PutDamagedData(Course& course) {
 void PutDamagedDataAndPile(Course& course) {
   DamageData(course);
   course.pile = FlawlessSet(RouteNamed("Floppies"));
-  course.InsertDisk(course.pile.front());
+  course.ChangeDisk(course.pile.front());
 }
 
 void PutImages(Course& course) {
@@ -121,16 +142,27 @@ Course::Course(const Route& way) : route(way) {
 }
 
 host::Answer Course::AnswerMessage(base::MessageId id) {
+  constexpr int kPatience = 3;
   if (id == AskNextBackupDisk) {
-    pile.push_back(disk.Tree("A:\\"));
-    disk.Format("A:");
+    pile.push_back(takeOut());
+    ChangeDisk(material.empty() ? MediumFiles() : material.front());
+    if (!material.empty()) material.pop_front();
   }
   if (id == AskRightDisk || id == AskNextSourceDisk) {
-    const std::size_t gathered = calls.CountOf("Shell", "CopyWithProgress");
-    if (gathered >= pile.size()) return host::Answer::Refused;
-    InsertDisk(pile[gathered]);
+    const std::size_t wanted = calls.CountOf("Shell", "CopyWithProgress");
+    timesWanted_ = std::exchange(lastWanted_, wanted) == wanted ? timesWanted_ + 1 : 0;
+    if (wanted >= pile.size() || timesWanted_ > kPatience) return host::Answer::Refused;
+    ChangeDisk(pile[wanted]);
   }
   return host::Answer::Consented;
+}
+
+// Nothing of it is the program's doing, and all that is on a disk was there before.
+void Course::ChangeDisk(const MediumFiles& contents) {
+  const auto watcher = std::exchange(disk.afterChange, nullptr);
+  InsertDisk(contents);
+  for (const auto& [name, bytes] : contents) EXPECT_TRUE(disk.Flush("A:\\" + name));
+  disk.afterChange = watcher;
 }
 
 MediumFiles Course::Destination() {
@@ -171,6 +203,25 @@ const std::vector<Route>& Routes() {
 
 const Route& RouteNamed(const std::string& name) {
   return *std::ranges::find(Routes(), name, &Route::name);
+}
+
+const Route& OntoOlderMedium() {
+  static const Route kRoute = {"OlderMedium", Menu::Backup, "D:\\", BackupComplete, PutOlderMedium};
+  return kRoute;
+}
+
+const Route& OntoOlderFloppies() {
+  static const Route kRoute = {"OlderFloppies", Menu::Backup, "A:\\", BackupComplete, PutOlderFloppies};
+  return kRoute;
+}
+
+// No two stretches of it are alike: an archive's checksums would not notice some that are exchanged.
+std::string BigReport(bool older) {
+  constexpr std::size_t kSize = 1'450'000;
+  std::minstd_rand noise(older ? 2 : 1);
+  std::string bytes(kSize, '\0');
+  std::ranges::generate(bytes, [&] { return static_cast<char>(noise() >> 8); });
+  return bytes;
 }
 
 const std::vector<MediumFiles>& FlawlessSet(const Route& route) {

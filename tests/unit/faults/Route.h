@@ -3,6 +3,8 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
+#include <functional>
 #include <map>
 #include <string>
 #include <utility>
@@ -43,6 +45,8 @@ struct Course : Session {
   void PutSet(const MediumFiles& set) {
     for (const auto& [name, bytes] : set) disk.Write(kSetFolder + name, bytes);
   }
+  /// Puts another disk into drive A:, with all that is on it.
+  void ChangeDisk(const MediumFiles& contents);
   /// What the destination holds: the files of the folder, or of all disks, each below its number.
   MediumFiles Destination();
   /// Whether a file is open on any drive.
@@ -51,10 +55,13 @@ struct Course : Session {
   MediumFiles HostFiles();
 
   const Route& route;
-  MediumFiles before;             ///< files of the host when the program was started
-  Boxes ticked;                   ///< in the restore dialog: all that it offered
-  bool offersNothing = false;     ///< the restore dialog opened without a category to restore
-  std::vector<MediumFiles> pile;  ///< floppies written, or to restore from
+  MediumFiles before;                ///< files of the host when the program was started
+  Boxes ticked;                      ///< in the restore dialog: all that it offered
+  bool offersNothing = false;        ///< the restore dialog opened without a category to restore
+  std::vector<MediumFiles> pile;     ///< floppies written, or to restore from
+  std::deque<MediumFiles> material;  ///< disks to be written on that come next; when it is empty, blank ones
+  /// What is on the disk that is taken out of drive A: after it was written.
+  std::function<MediumFiles()> takeOut = [this] { return disk.Tree("A:\\"); };
 
  private:
   /// What the person does at a form, the first time. Asked a second time, because the first try has failed, they leave.
@@ -65,6 +72,9 @@ struct Course : Session {
     });
   }
   host::Answer AnswerMessage(base::MessageId id);
+
+  std::size_t lastWanted_ = 0;  ///< the disk of the pile that was asked for last
+  int timesWanted_ = 0;
 };
 
 /// All roads: backups to a folder, over an older set with the logs deleted afterwards, to a medium and to floppies;
@@ -72,12 +82,21 @@ struct Course : Session {
 const std::vector<Route>& Routes();
 const Route& RouteNamed(const std::string& name);
 
+/// Backups over an older set, its data `kOlderData`: those of the roads that lead to a medium and to
+/// floppies.
+const Route& OntoOlderMedium();
+const Route& OntoOlderFloppies();
+
 /// The floppies, or the one folder, that a flawless backup on that route leaves.
 const std::vector<MediumFiles>& FlawlessSet(const Route& route);
 
-/// What the data of the route "OlderSet" was when the older set was made.
+/// What the data was when an older set was made.
 inline constexpr const char* kOlderData = "older data";
 inline constexpr const char* kDamagedData = "damaged";
+
+/// Of floppies: a report so large that there are two disks.
+inline constexpr const char* kBigReport = "Report\\big.dat";
+std::string BigReport(bool older = false);
 
 /// Puts `kDamagedData` in the place of every file that a restore can bring back.
 void DamageData(fakes::FakeHost& host);
