@@ -47,6 +47,11 @@ bool IsNamedLikeOne(const std::string& folder) {
   return base::MatchesPattern(base::FileNameOf(base::WithoutTrailingBackslash(folder)), "############");
 }
 
+/// Whether something stands where a folder, which ends in "\\", was to be made.
+bool IsTaken(host::FileSystem& files, const std::string& folder) {
+  return files.FolderExists(folder) || files.FileExists(base::WithoutTrailingBackslash(folder));
+}
+
 }  // namespace
 
 WorkFolder::WorkFolder(host::FileSystem& files, host::QX32& registry, std::string programFolder)
@@ -65,7 +70,7 @@ base::Outcome WorkFolder::MakeNew(host::Clock& clock, host::MessageLoop& loop, s
   for (int tries = 0; tries < kTries; ++tries) {
     folder = base::WithTrailingBackslash(temporary) + base::FormatShortStamp(clock.Now()) + "\\";
     made = files_.MakePrivateFolder(folder);
-    if (made.IsDone() || !files_.FolderExists(folder)) break;
+    if (made.IsDone() || !IsTaken(files_, folder)) break;
     loop.Pause(kSecond);
   }
   return made;

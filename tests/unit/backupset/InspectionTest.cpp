@@ -40,6 +40,43 @@ TEST(BackupSetInspection, AcceptsWhatThisSystemMayRestore) {
   }
 }
 
+// Its first lines alone are what a power cut may leave: the archives are named, and some versions are not there.
+TEST(BackupSetInspection, AnArchiveWithoutItsVersionIsHalfADescriptor) {
+  for (const backupset::Category category : backupset::kRestoreOrder) {
+    const backupset::CategoryRow& row = backupset::RowOf(category);
+    SCOPED_TRACE(row.versionKey);
+    JobStation station;
+    const auto inspect = [&](const Paths& more) {
+      Paths lines = DescriptorLines({"CABFile=Other.cab;" + std::string(row.archive) + ".cab;"});
+      lines.insert(lines.end(), more.begin(), more.end());
+      station.host.disk.Write("D:\\Set\\BackupInfo.ini", Lines(lines));
+      backupset::Inspection found;
+      return backupset::InspectBackupSet(station.tools, {"3.00", "Tarsus", fakes::kSystemFolder}, kSetFolder, found);
+    };
+    EXPECT_TRUE(inspect({"[VersionInfo]", std::string(row.versionKey) + "=V1"}).IsDone());
+    for (const Paths& cut : {Paths{}, Paths{std::string(row.versionKey) + "="}}) {
+      const base::Outcome inspected = inspect(cut);
+      EXPECT_EQ(inspected.PendingMessageId, DescriptorIncomplete);
+      EXPECT_PRED_FORMAT2(testing::IsSubstring, std::string("no ") + row.versionKey, inspected.cause);
+    }
+  }
+}
+
+// Where the deletion is refused or gets lost, nothing is left in it that could be taken for a set.
+TEST_F(JobTest, ARetractedDescriptorIsEmptiedBeforeItIsDeleted) {
+  for (const auto& [fault, gone, empty] :
+       {std::tuple{"", true, true}, {"CreateText", true, false}, {"Flush", true, true}, {"RemoveFile", false, true}}) {
+    SCOPED_TRACE(fault);
+    host.calls.Reset();
+    host.disk.Write("D:\\BackupInfo.ini", Lines(DescriptorLines()));
+    if (*fault != '\0') host.calls.FailFrom("FileSystem", fault);
+    EXPECT_EQ(backupset::RetractDescriptor(host.files, "D:\\").IsDone(), gone);
+    EXPECT_EQ(host.disk.IsFile("D:\\BackupInfo.ini"), !gone);
+    EXPECT_EQ(host.disk.Read("D:\\BackupInfo.ini"), "");
+    EXPECT_EQ(host.calls.CountOf("FileSystem", "Flush"), empty ? 1u : 0u);
+  }
+}
+
 struct Writing {
   backupset::Categories categories;  ///< none: a maintenance log, which nobody restores
   backupset::HostIdentity host;

@@ -44,6 +44,9 @@ const Failure kInWriting[] = {
     {"medium vanishes", Before("\"D:\\", NoMedium("D:")), {BackupNotWritten}},
     {"medium fills up", Before("\"D:\\", Capacity("D:", 50)), {BackupNotWritten}},
     {"archive vanishes", kArchiveVanishes, {BackupCopyFailed}},
+    {"archive stays in a cache", Fails("FileSystem", "Flush", 1, "D:\\Set\\ReportData.cab"), {BackupNotWritten}},
+    {"descriptor stays there", Fails("FileSystem", "Flush", 1, "D:\\Set\\BackupInfo.ini"), {BackupNotWritten}},
+    {"nothing can be read back", Fails("FileSystem", "OpenUncached"), {BackupNotWritten}},
     {"audit record refused", Fails("AuditTrail", "RecordCategoryPhase", 2), {BackupNotRecorded}, kEverything},
 };
 

@@ -249,4 +249,57 @@ TEST(CompactDatabases, AFaultAnywhereLosesNothing) {
   EXPECT_GT(calls, 5u);
 }
 
+/// What else happens on the workstation while a database is compacted.
+class CompactorOnABusyDisk : public fakes::FakeCompactor {
+ public:
+  using FakeCompactor::FakeCompactor;
+  std::function<void()> meanwhile;
+
+  base::Outcome Compact(const std::string& source, const std::string& target, const std::string& locale) override {
+    base::Outcome compacted = FakeCompactor::Compact(source, target, locale);
+    meanwhile();
+    return compacted;
+  }
+};
+
+constexpr const char* kStation = "C:\\Tarsus\\Config\\Station.mdb";
+constexpr const char* kNotReplaced = "Database not replaced: C:\\Tarsus\\Config\\Station.mdb: ";
+
+struct Meanwhile {
+  const char* name;
+  Arrangement happens;
+  std::string left;      ///< in the database
+  std::string why = {};  ///< in the log, behind its name
+  bool copyStays = false;
+};
+
+const Meanwhile kMeanwhile[] = {
+    {"nothing", Nothing, "station"},
+    {"written to", File(kStation, "of another size"), "of another size", "it was written to meanwhile"},
+    {"written to in its size", File(kStation, "STATION[slack]"), "STATION[slack]", "it was written to meanwhile"},
+    {"deleted", Gone(kStation), "", "it was written to meanwhile"},
+    {"opened", InUse(kStation), "station[slack]", std::string(kStation).substr(0, 3)},
+    {"marked read-only", [](auto& host) { host.disk.Find(kStation)->attributes = fakes::kReadOnly; }, "station[slack]",
+     std::string("C:\\")},
+    {"copy not on the disk", Fails("FileSystem", "Flush"), "station[slack]",
+     "C:\\Tarsus\\Config\\120315093012Station.mdb"},
+    {"copy cannot be removed", Both(Fails("FileSystem", "Flush"), Fails("FileSystem", "RemoveFile")), "station[slack]",
+     "C:\\Tarsus\\Config\\120315093012Station.mdb: injected fault; not removed: ", true},
+};
+
+// The host's own data win over what was made of them.
+TEST(CompactDatabases, WhatChangesMeanwhileIsNotReplaced) {
+  for (const Meanwhile& each : kMeanwhile) {
+    SCOPED_TRACE(each.name);
+    Workstation station;
+    CompactorOnABusyDisk compactor(station.host.disk, station.host.calls);
+    compactor.meanwhile = [&] { each.happens(station.host); };
+    qx::access::CompactDatabase(work::ToolsOf(station.application), compactor, station.host.clock, "C:\\Tarsus\\Config",
+                                "Station.mdb");
+    EXPECT_EQ(station.host.disk.Read(kStation), each.left);
+    EXPECT_EQ(station.host.disk.IsFile("C:\\Tarsus\\Config\\120315093012Station.mdb"), each.copyStays);
+    EXPECT_EQ(station.WasWarnedOf(kNotReplaced + each.why), !each.why.empty());
+  }
+}
+
 }  // namespace

@@ -135,6 +135,140 @@ TEST(StartUp, HelpOpensTheManualOrTheLogSaysThatItCannot) {
   session.Run();
 }
 
+/// One start, up to the sign-in and no further; these messages come before it.
+void OnlyStart(Session& session, const Ids& messages) {
+  session.See(messages);
+  session.Cancel<frmUserAuthentication>(kShift);
+  session.Run();
+}
+
+constexpr const char* kRestoreRuns = "BackupUtility\\RestoreRunning";
+const std::string kInterrupted = "A restore did not end: D:\\Set\\";
+
+// Once, and before anybody can work on; a host whose catalogue is older has the line in the log.
+TEST(StartUp, TellsOfAnInterruptedRestore) {
+  for (const bool hasWords : {true, false}) {
+    SCOPED_TRACE(hasWords);
+    Session session;
+    if (hasWords) session.catalogue.rows[RestoreInterrupted] = "interrupted";
+    session.qx32.texts[kRestoreRuns] = kSetFolder;
+    OnlyStart(session, hasWords ? Ids{RestoreInterrupted} : Ids{});
+    EXPECT_TRUE(session.components.Logged(kInterrupted));
+    if (hasWords) {
+      EXPECT_EQ(session.person.Messages().front().text3, kSetFolder);
+    }
+    session.Told().logLines.clear();
+    OnlyStart(session, {});
+    EXPECT_FALSE(session.components.Logged(kInterrupted));
+  }
+}
+
+// From before the first replacement until its end was told, good or bad.
+TEST(StartUp, OnlyARestoreThatReplacesIsCalledInterrupted) {
+  const std::tuple<const char*, Arrangement, Ids> courses[] = {
+      {"succeeds", Nothing, {RestoreComplete}},
+      {"fails", Fails("AuditTrail", "RecordCategoryPhase"), {RestoreNotRecorded}},
+      {"does not begin", Gone("D:\\Set\\MenuData.cab"), {ArchiveNotUnpacked}},
+      {"cannot be marked", Fails("QX32", "RegSetKeySZ", 1, kRestoreRuns), {RestoreComplete}}};
+  for (const auto& [name, arrangement, messages] : courses) {
+    SCOPED_TRACE(name);
+    Session session;
+    session.BackUpEverything();
+    Names marks;
+    Before("", [&](auto& host) { marks.push_back(host.qx32.texts[kRestoreRuns]); })(session);
+    arrangement(session);
+    session.BeginRestore();
+    session.StartRestore({Box::Menu});
+    messages.back() == RestoreComplete ? session.EndAfter(messages) : session.LeaveRestoreAfter(messages);
+    const bool cannot = std::string_view(name) == "cannot be marked";
+    for (const std::string& mark : marks) EXPECT_EQ(mark, cannot ? "" : kSetFolder);
+    EXPECT_EQ(cannot, session.disk.Read(fakes::kLogFile).find("Restore not marked as running: ") != std::string::npos);
+    EXPECT_EQ(session.qx32.texts[kRestoreRuns], "");
+    OnlyStart(session, {});
+  }
+}
+
+TEST(StartUp, RemovesTheWorkFolderThatARunHasLeft) {
+  Session session(Fails("FileSystem", "RemoveFolder", 1, kStagingFolder));
+  session.leavesStagingFolder = true;
+  session.BackUpTo("D:\\");
+  session.EndAfter({BackupComplete, BackupWorkFolderNotRemoved});
+  session.calls.Reset();
+  session.leavesStagingFolder = false;
+  OnlyStart(session, {});
+  EXPECT_TRUE(
+      session.components.Logged("Work folder of an earlier run removed: " + std::string(kStagingFolder) + "\\"));
+}
+
+struct BusyCourse {
+  const char* name;
+  Arrangement arrange;
+  std::function<void(Session&)> travel;
+};
+
+void Backup(Session& session, const Ids& messages) {
+  session.BeginBackup(kReportOnly);
+  session.At<frmSelectFolder>([&](frmSelectFolder& form) {
+    EXPECT_EQ(session.shell.busyTimes, 0) << "it waits for a person";
+    fakes::Type(form.txtFolder, "D:\\");
+    fakes::Press(form.cmdOK);
+  });
+  messages.back() == BackupComplete ? session.EndAfter(messages) : session.LeaveBackupAfter(messages);
+}
+void Restore(Session& session, const Ids& messages) {
+  session.BeginRestore();
+  session.StartRestore({Box::Menu});
+  messages.back() == RestoreComplete ? session.EndAfter(messages) : session.LeaveRestoreAfter(messages);
+}
+void CollectLog(Session& session, const Ids& messages) {
+  session.SignIn();
+  session.OpenMenuItem(Menu::MaintenanceLog);
+  session.StartMaintenance();
+  session.AcceptFolder("D:\\");
+  session.EndAfter(messages);
+}
+
+const BusyCourse kBusyCourses[] = {
+    {"backup", Nothing, [](Session& session) { Backup(session, {BackupComplete}); }},
+    {"nothing gathered", Gone("C:\\Tarsus\\Report"),
+     [](Session& session) {
+       session.BeginBackup(kReportOnly);
+       session.LeaveBackupAfter({BackupNotGathered});
+     }},
+    {"not written", Before("\"D:\\", NoMedium("D:")), [](Session& session) { Backup(session, {BackupNotWritten}); }},
+    {"restore", Nothing, [](Session& session) { Restore(session, {RestoreComplete}); }},
+    {"restore fails", Fails("AuditTrail", "RecordCategoryPhase"),
+     [](Session& session) { Restore(session, {RestoreNotRecorded}); }},
+    {"restore halts", [](auto& host) { host.files.temporaryFolder = "E:\\"; },
+     [](Session& session) {
+       session.BeginRestore();
+       session.StartRestore({Box::Menu});
+       session.See({RestoreWorkFolderNotMade});
+       session.Run();
+     }},
+    {"maintenance log", Nothing, [](Session& session) { CollectLog(session, {MaintenanceComplete}); }},
+};
+
+// Sleep, or a shutdown without a word, would leave half a set.
+TEST(EndOfProgram, IsHeldOffWhileAJobIsAtWorkAndNoLonger) {
+  for (const BusyCourse& course : kBusyCourses) {
+    SCOPED_TRACE(course.name);
+    Session session;
+    session.BackUpEverything();
+    session.catalogue.rows[JobRunsReason] = "a job runs";
+    session.shell.busyWith.clear();
+    session.qx32.texts.erase("BackupDate");
+    course.arrange(session);
+    session.processes.beforeWork = [&, before = session.processes.beforeWork](const std::string& command) {
+      EXPECT_EQ(session.shell.busyTimes, 1) << command;
+      if (before) before(command);
+    };
+    course.travel(session);
+    EXPECT_EQ(session.shell.busyTimes, 0);
+    for (const std::string& reason : session.shell.busyWith) EXPECT_EQ(reason, "a job runs");
+  }
+}
+
 // From the dialog or from the menu; the program's folder and the pointer are put back on the way.
 TEST(EndOfProgram, RestartsTheHostUnlessShiftAloneIsHeld) {
   for (int held = 0; held < 8; ++held) {
