@@ -47,8 +47,8 @@ class Processes {
   /// batch file its own full path as %0.
   ///
   /// A program with a path ("\" or ":") is that file; another one is looked for as `where` says. A name without an
-  /// ending stands for ".exe", ".com", ".bat" or ".cmd", in this order in each folder. A program that has blanks in its
-  /// name or path belongs in quotes: without them the shortest name that is found is meant.
+  /// ending stands for ".exe", ".com", ".bat" or ".cmd", in this order in each folder. Of a path with blanks that is
+  /// not in quotes the longest that is a file's is meant, of a name the shortest.
   ///
   /// The command interpreter, started by `ProgramsOnly`, looks for what its command names by the same rule, so far as
   /// the system knows one.

@@ -56,7 +56,7 @@ class FakeProcesses : public host::Processes {
   }
 
   base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style,
-                                             host::Where where = host::Where::CurrentFolder) override {
+                                             host::Where where = host::Where::ProgramsOnly) override {
     if (calls_.Fails("Processes", __func__, commandLine)) return InjectedFault(commandLine);
     if (!Find(commandLine, where)) return base::Failure(commandLine + ": not found");
     started.push_back({commandLine, disk_.CurrentFolder(), style, false, where});

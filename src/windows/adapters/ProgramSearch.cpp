@@ -2,6 +2,7 @@
 #include "windows/adapters/ProgramSearch.h"
 
 #include <algorithm>
+#include <ranges>
 #include <string_view>
 #include <vector>
 
@@ -110,8 +111,8 @@ struct Cut {
   std::wstring_view arguments;
 };
 
-/// The places where a command line may be cut. Without quotes that is each blank, as Windows has it: "C:\Program
-/// Files\x.exe /a" may mean any of three programs.
+/// The places where a command line may be cut. Without quotes that is each blank: "C:\Program Files\x.exe /a" may mean
+/// any of three programs.
 std::vector<Cut> CutsOf(std::wstring_view line) {
   line.remove_prefix(std::min(line.find_first_not_of(L" \t"), line.size()));
   if (line.starts_with(L'"')) {
@@ -137,8 +138,9 @@ const Cut* FindFirst(const std::vector<Cut>& cuts, const Folders& folders, std::
   return nullptr;
 }
 
+/// The longest path that is a file's: of "C:\Program Files\x.exe /a" nobody may put a "C:\Program.exe" in front.
 const Cut* FindPath(const std::vector<Cut>& cuts, std::wstring& program) {
-  for (const Cut& cut : cuts) {
+  for (const Cut& cut : std::views::reverse(cuts)) {
     program = WithEnding(FullPathOf(cut.name));
     if (!program.empty()) return &cut;
   }

@@ -58,7 +58,7 @@ class Win32Processes : public host::Processes {
   explicit Win32Processes(Win32MessageLoop& loop);
 
   base::Obtained<host::StartedProgram> Start(const std::string& commandLine, host::WindowStyle style,
-                                             host::Where where = host::Where::CurrentFolder) override;
+                                             host::Where where = host::Where::ProgramsOnly) override;
   std::vector<std::string> RunningExecutables() override;
   bool HasPreviousInstance() override { return hasPreviousInstance_; }
   [[noreturn]] void EndThisProcess() override;
