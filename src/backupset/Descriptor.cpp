@@ -74,13 +74,19 @@ bool SameMajorVersion(const std::string& left, const std::string& right) {
   return leftMajor && leftMajor == MajorVersion(right);
 }
 
-/// A set with categories is one day restored, and must say what a restore will ask for; a maintenance log is not, and
-/// whoever needs one may have a host that cannot tell its version any more.
-base::Outcome CheckIdentity(const HostIdentity& host, const BackupSet& set) {
-  if (set.categories.empty()) return base::Result::Done;
+base::Outcome CheckIdentity(const HostIdentity& host) {
   if (host.applicationType.empty()) return base::Failure("the name of the host's application is unknown");
   if (MajorVersion(host.softwareVersion)) return base::Result::Done;
   return base::Failure("no restore would accept the host's version \"" + host.softwareVersion + "\": it has no \".\"");
+}
+
+/// A set with categories is one day restored, and must say what a restore will ask for; a maintenance log is not, and
+/// whoever needs one may have a host that cannot tell its version any more.
+base::Outcome DemandIdentity(app::OperationLog& log, const HostIdentity& host, const BackupSet& set) {
+  base::Outcome known = CheckIdentity(host);
+  if (known.IsDone() || !set.categories.empty()) return known;
+  log.WarnOfLoss("Descriptor without a maker: " + known.cause);
+  return base::Result::Done;
 }
 
 /// The values of one descriptor.
@@ -158,7 +164,7 @@ HostIdentity IdentityOf(const app::State& state, const app::AppearanceSettings& 
 base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, const HostIdentity& host,
                               const work::WorkFolder& workFolder, BackupSet& set,
                               const std::optional<FloppyDisk>& disk) {
-  if (base::Outcome known = CheckIdentity(host, set); !known.IsDone()) return known;
+  if (base::Outcome known = DemandIdentity(tools.log, host, set); !known.IsDone()) return known;
   const std::string path = workFolder.StagingFolder() + kDescriptorFile;
   if (disk && tools.files.FileExists(path)) {
     if (base::Outcome removed = tools.files.RemoveFile(path); !removed.IsDone()) return removed;

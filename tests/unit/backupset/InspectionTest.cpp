@@ -103,6 +103,8 @@ TEST(Descriptor, DemandsOfTheHostWhatARestoreWillDemand) {
         backupset::WriteDescriptor(station.tools, station.host.clock, each.host, station.packed.workFolder, set);
     EXPECT_EQ(written.IsDone(), each.cause.empty());
     EXPECT_PRED_FORMAT2(testing::IsSubstring, each.cause, written.cause);
+    EXPECT_EQ(station.WasWarnedOf("Descriptor without a maker: "),
+              each.host.softwareVersion.empty() && written.IsDone());
     if (!written.IsDone() || each.categories.empty()) continue;
     backupset::Inspection found;
     EXPECT_TRUE(backupset::InspectBackupSet(station.tools, each.host, JobStation::kStaging, found).IsDone());
