@@ -31,6 +31,16 @@ Fault Added(const fs::path& path, const std::string& bytes) {
   return Fault(nullptr, [=](void*) { fs::remove_all(newFolder ? folder : path); });
 }
 
+/// Undoes what is done to the contents of a folder's files.
+Fault Kept(const fs::path& folder) {
+  return Fault(nullptr, [=, files = Snapshot(folder)](void*) {
+    for (const auto& [path, bytes] : files) {
+      SetFileAttributesW((folder / path).c_str(), FILE_ATTRIBUTE_NORMAL);
+      WriteBytes(folder / path, bytes);
+    }
+  });
+}
+
 /// The host's job file says something else in one place.
 Fault JobsWith(const std::string& from, const std::string& to) {
   const fs::path jobs = kTarsus / "System" / "BackupList.ini";
@@ -85,6 +95,10 @@ class Losses : public EndToEndTest {
     EXPECT_NE(text.find(": " + std::to_string(warnings) + "."), std::string::npos) << text;
     EXPECT_EQ(person.Answer(), id);
   }
+  /// What was gathered has gone with the program.
+  static void ExpectNothingLeft() {
+    for (const auto& entry : fs::recursive_directory_iterator(fs::temp_directory_path())) ADD_FAILURE() << entry.path();
+  }
   /// A warning of the log has these words.
   static void ExpectNamed(const std::string& words) {
     const std::vector<std::string> lines = LogLines();
@@ -126,6 +140,7 @@ TEST_F(Losses, WhatCannotBeReadIsNamedAndNoLogIsDeleted) {
   }
   EXPECT_EQ(Differences(LogsBut(Snapshot(kLogs)), logs), kNone);
   person.End();
+  ExpectNothingLeft();
   ExpectNamed("Log\\Network.log");
   ExpectNamed("000\\" + inUse);
   EXPECT_EQ(expected.erase("000\\" + inUse), 1U);
@@ -179,6 +194,7 @@ TEST_F(Losses, AFolderThatCannotBeLeavesTheChoiceAndWhatCannotBePutBackIsNamed) 
   const std::string set = "E:\\Year\\Month\\Day\\";
   const std::string item = "[REPORT_RESTORE]\r\nFolder=Data\\Report";
   const Fault noSuchParent = JobsWith(item, item + ";Data\\Gone\\Report");
+  const Fault kept = Kept(reports);
   const Files saved = Snapshot(reports);
   ASSERT_GT(saved.size(), 2U);
   Operator person;
@@ -207,10 +223,10 @@ TEST_F(Losses, AFolderThatCannotBeLeavesTheChoiceAndWhatCannotBePutBackIsNamed) 
     EXPECT_EQ(person.Answer(), RestoreComplete);
     person.End();
   }
+  ExpectNothingLeft();
   ExpectNamed("Report\\" + held);
   ExpectNamed("no such folder: C:\\Tarsus\\Data\\Gone\\");
   EXPECT_EQ(Differences(Snapshot(reports), expected), kNone);
-  for (const auto& [name, bytes] : saved) WriteBytes(reports / name, bytes);
 }
 
 }  // namespace

@@ -173,6 +173,32 @@ TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
   }
 }
 
+// Every file that is not there as it should be is named, and they are counted.
+TEST(Restore, AFullDiskIsToldFileByFile) {
+  const Paths names = {"a.txt", "b.txt", "c.txt", "d.txt", "e.txt"};
+  Session session([&](auto& host) {
+    host.disk.AddDrive('E', "DATA", 1'000'000);
+    for (const std::string& name : names) host.disk.Write("E:\\Report\\" + name, std::string(100, name[0]));
+  });
+  Jobs({"[REPORT_BACKUP]", "Folder=E:\\Report", "[REPORT_RESTORE]", "Folder=E:\\Report"})(session);
+  session.BackUpTo(kSetFolder);
+  session.EndAfter({AskMakeBackupFolder, BackupComplete});
+  session.disk.Remove("E:\\Report");
+  Capacity("E:", 250)(session);
+  session.BeginRestore();
+  session.StartRestore({Box::Report});
+  session.EndAfter({RestoreWarnings, RestoreComplete});
+  EXPECT_EQ(session.person.Messages().end()[-2].text3, "3");
+  for (const std::string& name : names) {
+    const bool fits = name < "c";
+    EXPECT_EQ(session.disk.Read("E:\\Report\\" + name) == std::string(100, name[0]), fits);
+    const std::string log = session.disk.Read(fakes::kLogFile);
+    EXPECT_EQ(
+        log.find("Not copied: " + std::string(kStagingFolder) + "\\CABFILE\\Report\\" + name) == std::string::npos,
+        fits);
+  }
+}
+
 // It is tried again when the dialog goes; neither failure hides the outcome.
 TEST(Restore, StagingFolderThatStaysIsSaid) {
   for (const bool audited : {true, false}) {
