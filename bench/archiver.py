@@ -2,6 +2,7 @@
 import filecmp
 import pathlib
 import shutil
+import subprocess
 
 from samples import repeat_within, run
 
@@ -16,6 +17,7 @@ class Archiver:
         self._cabarc = release / "cabarc"
         self._windows_cabarc = windows / "cabarc.exe"
         self._pieces = release / "bench_pieces"
+        self._walk = release / "bench_walk"
         self._rounds = rounds
         self._cabinets = work / "cabinets"
         self._outputs = 0
@@ -53,6 +55,7 @@ class Archiver:
         self._note_memory("large.extract", ["-r", "-p", "X", folder / "large.cab", f"{folder}/out/"], folder)
         if not filecmp.cmp(study, folder / "out/study.raw", shallow=False):
             raise SystemExit("the large file that was extracted is not the one that was packed")
+        self._walking(folder / "large.cab")
         shutil.rmtree(folder)
 
     def pieces(self):
@@ -92,6 +95,14 @@ class Archiver:
                 _gcab_create(small, to / "small-gcab.cab")
         with self._samples.timed("small.cabarc"):
             self._create(small, to / "small.cab")
+
+    def _walking(self, cabinet):
+        """Checking a cabinet against reading its bytes, as the program does it before a restore."""
+        output = self._work / "walk.txt"
+        with open(output, "wb") as file:
+            subprocess.run([self._walk, cabinet, str(5 * self._rounds)], check=True, stdout=file)
+        self._samples.note_lines(output.read_text(encoding="ascii"))
+        self._samples.note("walk.size", cabinet.stat().st_size)
 
     def _create(self, tree, cabinet, *runner):
         run(*runner, self._cabarc, "-r", "-p", "n", cabinet, "*.*", cwd=tree)

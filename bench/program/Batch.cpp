@@ -20,7 +20,11 @@ const char kBackupCommands[] =
     "C:\\Tarsus\\Program\\cabarc -r -p n PatientData.cab Patient.db PatientList.txt Study.db .\\Image.ddo\\*.* "
     ".\\Patient\\*.*\r\n"
     "CMD /C xcopy \"%STAGING%\\PatientData.cab\" \"E:\\Batch\\\" /S /Y\r\n"
-    "CMD /C xcopy \"C:\\Tarsus\\System\\BackupVersion.ini\" \"E:\\Batch\\\" /S /Y\r\n";
+    "CMD /C xcopy \"C:\\Tarsus\\System\\BackupVersion.ini\" \"E:\\Batch\\\" /S /Y\r\n"
+    "\"%COMPARE%\" \"%STAGING%\\PatientData.cab\" \"E:\\Batch\\PatientData.cab\"\r\n"
+    "if errorlevel 1 exit 1\r\n"
+    "\"%COMPARE%\" \"C:\\Tarsus\\System\\BackupVersion.ini\" \"E:\\Batch\\BackupVersion.ini\"\r\n"
+    "if errorlevel 1 exit 1\r\n";
 
 const char kRestoreCommands[] =
     "cd /d %STAGING%\r\n"
@@ -34,6 +38,7 @@ const char kRestoreCommands[] =
 
 namespace {
 
+/// A batch file that breaks off would be a quick one.
 void RunSilently(std::wstring command) {
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);
@@ -42,8 +47,18 @@ void RunSilently(std::wstring command) {
                      &process) == FALSE)
     throw std::runtime_error("cannot start " + endtoend::Utf8(command));
   WaitForSingleObject(process.hProcess, INFINITE);
+  DWORD code = 0;
+  GetExitCodeProcess(process.hProcess, &code);
   CloseHandle(process.hThread);
   CloseHandle(process.hProcess);
+  if (code != 0) throw std::runtime_error("exit code " + std::to_string(code) + ": " + endtoend::Utf8(command));
+}
+
+/// It lies beside this program.
+std::string Comparer() {
+  wchar_t path[MAX_PATH] = {};
+  GetModuleFileNameW(nullptr, path, MAX_PATH);
+  return endtoend::fs::path(path).replace_filename("bench_compare.exe").string();
 }
 
 }  // namespace
@@ -62,7 +77,8 @@ double TimeBatch(const std::string& commands) {
   const endtoend::fs::path staging = temporary / "000000000000";
   const endtoend::fs::path batch = temporary / "bench.bat";
   endtoend::fs::create_directories(staging / "CABFILE");
-  endtoend::WriteBytes(batch, "@echo off\r\nset STAGING=" + staging.string() + "\r\n" + commands);
+  endtoend::WriteBytes(
+      batch, "@echo off\r\nset STAGING=" + staging.string() + "\r\nset COMPARE=" + Comparer() + "\r\n" + commands);
   const double start = Seconds();
   RunSilently(L"cmd /c " + batch.wstring() + L" <nul >nul 2>&1");
   const double taken = Seconds() - start;

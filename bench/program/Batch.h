@@ -11,7 +11,8 @@ namespace bench {
 inline constexpr char kSet[] = "E:\\Set\\";
 inline constexpr char kBatchSet[] = "E:\\Batch\\";
 
-/// The commands that the program starts for the patient data, in its order. %STAGING% is the staging folder.
+/// The commands that the program starts for the patient data, in its order, and a comparison of the set with what was
+/// gathered, which the program makes itself. %STAGING% is the staging folder, %COMPARE% the program that compares.
 extern const char kBackupCommands[];
 extern const char kRestoreCommands[];
 
@@ -21,7 +22,8 @@ double Seconds();
 /// Comes before anything is timed: memory and processors that were at work a moment ago are quicker.
 void Rest();
 
-/// Writes `commands` into a batch file and runs it hidden and silent. How many seconds it took.
+/// Writes `commands` into a batch file and runs it hidden and silent. How many seconds it took. Throws when it ends
+/// with another exit code than 0.
 double TimeBatch(const std::string& commands);
 
 }  // namespace bench
