@@ -86,6 +86,7 @@ bool frmBackup::BackUp() {
   running.reset();
   if (!packed.IsDone()) {
     application_.failures.Show(packed);
+    backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
     return false;
   }
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.

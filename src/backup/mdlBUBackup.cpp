@@ -87,11 +87,7 @@ base::Outcome FinishBackup(app::Application& application, jobs::JobDefinitions& 
   backupset::ReportWritten(application, backupset::MessagesOf(app::Operation::Backup), job.packed.set, job.watch);
   if (!job.deleteLogs) return base::Result::Done;
   const base::Outcome deleted = DeleteLogs(application, definitions, job);
-  if (deleted.IsDone()) {
-    application.log.WriteLog(app::LogLevel::Information, "Logs deleted");
-  } else {
-    application.failures.Show({deleted.result, app::MessageId::LogsNotDeleted, deleted.cause});
-  }
+  if (!deleted.IsDone()) application.failures.Show({deleted.result, app::MessageId::LogsNotDeleted, deleted.cause});
   return base::Result::Done;
 }
 

@@ -99,9 +99,13 @@ base::Outcome WritingOperation::Run() {
   return WithDefaultMessage(Write(), messages_);
 }
 
+void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
+  const base::Outcome removed = packed.workFolder.Remove();
+  if (!removed.IsDone()) failures.Show(removed, app::MessageId::BackupWorkFolderNotRemoved);
+}
+
 void WritingOperation::Unloaded() {
-  const base::Outcome removed = packed_.workFolder.Remove();
-  if (!removed.IsDone()) application_.failures.Show(removed, app::MessageId::BackupWorkFolderNotRemoved);
+  RemoveWorkFolderOrSay(application_.failures, packed_);
 }
 
 }  // namespace backupset

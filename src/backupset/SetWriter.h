@@ -50,6 +50,9 @@ base::Outcome CopyToDestination(app::Application& application, media::MediaDrive
 /// archive and its pieces is left in the archive folder. Outcomes as above.
 base::Outcome WriteToFloppies(app::Application& application, media::MediaDrives& drives, const Writing& writing);
 
+/// Removes the work folder; message 60361 when that fails.
+void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed);
+
 /// Tells that it was stopped, and why, to the operator and the log; sets the pointer back, and returns Stopped.
 base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages, const base::Outcome& why);
 

@@ -1,6 +1,8 @@
 // Deletes the host's logs after a backup that contains them.
 #include "jobs/LogDeletion.h"
 
+#include <cstddef>
+#include <utility>
 #include <vector>
 
 #include "base/Path.h"
@@ -28,6 +30,7 @@ class LogDeletion {
       ended = ForEach(JobKey::Folder, &LogDeletion::EmptyLogFolder);
     }
     stayed_.Conclude("Not deleted");
+    tools_.log.WriteLog(app::LogLevel::Information, "Logs deleted: " + std::to_string(deleted_) + " files");
     static_cast<void>(tools_.files.SetCurrentFolder(stagingFolder_));  // it was current when its archives were made
     return ended.IsDone() ? notDeleted_ : ended;
   }
@@ -72,15 +75,17 @@ class LogDeletion {
     std::vector<host::FolderEntry> entries;
     Note(tools_.files.List(folder, pattern, entries));
     for (const host::FolderEntry& entry : entries) {
-      if (!entry.isFolder) Note(DeleteSaved(folder + entry.name, entry));
+      if (!entry.isFolder && !work::IsSamePath(folder + entry.name, saved_.ownLog))
+        DeleteSaved(folder + entry.name, entry);
       tools_.messageLoop.Yield();
     }
   }
 
-  base::Outcome DeleteSaved(const std::string& path, const host::FolderEntry& entry) {
-    if (work::IsSamePath(path, saved_.ownLog)) return base::Result::Done;
-    return IsSaved(path, entry) ? tools_.files.RemoveFile(path)
-                                : base::Failure(path + " has changed since it was saved");
+  void DeleteSaved(const std::string& path, const host::FolderEntry& entry) {
+    base::Outcome deleted =
+        IsSaved(path, entry) ? tools_.files.RemoveFile(path) : base::Failure(path + " has changed since it was saved");
+    if (deleted.IsDone()) ++deleted_;
+    Note(std::move(deleted));
   }
 
   /// What this program has not copied itself may have been saved by a program of the host; nothing that is younger than
@@ -103,6 +108,7 @@ class LogDeletion {
   const std::string& stagingFolder_;
   app::NamedWarnings stayed_{tools_.log, kSection};
   base::Outcome notDeleted_;
+  std::size_t deleted_ = 0;
 };
 
 }  // namespace

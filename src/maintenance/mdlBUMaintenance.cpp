@@ -69,7 +69,10 @@ void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitio
   auto running = app::KeepRunning(application);
   const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
   running.reset();
-  if (!collected.IsDone()) return application.failures.Show(collected);
+  if (!collected.IsDone()) {
+    application.failures.Show(collected);
+    return backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
+  }
   if (job.PersonalInfoResult != 0) {
     application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
   }

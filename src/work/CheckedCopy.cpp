@@ -85,12 +85,11 @@ class Comparison {
   }
 
   /// Says what is missing beyond those that were named, and what was copied here.
-  CopyResult Conclude(const ProgramEnd& end, base::Outcome command) {
+  CopyResult Conclude(const std::string& source, base::Outcome command) {
     missing_.Conclude("Not copied");
     // An empty folder and a pattern that nothing fits are no loss; a file that is named is there, or missed.
     const bool named = pattern_ != "*" && !IsPattern(pattern_);
-    if (named && right_ == 0 && missing_.Count() == 0)
-      tools_.log.WarnOfLoss("Not there: " + end.description, category_);
+    if (named && right_ == 0 && missing_.Count() == 0) tools_.log.WarnOfLoss("Not there: " + source, category_);
     if (added_ > 0) {
       tools_.log.WriteLog(app::LogLevel::Information,
                           "Copied what xcopy has left out: " + std::to_string(added_) + " files (" + category_ + ")");
@@ -163,7 +162,7 @@ CopyResult CopyFilesChecked(const Tools& tools, const std::string& source, const
   const std::string name = base::FileNameOf(source);
   Comparison comparison(tools, name, IsPattern(name), category, noted);
   comparison.Walk(base::FolderOf(source), destinationFolder);
-  return comparison.Conclude(end, OutcomeOfXcopy(end));
+  return comparison.Conclude(source, OutcomeOfXcopy(end));
 }
 
 CopyResult CopyFolderChecked(const Tools& tools, const std::string& sourceFolder, const std::string& destinationFolder,
@@ -173,7 +172,7 @@ CopyResult CopyFolderChecked(const Tools& tools, const std::string& sourceFolder
   const ProgramEnd end = RunXcopy(tools, source, copy);
   Comparison comparison(tools, "*", true, category, noted);
   comparison.Walk(source + "\\", copy);
-  return comparison.Conclude(end, OutcomeOfXcopy(end));
+  return comparison.Conclude(source, OutcomeOfXcopy(end));
 }
 
 }  // namespace work

@@ -153,7 +153,7 @@ base::Outcome Win32FileSystem::RemoveFolder(const std::string& path) {
   if (IsDriveRoot(folder)) return Failed(path, ERROR_CURRENT_DIRECTORY);
   if (!FolderExists(path)) return Failed(path, ERROR_PATH_NOT_FOUND);
   // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
-  constexpr int kTries = 20;
+  constexpr int kTries = 120;
   constexpr DWORD kPause = 25;  // milliseconds
   for (int tries = 1;; ++tries) {
     base::Outcome deleted = DeleteTree(folder, [this] { StayAlive(); });

@@ -173,7 +173,8 @@ TEST(Restore, FailureIsShownAndKeepsWhatWasRestoredBefore) {
   }
 }
 
-// Every file that is not there as it should be is named, and they are counted.
+// Somebody else has filled it since its room was counted. Every file that is not there as it should be is named, and
+// they are counted.
 TEST(Restore, AFullDiskIsToldFileByFile) {
   const Paths names = {"a.txt", "b.txt", "c.txt", "d.txt", "e.txt"};
   Session session([&](auto& host) {
@@ -184,7 +185,7 @@ TEST(Restore, AFullDiskIsToldFileByFile) {
   session.BackUpTo(kSetFolder);
   session.EndAfter({AskMakeBackupFolder, BackupComplete});
   session.disk.Remove("E:\\Report");
-  Capacity("E:", 250)(session);
+  Before("CABFILE\\Report", Capacity("E:", 250))(session);
   session.BeginRestore();
   session.StartRestore({Box::Report});
   session.EndAfter({RestoreWarnings, RestoreComplete});
