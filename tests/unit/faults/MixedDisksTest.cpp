@@ -89,7 +89,7 @@ std::ostream& operator<<(std::ostream& out, const Mistake& each) {
 class MixedRestore {
  public:
   explicit MixedRestore(std::size_t wanted) : MixedRestore(Mistake{wanted, DisksOf(wanted).size(), 0, 0}) {}
-  explicit MixedRestore(const Mistake& mistake) : mistake_(mistake), course(kRestoring) {
+  explicit MixedRestore(const Mistake& mistake) : course(kRestoring), mistake_(mistake) {
     course.person.messageHabit = [this](base::MessageId id) { return Answer(id); };
     course.person.Habit<frmRestore>([this](frmRestore& form) {
       for (const Box box : kAllBoxes)
@@ -100,6 +100,9 @@ class MixedRestore {
     course.ChangeDisk(mistake_.isChangedLate ? DisksOf(mistake_.wanted)[0] : Offered(0));
     course.Travel();
   }
+
+  Course course;
+  int prompts = 0;  ///< for the right disk
 
  private:
   const MediumFiles& Offered(std::size_t place) const {
@@ -116,10 +119,6 @@ class MixedRestore {
 
   const Mistake mistake_;
   bool hasStarted_ = false;
-
- public:
-  Course course;
-  int prompts = 0;  ///< for the right disk
 };
 
 std::vector<Mistake> EveryMistake() {
@@ -181,6 +180,10 @@ class SlippingBackup {
     Take(inDrive_);
   }
 
+  Course course;
+  Disks disks;
+  std::size_t prompts = 0;
+
  private:
   void Take(std::size_t disk) {
     disks[inDrive_] = course.disk.Tree("A:\\");
@@ -199,12 +202,6 @@ class SlippingBackup {
     return host::Answer::Consented;
   }
 
- public:
-  Course course;
-  Disks disks;
-  std::size_t prompts = 0;
-
- private:
   Slip slip_;
   std::size_t inDrive_ = 0;
 };
