@@ -2,7 +2,6 @@
 // refused; nothing is restored from two sets, and no disk of a set is written over while it is being made.
 #include <algorithm>
 #include <iostream>
-#include <random>
 
 #include "unit/faults/Route.h"
 
@@ -33,12 +32,8 @@ constexpr Origin kOrigins[] = {
     {"D", kForThreeDisks, 4, "V2.2"},
 };
 
-// No two stretches of a report are alike: an archive's checksums would not notice some that are exchanged.
 void Fill(Course& course, const Origin& origin) {
-  std::minstd_rand noise(origin.seed);
-  std::string report(origin.reportSize, '\0');
-  std::ranges::generate(report, [&] { return static_cast<char>(noise() >> 8); });
-  course.disk.Write("C:\\Tarsus\\Report\\big.dat", report);
+  course.disk.Write("C:\\Tarsus\\Report\\big.dat", Noise(origin.reportSize, origin.seed));
   course.disk.Write("C:\\Tarsus\\Menu\\menu.ini", std::string("menu of ") + origin.name);
   course.clock.now.day += static_cast<int>(origin.seed);
   const std::string versions = std::string(fakes::kSystemFolder) + "BackupVersion.ini";
