@@ -91,17 +91,19 @@ class FakeProcesses : public host::Processes {
     return {};
   }
 
-  /// What the program of a command line does; empty when there is none.
+  /// What the program of a command line does; empty when there is none. The interpreter, with a path or without one,
+  /// looks for what its command names as it was looked for itself.
   ProgramAction Find(const std::string& commandLine, host::Where where) {
     const Words words = SplitCommandLine(commandLine);
     const std::string name = words.empty() ? "" : words[0];
+    const bool inCurrent = where == host::Where::CurrentFolder;
+    const bool interprets = FitsWildcard(name, "*CMD") || FitsWildcard(name, "*CMD.exe");
+    if (inCurrent && interprets && words.size() > 2 && !SameFold(words[2], "copy"))
+      if (ProgramAction named = FindIn({".\\"}, words[2])) return named;
     if (name.find_first_of("\\:") != std::string::npos) return FindIn({""}, name);
-    if (where == host::Where::ProgramsOnly) return FindIn(kProgramFolders, name);
-    // The interpreter, too, looks in the current folder before it takes the system's program.
-    const bool asksInterpreter = SameFold(name, "CMD") && words.size() > 2 && !SameFold(words[2], "copy");
-    const ProgramAction named = asksInterpreter ? FindIn({".\\"}, words[2]) : nullptr;
-    const ProgramAction inFolder = FindIn({".\\"}, name);
-    return named ? named : inFolder ? inFolder : FindIn(kProgramFolders, name);
+    if (inCurrent)
+      if (ProgramAction found = FindIn({".\\"}, name)) return found;
+    return FindIn(kProgramFolders, name);
   }
 
   /// The exit code, unless it is not to be had.

@@ -91,11 +91,14 @@ class Moments {
     backup.takeOut = [this] { return cut_.Flushed(); };  // it does not wait for the system's cache
     Look();
   }
+  /// A state that comes of two losses stands with the smaller one.
   const std::map<fakes::Loss, std::set<Set>>& All() const { return moments_; }
+  int Cuts(fakes::Loss loss) const { return times_.contains(loss) ? times_.at(loss) : 0; }
 
  private:
   void Look() {
     for (fakes::Remains& remains : cut_.Now()) {
+      ++times_[remains.loss];
       Set set = backup_.pile;
       set.push_back(std::move(remains.files));
       set.insert(set.end(), backup_.material.begin(), backup_.material.end());
@@ -107,6 +110,7 @@ class Moments {
   Course& backup_;
   fakes::PowerCut cut_;
   std::map<fakes::Loss, std::set<Set>> moments_;
+  std::map<fakes::Loss, int> times_;
 };
 
 constexpr std::pair<fakes::Loss, const char*> kLosses[] = {{fakes::Loss::None, "in order"},
@@ -126,7 +130,8 @@ TEST_P(CrashInBackup, LeavesTheOldSetTheNewOneOrOneThatIsRefused) {
     Outcomes counts;
     const auto& sets = moments.All().contains(loss) ? moments.All().at(loss) : std::set<Set>();
     for (const Set& set : sets) ++counts[Restore(set, route.UsesFloppies())];
-    std::cout << route.name << ", " << name << ": " << sets.size() << " states" << Listed(counts) << "\n";
+    std::cout << route.name << ", " << name << ": " << moments.Cuts(loss) << " cuts, " << sets.size() << " new states"
+              << Listed(counts) << "\n";
     for (const auto& [outcome, count] : counts) all[outcome] += count;
   }
   const bool hadSet = route.name.starts_with("Older");

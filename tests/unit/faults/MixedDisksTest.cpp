@@ -2,7 +2,6 @@
 // refused; nothing is restored from two sets, and no disk of a set is written over while it is being made.
 #include <algorithm>
 #include <iostream>
-#include <random>
 
 #include "unit/faults/Route.h"
 
@@ -33,12 +32,8 @@ constexpr Origin kOrigins[] = {
     {"D", kForThreeDisks, 4, "V2.2"},
 };
 
-// No two stretches of a report are alike: an archive's checksums would not notice some that are exchanged.
 void Fill(Course& course, const Origin& origin) {
-  std::minstd_rand noise(origin.seed);
-  std::string report(origin.reportSize, '\0');
-  std::ranges::generate(report, [&] { return static_cast<char>(noise() >> 8); });
-  course.disk.Write("C:\\Tarsus\\Report\\big.dat", report);
+  course.disk.Write("C:\\Tarsus\\Report\\big.dat", Noise(origin.reportSize, origin.seed));
   course.disk.Write("C:\\Tarsus\\Menu\\menu.ini", std::string("menu of ") + origin.name);
   course.clock.now.day += static_cast<int>(origin.seed);
   const std::string versions = std::string(fakes::kSystemFolder) + "BackupVersion.ini";
@@ -89,7 +84,7 @@ std::ostream& operator<<(std::ostream& out, const Mistake& each) {
 class MixedRestore {
  public:
   explicit MixedRestore(std::size_t wanted) : MixedRestore(Mistake{wanted, DisksOf(wanted).size(), 0, 0}) {}
-  explicit MixedRestore(const Mistake& mistake) : mistake_(mistake), course(kRestoring) {
+  explicit MixedRestore(const Mistake& mistake) : course(kRestoring), mistake_(mistake) {
     course.person.messageHabit = [this](base::MessageId id) { return Answer(id); };
     course.person.Habit<frmRestore>([this](frmRestore& form) {
       for (const Box box : kAllBoxes)
@@ -100,6 +95,9 @@ class MixedRestore {
     course.ChangeDisk(mistake_.isChangedLate ? DisksOf(mistake_.wanted)[0] : Offered(0));
     course.Travel();
   }
+
+  Course course;
+  int prompts = 0;  ///< for the right disk
 
  private:
   const MediumFiles& Offered(std::size_t place) const {
@@ -116,10 +114,6 @@ class MixedRestore {
 
   const Mistake mistake_;
   bool hasStarted_ = false;
-
- public:
-  Course course;
-  int prompts = 0;  ///< for the right disk
 };
 
 std::vector<Mistake> EveryMistake() {
@@ -181,6 +175,10 @@ class SlippingBackup {
     Take(inDrive_);
   }
 
+  Course course;
+  Disks disks;
+  std::size_t prompts = 0;
+
  private:
   void Take(std::size_t disk) {
     disks[inDrive_] = course.disk.Tree("A:\\");
@@ -199,12 +197,6 @@ class SlippingBackup {
     return host::Answer::Consented;
   }
 
- public:
-  Course course;
-  Disks disks;
-  std::size_t prompts = 0;
-
- private:
   Slip slip_;
   std::size_t inDrive_ = 0;
 };

@@ -215,13 +215,16 @@ const Route& OntoOlderFloppies() {
   return kRoute;
 }
 
-// No two stretches of it are alike: an archive's checksums would not notice some that are exchanged.
-std::string BigReport(bool older) {
-  constexpr std::size_t kSize = 1'450'000;
-  std::minstd_rand noise(older ? 2 : 1);
-  std::string bytes(kSize, '\0');
+std::string Noise(std::size_t size, unsigned seed) {
+  std::minstd_rand noise(seed);
+  std::string bytes(size, '\0');
   std::ranges::generate(bytes, [&] { return static_cast<char>(noise() >> 8); });
   return bytes;
+}
+
+std::string BigReport(bool older) {
+  constexpr std::size_t kSize = 1'450'000;
+  return Noise(kSize, older ? 2 : 1);
 }
 
 const std::vector<MediumFiles>& FlawlessSet(const Route& route) {

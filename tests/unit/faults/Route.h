@@ -94,6 +94,9 @@ const std::vector<MediumFiles>& FlawlessSet(const Route& route);
 inline constexpr const char* kOlderData = "older data";
 inline constexpr const char* kDamagedData = "damaged";
 
+/// Contents of which no two stretches are alike: an archive's checksums would not notice some that are exchanged.
+std::string Noise(std::size_t size, unsigned seed);
+
 /// Of floppies: a report so large that there are two disks.
 inline constexpr const char* kBigReport = "Report\\big.dat";
 std::string BigReport(bool older = false);

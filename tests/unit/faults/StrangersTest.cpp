@@ -1,6 +1,8 @@
 // What strangers leave where the program works: programs with the names of its tools, and folders with the names of its
 // own.
 #include <iostream>
+#include <set>
+#include <utility>
 
 #include "unit/faults/Oracle.h"
 

@@ -2,7 +2,11 @@
 // shows is worth no more than they are.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
+
 #include "fakes/CommandLineTools.h"
+#include "fakes/PowerCut.h"
 #include "unit/Arrange.h"
 
 namespace {
@@ -115,6 +119,53 @@ TEST(Tools, TheArchiverKeepsMarksAndRefusesWhatItCannotRead) {
   disk.Hold("C:\\Röntgen\\h");
   EXPECT_EQ(fakes::RunCabarc(disk, {"cabarc", "-r", "-p", "n", "y.cab", ".\\Röntgen\\*.*"}), 1u);
   EXPECT_FALSE(disk.IsFile("C:\\y.cab"));
+}
+
+/// What a cut can leave of the file "a", beside what else there is; "-" for no such file.
+Names LeftOfA(const fakes::PowerCut& cut) {
+  Names left;
+  for (const fakes::Remains& remains : cut.Now())
+    left.push_back(remains.files.contains("a") ? remains.files.at("a") : "-");
+  std::ranges::sort(left);
+  left.erase(std::ranges::unique(left).begin(), left.end());
+  return left;
+}
+
+TEST(Tools, APowerCutTakesWhatWasNotFlushed) {
+  const std::string zeros(3, '\0');
+  Disk disk;
+  disk.AddDrive('D', "BACKUP", 100'000);
+  disk.Write("D:\\b", "old");
+  const fakes::PowerCut cut(disk, "D:\\");
+  EXPECT_EQ(LeftOfA(cut), Names{"-"});
+  disk.Write("D:\\a", "new");
+  EXPECT_EQ(LeftOfA(cut), (Names{"", zeros, "-", "new"}));
+  EXPECT_EQ(disk.OnMedium("D:\\a").bytes, zeros);
+  disk.Flush("D:\\a");
+  EXPECT_EQ(LeftOfA(cut), Names{"new"});
+  disk.Write("D:\\a", "new");  // the same, and yet it is written anew
+  EXPECT_EQ(LeftOfA(cut), (Names{"", zeros, "new"}));
+  disk.Flush("D:\\a");
+  disk.Remove("D:\\a");
+  EXPECT_EQ(LeftOfA(cut), (Names{"-", "new"}));
+  disk.Write("D:\\c", "two");
+  disk.MoveOver("D:\\c", "D:\\b");  // the name is there, and the bytes were not flushed
+  EXPECT_EQ(cut.Flushed(), (std::map<std::string, std::string>{{"a", "new"}, {"b", zeros}}));
+  disk.Format("D:");
+  EXPECT_EQ(cut.Now().size(), 1u);
+}
+
+TEST(Tools, ABadMediumIsSeenBehindTheCacheAlone) {
+  fakes::FakeHost host;
+  host.disk.AddDrive('D', "BACKUP", 100'000);
+  host.disk.Spoil("D:\\a", fakes::MediumFlaw::EndsInTheMiddle);
+  host.disk.Write("D:\\a", "abcdef");
+  EXPECT_TRUE(host.files.Flush("D:\\a").IsDone());
+  std::array<std::byte, 8> bytes{};
+  EXPECT_EQ(host.files.OpenBinary("D:\\a")->Read(bytes.data(), bytes.size()), 6);
+  const auto reader = host.files.OpenUncached("D:\\a");
+  EXPECT_EQ(reader->Read(bytes.data(), bytes.size()), 3);
+  EXPECT_EQ(reader->Read(bytes.data(), bytes.size()), -1);
 }
 
 // Two blocks; every bit of the data counts, and every length.
