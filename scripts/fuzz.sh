@@ -12,7 +12,7 @@ arguments 100 "$@"
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(wildcards job_file descriptor command_line cabinet)
+[ ${#targets[@]} -gt 0 ] || targets=(wildcards job_file descriptor command_line cabinet cabinet_structure salvage)
 build=$PWD/build/fuzz
 tests=$PWD/tests/fuzz
 
@@ -20,7 +20,8 @@ longest_input() {
   case $1 in
     wildcards) echo 120 ;;
     descriptor) echo 800 ;;
-    cabinet) echo 6000 ;;
+    cabinet | cabinet_structure) echo 6000 ;;
+    salvage) echo 32 ;;
     *) echo 2000 ;;
   esac
 }
@@ -59,7 +60,7 @@ report() {
     /stat::average_exec_per_sec/ { rate = $2 }
     /stat::peak_rss_mb/ { memory = $2 }
     END { sub("/.*", "", corpus)
-          printf "%-13s %10d runs %7d/s %6d edges %6d inputs kept %5d MiB %3d findings\n",
+          printf "%-17s %10d runs %7d/s %6d edges %6d inputs kept %5d MiB %3d findings\n",
             target, runs, rate, cov, corpus, memory, findings }' "$build/$1.log"
 }
 

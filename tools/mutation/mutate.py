@@ -9,6 +9,7 @@ survivor; the last line is the score. The same area, count and seed give the sam
 areas:
   portable  src/ without src/windows, by qx_unit_tests
   windows   src/windows, by contract_win32_tests and windows_tests under Wine, in a prefix of its own without a screen
+  cabinet   src/cabinet, by the cases of qx_unit_tests that are about it and by cabarc_tests
   cabarc    reference-host/cabarc, by cabarc_tests
 
 Needs what scripts/setup.sh installs. Ends with 1 when something else than the mutants fails.
@@ -31,13 +32,14 @@ sys.dont_write_bytecode = True
 import changes  # pylint: disable=wrong-import-position
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-SWEEPS = "*SingleFault*:*DamagedDescriptor*"  # they take longest, so they come last
+SWEEPS = "*SingleFault*:*DamagedDescriptor*:*CrashInBackup*"  # they take longest, so they come last
 
 # `tests`: programs and which of their cases to run, in this order.
 Area = collections.namedtuple("Area", "folder without tests is_windows")
 AREAS = {
     "portable": Area("src", "src/windows", [("qx_unit_tests", "-" + SWEEPS), ("qx_unit_tests", SWEEPS)], False),
     "windows": Area("src/windows", "nothing", [("contract_win32_tests", "*"), ("windows_tests", "*")], True),
+    "cabinet": Area("src/cabinet", "nothing", [("qx_unit_tests", "Cabinet*"), ("cabarc_tests", "*")], False),
     "cabarc": Area("reference-host/cabarc", "nothing", [("cabarc_tests", "*")], False),
 }
 
