@@ -7,6 +7,7 @@
 #include <numeric>
 
 #include "base/Path.h"
+#include "base/Wildcard.h"
 #include "jobs/Items.h"
 
 namespace restore {
@@ -14,7 +15,8 @@ namespace {
 
 using backupset::RowOf;
 
-/// Where the members go whose paths begin with `head`; a head that is no folder is one member's whole path.
+/// Where the members go whose paths begin with `head`; a head that is no folder is one member's whole path, or a
+/// pattern of names.
 struct Target {
   std::string head;
   std::string place;
@@ -36,6 +38,11 @@ std::vector<Target> TargetsOf(const Putting& putting, const std::string& section
 
 /// Where a member goes by this target; empty when it does not.
 std::string PlaceOf(const std::string& member, const Target& target) {
+  if (target.head.find_first_of("*?") != std::string::npos) {
+    // A pattern takes files in folders below, too, with their folders.
+    const bool fits = base::MatchesFileName(base::FileNameOf(member), target.head);
+    return fits ? base::FolderOf(target.place) + member : std::string();
+  }
   const std::size_t length = target.head.size();
   if (!base::SameName(member.substr(0, length), target.head)) return {};
   if (target.head.ends_with('\\')) return target.place + member.substr(length);

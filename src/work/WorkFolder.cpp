@@ -13,20 +13,21 @@
 namespace work {
 namespace {
 
-/// The work folders that are there, or may be: paths, separated by ";".
+/// The work folders that are there, or may be: paths, separated by a character that no path can hold.
 constexpr char kRecord[] = "BackupUtility\\WorkFolder";
+constexpr char kSeparator = '|';
 
 std::vector<std::string> ReadRecord(host::QX32& registry) {
   std::string value;
   if (!registry.RegGetKeySZ(kRecord, value).IsDone()) return {};
-  std::vector<std::string> folders = base::Split(base::CutAtNul(value), ';');
+  std::vector<std::string> folders = base::Split(base::CutAtNul(value), kSeparator);
   std::erase(folders, std::string());
   return folders;
 }
 
 void WriteRecord(host::QX32& registry, const std::vector<std::string>& folders) {
   std::string value;
-  for (const std::string& folder : folders) value += folder + ";";
+  for (const std::string& folder : folders) value += folder + kSeparator;
   static_cast<void>(registry.RegSetKeySZ(kRecord, value));  // without it, a crash leaves its folder for good
 }
 

@@ -76,9 +76,9 @@ TEST_F(WorkFolderTest, NothingElseIsRemovedForTheRecordsSake) {
                         "C:\\T\\1203150930123\\",
                         "C:\\T\\120315093012\\..\\",
                         "C:\\T\\12031509301x\\"};
-  for (const std::string& other : others) host.disk.MakeFolders(other), Record() += other + ";";
+  for (const std::string& other : others) host.disk.MakeFolders(other), Record() += other + "|";
   host.disk.Write("C:\\T\\120315093015", "a file of such a name");
-  Record() += ";C:\\T\\120315093015\\;C:\\T\\120315093099\\;C:\\T\\120315093012\\";
+  Record() += "|C:\\T\\120315093015\\|C:\\T\\120315093099\\|C:\\T\\120315093012\\";
   MediumFiles files = host.disk.Tree("C:\\");
   StartAnew();
   EXPECT_EQ(Record(), "");
@@ -92,13 +92,13 @@ TEST_F(WorkFolderTest, NothingElseIsRemovedForTheRecordsSake) {
 
 TEST_F(WorkFolderTest, ThatStaysIsTriedAgainAtEveryStart) {
   const std::string busy = "C:\\T\\120315093001\\";
-  Record() = busy + ";C:\\T\\120315093002\\;";
+  Record() = busy + "|C:\\T\\120315093002\\|";
   host.disk.Write(busy + "open.dat", "x");
   host.disk.Write("C:\\T\\120315093002\\x", "x");
   InUse(busy + "open.dat")(host);
   StartAnew();
   EXPECT_EQ(NamesBelow("C:\\T"), Names{"120315093001\\open.dat"});
-  EXPECT_EQ(Record(), busy + ";");
+  EXPECT_EQ(Record(), busy + "|");
   EXPECT_TRUE(WasWarnedOf("not removed: "));
   host.disk.Find(busy + "open.dat")->readers = 0;
   StartAnew();
