@@ -165,6 +165,12 @@ TEST_F(RestoreRoom, IsCountedWhereTheDataGo) {
   ExpectNeeds('C', (2000 + 100) + 2000 - 5, {menu, user});
 }
 
+// A pattern takes files in folders below as well.
+TEST_F(RestoreRoom, IsCountedForPatterns) {
+  static_cast<void>(LoadSection("MENU_RESTORE", {"CommonFile=D:\\Config\\*.dat"}));
+  ExpectNeeds('D', 1000 + 200 + 90, {menu});
+}
+
 // A file that is larger than what replaces it makes no room for others that it has not.
 TEST_F(RestoreRoom, IsLessWhereFilesAreReplaced) {
   host.disk.Write("D:\\Config\\menu.ini", std::string(5000, 'o'));
