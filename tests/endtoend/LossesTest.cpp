@@ -229,5 +229,50 @@ TEST_F(Losses, AFolderThatCannotBeLeavesTheChoiceAndWhatCannotBePutBackIsNamed) 
   EXPECT_EQ(Differences(Snapshot(reports), expected), kNone);
 }
 
+// A ";" too many takes nothing more; two files of one name, an empty folder and a read-only mark; and a set that is
+// exchanged behind the restore dialog.
+TEST_F(Losses, WhatAJobFileOrAMediumMayHoldIsToldAndChangesNothingElse) {
+  const fs::path reports = kData / "Report";
+  const std::string backup = "[REPORT_BACKUP]\r\nFolder=Data\\Report";
+  const Fault jobs = JobsWith(backup,
+                              "[REPORT_BACKUP]\r\nCommonFile=%System%\\BackupVersion.ini;C:\\Tarsus\\Other\\"
+                              "BackupVersion.ini\r\nFolder=Data\\Report;;");
+  const Fault other = Added(kTarsus / "Other" / "BackupVersion.ini", "another file of that name");
+  const Fault kept = Kept(reports);
+  fs::create_directory(reports / "Empty");
+  const std::string marked = Snapshot(reports).begin()->first;
+  SetFileAttributesW((reports / marked).c_str(), FILE_ATTRIBUTE_READONLY);
+  const Files saved = Snapshot(reports);
+  Operator person;
+  person.SignIn();
+  person.StartBackup(person.OpenBackup({.report = true}));
+  person.Accept(person.DestinationDialog(), "E:\\Set\\");
+  EXPECT_EQ(person.Answer(), AskMakeBackupFolder);
+  ExpectWarnings(person, BackupWarnings, 1);
+  EXPECT_EQ(person.Answer(), BackupComplete);
+  Files expected = Joined({{"Report", saved}});
+  expected["BackupVersion.ini"] = "another file of that name";
+  EXPECT_EQ(Differences(Unpacked("E:\\Set\\ReportData.cab"), expected), kNone);
+
+  const fs::path descriptor = kMedium / "Set" / "BackupInfo.ini";
+  Window dialog = person.OpenRestore("E:\\Set\\");
+  const std::string shown = ReadBytes(descriptor);
+  WriteBytes(descriptor, Replaced(shown, "Date=", "Date=of another day "));
+  dialog.Press(ID_frmRestore_cmdStart);
+  EXPECT_EQ(person.Answer(), RestoreFailed);
+  WriteBytes(descriptor, shown);
+  SetFileAttributesW((reports / marked).c_str(), FILE_ATTRIBUTE_NORMAL);
+  for (const auto& [name, bytes] : saved) WriteBytes(reports / name, "damaged");
+  person.Accept(person.DestinationDialog());
+  person.TheProgram().WaitForDialog(ID_frmRestore_cmdStart).Press(ID_frmRestore_cmdStart);
+  EXPECT_EQ(person.Answer(), RestoreComplete);
+  person.End();
+  ExpectNothingLeft();
+  ExpectNamed("Two of one name meet in the archive");
+  EXPECT_EQ(Differences(Snapshot(reports), saved), kNone);
+  EXPECT_NE(GetFileAttributesW((reports / marked).c_str()) & FILE_ATTRIBUTE_READONLY, 0U);
+  fs::remove(reports / "Empty");
+}
+
 }  // namespace
 }  // namespace endtoend
