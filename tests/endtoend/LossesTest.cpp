@@ -274,5 +274,21 @@ TEST_F(Losses, WhatAJobFileOrAMediumMayHoldIsToldAndChangesNothingElse) {
   fs::remove(reports / "Empty");
 }
 
+TEST_F(Losses, WhatAKilledRunHasLeftGoesAtTheNextStart) {
+  {
+    Operator person;
+    person.SignIn();
+    person.StartBackup(person.OpenBackup({.report = true}));
+    person.DestinationDialog();
+    EXPECT_FALSE(fs::is_empty(fs::temp_directory_path()));
+    EXPECT_EQ(Program("taskkill /f /im QXBackupUtility.exe").WaitForEnd(), 0U);
+    person.TheProgram().WaitForEnd();
+  }
+  Operator person;
+  person.SignIn();
+  ExpectNothingLeft();
+  person.End();
+}
+
 }  // namespace
 }  // namespace endtoend
