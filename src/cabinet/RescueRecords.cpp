@@ -1,11 +1,12 @@
-// Reads the records of a damaged cabinet: mends what is certain, and tells the rest from its neighbours.
+// Reads the records of a damaged cabinet where they contradict themselves.
 #include <algorithm>
-#include <bit>
 #include <cstring>
 #include <limits>
 #include <optional>
 #include <utility>
 
+#include "cabinet/MemberFitter.h"
+#include "cabinet/RecordMender.h"
 #include "cabinet/Rescue.h"
 
 namespace cabinet {
@@ -15,113 +16,9 @@ using base::Failure;
 using base::Outcome;
 using base::Result;
 
-constexpr std::size_t kFoldersAtInGuarded = kCrcAt + 4;
 constexpr std::size_t kLongestRecord = kFileRecordSize + kMaxNameBytes + 1;
-/// In how many bytes of records one wrong byte is looked for: among more, too many would be worth trying. One wrong bit
-/// is always looked for.
-constexpr std::size_t kMostForOneByte = 16384;
-/// More than the records of any cabinet take.
-constexpr std::size_t kMostRecords = std::size_t{1} << 26;
 /// Behind so many damaged records nobody looks for more: each takes a search.
 constexpr int kMostDamagedRecords = 1000;
-
-/// A source whose first bytes were read, and may have been put right.
-class Beginning : public Source {
- public:
-  explicit Beginning(Source& source) : source_(source) {}
-
-  /// Whether the first `count` bytes are there. They are read once.
-  bool Have(std::uint64_t count) {
-    if (count > std::min<std::uint64_t>(source_.Size(), kMostRecords)) return false;
-    while (bytes.size() < count) {
-      if (AppendNext(source_, bytes, static_cast<std::size_t>(count) - bytes.size()) <= 0) return false;
-    }
-    return true;
-  }
-
-  std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
-    if (offset >= bytes.size()) return source_.ReadAt(offset, data, count);
-    const std::size_t here = std::min(count, bytes.size() - static_cast<std::size_t>(offset));
-    std::memcpy(data, bytes.data() + offset, here);
-    return static_cast<std::int64_t>(here);
-  }
-  std::uint64_t Size() override { return source_.Size(); }
-
-  std::vector<std::uint8_t> bytes;
-
- private:
-  Source& source_;
-};
-
-/// Puts the one byte right that makes the records of a guarded cabinet differ from their CRC.
-class RecordMender {
- public:
-  explicit RecordMender(Beginning& records) : records_(records) {}
-
-  bool Mend() {
-    if (!LooksGuarded()) return false;
-    const std::uint32_t end = Get32(&records_.bytes[kFoldersAtInGuarded]);
-    if (MendWithin(end)) return true;
-    for (unsigned bit = 0; bit < 32; ++bit) {
-      if (MendEnd(end ^ 1U << bit, bit)) return true;
-    }
-    return false;
-  }
-
- private:
-  /// One bit of the mark may be the damaged one.
-  bool LooksGuarded() {
-    if (!records_.Have(kFoldersAtInGuarded + kFolderRecordSize)) return false;
-    int bits = 0;
-    for (std::size_t i = 0; i < kCrcMark.size(); ++i) {
-      const auto wanted = static_cast<std::uint8_t>(kCrcMark[i]);
-      bits += std::popcount(static_cast<unsigned>(records_.bytes[kCrcMarkAt + i] ^ wanted));
-    }
-    return bits <= 1;
-  }
-
-  /// How the CRC of the first `end` bytes differs from the one that they hold; nothing where they cannot be the
-  /// records.
-  std::optional<std::uint32_t> Difference(std::uint32_t end) {
-    if (end < kFoldersAtInGuarded + kFolderRecordSize || !records_.Have(end)) return std::nullopt;
-    const auto first = records_.bytes.begin();
-    return RecordsCrc({first, first + static_cast<std::ptrdiff_t>(end)}) ^ Get32(&records_.bytes[kCrcAt]);
-  }
-
-  /// For records that end where the first folder's data begin.
-  bool MendWithin(std::uint32_t end) {
-    const std::optional<std::uint32_t> difference = Difference(end);
-    if (!difference || *difference == 0) return false;
-    if (std::has_single_bit(*difference)) {  // the CRC itself
-      Put32(&records_.bytes[kCrcAt], Get32(&records_.bytes[kCrcAt]) ^ *difference);
-      return true;
-    }
-    const auto accept = [end](const WrongBytes& wrong) {
-      const bool few = std::has_single_bit(wrong.mask) || end <= kMostForOneByte;
-      return wrong.mask < 0x100 && few && (wrong.at < kCrcAt || wrong.at >= kCrcAt + 4);  // those count as 0
-    };
-    const std::optional<WrongBytes> wrong = FindWrongBytes(end, 0, *difference, accept);
-    if (wrong) Change(*wrong);
-    return wrong.has_value();
-  }
-
-  /// For records whose own end is what is damaged.
-  bool MendEnd(std::uint32_t end, unsigned bit) {
-    if (end > records_.Size() || !records_.Have(end)) return false;
-    const WrongBytes wrong{kFoldersAtInGuarded + bit / 8, 1U << bit % 8};
-    Change(wrong);
-    const std::optional<std::uint32_t> difference = Difference(end);
-    if (difference && *difference == 0) return true;
-    Change(wrong);
-    return false;
-  }
-
-  void Change(const WrongBytes& wrong) {
-    records_.bytes[wrong.at] = static_cast<std::uint8_t>(records_.bytes[wrong.at] ^ wrong.mask);
-  }
-
-  Beginning& records_;
-};
 
 /// Where the tables of a cabinet stand.
 struct Layout {
@@ -372,95 +269,6 @@ class TolerantReader {
   int damagedRecords_ = 0;
 };
 
-/// Tells a damaged place or size from the members before and behind it.
-class MemberFitter {
- public:
-  explicit MemberFitter(RescuedStructure& rescued) : rescued_(rescued), members_(rescued.structure.members) {}
-
-  void Fit() {
-    for (std::size_t i = 0; i < members_.size(); ++i) FitFolder(i);
-    if (AllInFolders()) FitExtents();
-    DropOverlapping();
-  }
-
- private:
-  static std::uint64_t EndOf(const Member& member) { return std::uint64_t{member.at} + member.size; }
-
-  void Note(const Member& member, const std::string& words) { rescued_.flaws.push_back(member.name + ": " + words); }
-
-  const Member* Next(std::size_t i) const {
-    return i + 1 < members_.size() && members_[i + 1].folder == members_[i].folder ? &members_[i + 1] : nullptr;
-  }
-
-  void FitFolder(std::size_t i) {
-    Member& member = members_[i];
-    const std::uint16_t before = i > 0 ? members_[i - 1].folder : std::uint16_t{0};
-    const std::uint16_t behind = i + 1 < members_.size() ? members_[i + 1].folder : before;
-    const bool between = before == behind && member.folder != before;
-    if (member.folder < rescued_.structure.folders.size() && !between) return;
-    if (member.folder >= rescued_.structure.folders.size() || (i > 0 && member.at == EndOf(members_[i - 1]))) {
-      member.folder = before;
-      Note(member, "its folder is damaged; it was taken from the file before");
-    }
-  }
-
-  /// Where the member before ends; the start of the folder for the first one.
-  std::uint64_t Expected(std::size_t i) const {
-    return i > 0 && members_[i - 1].folder == members_[i].folder ? EndOf(members_[i - 1]) : 0;
-  }
-
-  /// Whether the member ends where the next one begins, or the last one within the folder's last block.
-  bool EndsRight(std::size_t i) const {
-    if (const Member* const next = Next(i)) return EndOf(members_[i]) == next->at;
-    const std::uint64_t most = rescued_.structure.folders[members_[i].folder].blocks * std::uint64_t{kBlockSize};
-    return EndOf(members_[i]) <= most && EndOf(members_[i]) + kBlockSize > most;
-  }
-
-  /// A place that fits the member before or the one behind is right. Another one is where the member before ends; and
-  /// a member that does not end at a right place has the wrong size.
-  void FitExtents() {
-    std::vector<bool> right(members_.size());
-    for (std::size_t i = 0; i < members_.size(); ++i) right[i] = members_[i].at == Expected(i) || EndsRight(i);
-    for (std::size_t i = 0; i < members_.size(); ++i) {
-      Member& member = members_[i];
-      if (!right[i] && member.at != Expected(i) && Expected(i) <= kMaxFolderSize) {
-        member.at = static_cast<std::uint32_t>(Expected(i));
-        Note(member, "its place is damaged; it follows the file before");
-      }
-      const Member* const next = Next(i);
-      if (next && right[i + 1] && EndOf(member) != next->at && next->at >= member.at) {
-        member.size = next->at - member.at;
-        Note(member, "its size is damaged; it ends where the next file begins");
-      }
-      if (!next && EndOf(member) > kMaxFolderSize && member.at < kMaxFolderSize) {
-        member.size = static_cast<std::uint32_t>(kMaxFolderSize - member.at);  // its data will tell
-      }
-    }
-  }
-
-  bool AllInFolders() const {
-    return std::all_of(members_.begin(), members_.end(),
-                       [this](const Member& member) { return member.folder < rescued_.structure.folders.size(); });
-  }
-
-  void DropOverlapping() {
-    std::vector<std::uint64_t> ends(rescued_.structure.folders.size());
-    std::vector<Member> kept;
-    for (Member& member : members_) {
-      if (member.folder >= ends.size() || member.at < ends[member.folder] || EndOf(member) > kMaxFolderSize) {
-        Note(member, "its place is damaged; it is lost");
-        continue;
-      }
-      ends[member.folder] = EndOf(member);
-      kept.push_back(std::move(member));
-    }
-    members_ = std::move(kept);
-  }
-
-  RescuedStructure& rescued_;
-  std::vector<Member>& members_;
-};
-
 /// Whether members and data follow each other without gaps, as all known writers have it.
 bool IsTight(const Structure& structure) {
   const auto first = std::find_if(structure.folders.begin(), structure.folders.end(),
@@ -482,13 +290,13 @@ base::Outcome RescueStructure(Source& source, RescuedStructure& rescued, const R
   if (read.IsDone() && (rescued.structure.guarded || IsTight(rescued.structure))) return read;
   const Structure loose = std::move(rescued.structure);  // of another archiver, where the read was done
   Beginning records(source);
-  if (RecordMender(records).Mend()) {
+  if (MendRecords(records)) {
     rescued.flaws.emplace_back("one byte of its list of files was wrong, and was put right");
     if (ReadStructure(records, rescued.structure, rules).IsDone() && IsTight(rescued.structure)) return Result::Done;
   }
   rescued.structure = {};
   const Outcome tolerated = TolerantReader(records, rules, rescued).Read();
-  if (tolerated.IsDone() && !rescued.trusted) MemberFitter(rescued).Fit();
+  if (tolerated.IsDone() && !rescued.trusted) FitMembers(rescued);
   if (read.IsDone() && (!tolerated.IsDone() || rescued.flaws.empty())) {
     rescued = {loose, true, {}};
     return read;
