@@ -189,6 +189,12 @@ base::Outcome RetractDescriptor(host::FileSystem& files, const std::string& fold
   return files.RemoveFile(path);
 }
 
+base::Outcome WithoutDescriptor(host::FileSystem& files, const std::string& folder, base::Outcome failure) {
+  const base::Outcome retracted = RetractDescriptor(files, folder);
+  if (!retracted.IsDone()) failure.cause += "; its descriptor stays: " + retracted.cause;
+  return failure;
+}
+
 base::Outcome InspectBackupSet(const work::Tools& tools, const HostIdentity& host, const std::string& folder,
                                Inspection& inspection) {
   inspection.set.folder = folder;

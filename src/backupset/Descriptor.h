@@ -40,6 +40,9 @@ base::Outcome WriteDescriptor(const work::Tools& tools, host::Clock& clock, cons
 /// cut that undoes the deletion must not bring it back.
 base::Outcome RetractDescriptor(host::FileSystem& files, const std::string& folder);
 
+/// Retracts the descriptor of a copy that failed, and returns the failure; its cause tells when the descriptor stays.
+base::Outcome WithoutDescriptor(host::FileSystem& files, const std::string& folder, base::Outcome failure);
+
 enum class Offer {
   Missing,       ///< the set does not hold the category
   OtherVersion,  ///< it holds the category in a version that is not this system's

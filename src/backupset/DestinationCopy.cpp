@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 #include "base/Path.h"
@@ -105,8 +106,7 @@ class DestinationCopy {
   /// What does not arrive whole leaves no descriptor that would promise it.
   base::Outcome CopyFiles() {
     base::Outcome copied = CopyAndReadBack();
-    if (!copied.IsDone()) static_cast<void>(RetractDescriptor(files_, writing_.destination));
-    return copied;
+    return copied.IsDone() ? copied : WithoutDescriptor(files_, writing_.destination, std::move(copied));
   }
 
   /// All archives are on the medium before the descriptor is written there, and that before anything is read back.

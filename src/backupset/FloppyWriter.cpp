@@ -6,6 +6,7 @@
 #include <iterator>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "backupset/Archiver.h"
@@ -156,7 +157,7 @@ class FloppyWriter {
     const std::string piece = workFolder_.ArchiveFolder() + PieceName(disk_.number);
     base::Outcome put = CopyPiece(piece);
     if (!put.IsDone() && writing_.tools.files.FileExists(piece)) {
-      static_cast<void>(RetractDescriptor(writing_.tools.files, kFloppy));
+      put = WithoutDescriptor(writing_.tools.files, kFloppy, std::move(put));
     }
     return std::move(put).OrSay(app::MessageId::MaintenanceDriveError);
   }
