@@ -29,7 +29,6 @@ class InstantFiles : public fakes::FakeFileSystem {
   base::Outcome CopyTo(const std::string& /*source*/, const std::string& /*target*/) override {
     return base::Result::Done;
   }
-  base::Outcome ClearAttributes(const std::string& /*path*/) override { return base::Result::Done; }
 };
 
 /// Has a text for every number.
