@@ -44,14 +44,16 @@ std::uint32_t BeforeByte(std::uint32_t difference) {
 }  // namespace
 
 std::uint32_t Checksum(const std::uint8_t* data, std::size_t size, std::uint32_t seed) {
-  std::uint64_t lanes[8] = {};  // independent of each other, so that the loads overlap
-  for (; size >= sizeof lanes; size -= sizeof lanes, data += sizeof lanes) {
-    std::uint64_t words[8];
+  // Two lanes, so that the loads overlap; more of them do not stay in the registers of a 32-bit processor.
+  std::uint64_t one = 0;
+  std::uint64_t other = 0;
+  for (; size >= 32; size -= 32, data += 32) {
+    std::uint64_t words[4];
     std::memcpy(words, data, sizeof words);
-    for (std::size_t i = 0; i < 8; ++i) lanes[i] ^= words[i];
+    one ^= words[0] ^ words[1];
+    other ^= words[2] ^ words[3];
   }
-  std::uint64_t folded = 0;
-  for (const std::uint64_t lane : lanes) folded ^= lane;
+  const std::uint64_t folded = one ^ other;
   std::uint32_t sum = seed ^ static_cast<std::uint32_t>(folded) ^ static_cast<std::uint32_t>(folded >> 32);
   for (; size >= 4; size -= 4, data += 4) sum ^= Get32(data);
   std::uint32_t rest = 0;
