@@ -99,7 +99,7 @@ std::string Noise(std::size_t size, unsigned seed);
 
 /// Of floppies: a report so large that there are two disks.
 inline constexpr const char* kBigReport = "Report\\big.dat";
-std::string BigReport(bool older = false);
+const std::string& BigReport(bool older = false);
 
 /// Puts `kDamagedData` in the place of every file that a restore can bring back.
 void DamageData(fakes::FakeHost& host);
