@@ -19,5 +19,6 @@ echo "An older manual" >"$older/manual.html"
 makensis "${options[@]}" packaging/QXBackupUtility.nsi
 
 use_new_prefix "$prefix"
+mark_for_tests "$prefix"
 use_null_display
 PACKAGES=$(winepath -w "$build/packages") wine "$build/bin/qx_installer_tests.exe"
