@@ -340,7 +340,7 @@ lay_out_host() {
   cp -r "$demo/System/." "$target/System/"
   install_ansi "$target/System" "$demo"/System/*.ini
   "$demo/databases/build.sh" "$target"
-  cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
+  cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess,sqlite3odbc}.dll "$target/Program/"
   cp "$bin/cabarc.exe" "$target/Program/"
   cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry,ExportTable}.exe "$target/System/"
   cp -r "$demo/Temp" "$target/"
