@@ -2,6 +2,7 @@
 ;
 ;   /S              silent
 ;   /CABARC=yes|no  with or without the archiver; by default with it where the folder has none
+;   /LOG=FILE       adds to a file what is done
 ;   /D=FOLDER       another folder; the last option, without quotes
 ;
 ; Without /D the program goes where it was before; else to the folder of the host's programs, because it
@@ -12,6 +13,7 @@
 !define KEY "QXBackupUtility"
 !define DESCRIPTION "Backup, restore and maintenance log utility"
 !define UNINSTALLER "QXBackupUtility-uninstall.exe"
+!define OPTION "/CABARC="
 !include Package.nsh
 OutFile "${PACKAGES}/QXBackupUtility-${VERSION}-setup.exe"
 
@@ -52,8 +54,12 @@ libraries from its own folder and the system folder only."
   DeleteRegValue HKLM "${UNINSTALL_KEY}" Archiver
 !macroend
 
+; The program's source in the event log, of which Windows takes the words from a program of its own.
+!define EVENT_SOURCE "SYSTEM\CurrentControlSet\Services\EventLog\Application\QXBackupUtility"
+
 Section "Program" SectionProgram
   SectionIn RO
+  Call RemoveOther
   ReadRegStr $1 HKLM "${UNINSTALL_KEY}" InstallLocation
   !insertmacro RefuseWhileInUse "$1\QXBackupUtility.exe"
   !insertmacro RefuseWhileInUse "${PROGRAM}"
@@ -65,9 +71,13 @@ Section "Program" SectionProgram
   File "/oname=QXBackupUtility.html" "${MANUAL}"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
+  Call ProtectProgram
+  WriteRegExpandStr HKLM "${EVENT_SOURCE}" EventMessageFile "%SystemRoot%\System32\EventCreate.exe"
+  WriteRegDWORD HKLM "${EVENT_SOURCE}" TypesSupported 7
   ; One program serves the whole machine, so one that stands in another folder goes.
   ${If} $1 != ""
   ${AndIf} $1 != $INSTDIR
+    !insertmacro Log "Removing the program from $1"
     ExecWait '"$1\${UNINSTALLER}" /S _?=$1'
     Delete "$1\${UNINSTALLER}"
     RMDir "$1"
@@ -83,6 +93,7 @@ Section /o "Archiver (cabarc.exe)" SectionArchiver
   ClearErrors
   File "${BIN}/cabarc.exe"
   !insertmacro RequireWritten
+  !insertmacro Protect "${ARCHIVER}" ""
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" Archiver 1
 SectionEnd
 
@@ -106,8 +117,11 @@ SectionEnd
     "Packs the data. For computers that have no cabarc.exe of their own."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
+!insertmacro OptionFunctions ""
+!insertmacro OptionFunctions "un."
+
 Function .onInit
-  !insertmacro Begin
+  !insertmacro Begin ""
   ${If} $INSTDIR == ""
     ; NSIS passes over a folder that cannot be; a silent run must not go elsewhere for that.
     System::Call "kernel32::GetCommandLine()t.r1"
@@ -119,6 +133,31 @@ Function .onInit
     Call FindFolder
   ${EndIf}
   Call ProposeArchiver
+FunctionEnd
+
+; A package of the other kind, for 32 or 64 bits, whose folder may be the same.
+Function RemoveOther
+  !insertmacro ReadOther $1 "${UNINSTALL_KEY}" InstallLocation
+  ${If} $1 == ""
+    Return
+  ${EndIf}
+  !insertmacro RefuseWhileInUse "$1\QXBackupUtility.exe"
+  !insertmacro Log "Removing the program of the other kind from $1"
+  ExecWait '"$1\${UNINSTALLER}" /S _?=$1'
+  Delete "$1\${UNINSTALLER}"
+  RMDir "$1"
+  SetOutPath "$INSTDIR"
+FunctionEnd
+
+; The folder as a whole where it is the program's own. In the host's, others may have to write, and its files alone are.
+Function ProtectProgram
+  ${If} ${FileExists} "$INSTDIR\QX32.dll"
+    !insertmacro Protect "${PROGRAM}" ""
+    !insertmacro Protect "$INSTDIR\QXHostCheck.exe" ""
+    !insertmacro Protect "$INSTDIR\${UNINSTALLER}" ""
+  ${Else}
+    !insertmacro Protect "$INSTDIR" "${WITH_CONTENTS}"
+  ${EndIf}
 FunctionEnd
 
 Function FindFolder
@@ -160,7 +199,7 @@ Function ProposeArchiver
 FunctionEnd
 
 Function un.onInit
-  !insertmacro Begin
+  !insertmacro Begin "un."
 FunctionEnd
 
 Section Uninstall
@@ -174,5 +213,6 @@ Section Uninstall
   Delete "$INSTDIR\QXBackupUtility.html"
   Delete "$INSTDIR\QXHostCheck.exe"
   Delete "${SHORTCUT}"
+  DeleteRegKey HKLM "${EVENT_SOURCE}"
   !insertmacro LeaveList
 SectionEnd

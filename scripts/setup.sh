@@ -13,9 +13,9 @@ source scripts/lib.sh
 arguments 0 "$@"
 
 common=(g++ cmake ninja-build googletest xvfb openbox imagemagick x11-utils procps
-        sqlite3 bzip2 cabextract gcab nsis fonts-wine fonts-liberation ca-certificates python3-markdown)
-i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools libsqliteodbc:i386 libodbc2:i386)
-x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools libsqliteodbc libodbc2)
+        sqlite3 tcl make bzip2 cabextract gcab nsis fonts-wine fonts-liberation ca-certificates python3-markdown)
+i686=(wine wine32:i386 g++-mingw-w64-i686-posix mingw-w64-tools)
+x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools)
 
 # What an interrupted installation has left.
 mend_packages() {
@@ -81,10 +81,18 @@ fetch_source() {
     die "the source of $package could not be fetched; see build/setup.log"
   rm -rf "build/$package.new"
   mkdir "build/$package.new"
-  tar -xf "build/download/$package"_*.orig.tar.* -C "build/$package.new" --strip-components=1 --no-same-owner
-  rm -rf "build/$package" && mv "build/$package.new" "build/$package"
+  tar -xf "build/download/$package"_*.orig.tar.* -C "build/$package.new" --no-same-owner
+  rm -rf "build/$package" && mv "build/$package.new"/* "build/$package" && rmdir "build/$package.new"
 }
 source_only=("${release[@]}" -o Dir::Cache::pkgcache= -o Dir::Cache::srcpkgcache=)
+
+# SQLite's one file, which its source package has in pieces.
+make_amalgamation() {
+  [ ! -f build/sqlite3/sqlite3.c ] || return 0
+  say "Putting SQLite together"
+  (cd build/sqlite3 && ./configure --disable-tcl && make sqlite3.c) >>build/setup.log 2>&1 ||
+    die "SQLite could not be put together; see build/setup.log"
+}
 
 lock_clone
 if ! { installed "${common[@]}" && { installed "${i686[@]}" || installed "${x86_64[@]}"; }; }; then
@@ -98,4 +106,7 @@ install_common
 install_windows_tools
 fetch_source libdeflate libdeflate.h
 fetch_source zlib inflate.c
+fetch_source sqlite3 configure
+make_amalgamation
+fetch_source sqliteodbc sqlite3odbc.c
 say "Tools are in place; the Windows target is $(cat build/target)"

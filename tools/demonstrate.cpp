@@ -38,6 +38,7 @@ std::string MakeBackup(Operator& person) {
 
 /// What a bad day leaves: files gone, files altered, a folder gone.
 void DamageData() {
+  RequireTestHost();
   fs::remove_all(kTarsus / "Data" / "Report");
   fs::remove_all(kTarsus / "Data" / "Patient" / "P000007");
   fs::remove(kTarsus / "Data" / "Explanation" / L"撮影 手順.htm");

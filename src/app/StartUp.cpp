@@ -112,6 +112,10 @@ void Main(Application& application, StartUpDialogs& dialogs) {
     return FinishApplication(application, ExitMode::Halt);
   }
   LoadFixedTexts(application.messages, application.state);
+  // Not before: a line whose folder cannot be found shows a message.
+  if (!application.host.processes.HasAdministratorsRights()) {
+    application.log.WriteLog(LogLevel::Information, "Without administrator's rights");
+  }
   dialogs.ShowSignIn(application);
   if (application.state.SignedIn) dialogs.ShowMainMenu(application);
   FinishApplication(application, application.state.ExitMode);

@@ -61,6 +61,10 @@ class Processes {
   /// Whether another instance of this program was running on this machine, in whatever session, when this one started.
   virtual bool HasPreviousInstance() = 0;
 
+  /// Whether this process may do what an administrator may, which Windows withholds from an ordinary start even of
+  /// such a user's.
+  virtual bool HasAdministratorsRights() = 0;
+
   /// Ends this process at once.
   [[noreturn]] virtual void EndThisProcess() = 0;
 };

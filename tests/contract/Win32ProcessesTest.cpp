@@ -159,6 +159,19 @@ TEST_F(Win32ProcessesTest, AnInstanceIsSeenInEverySessionAndGoesWithItsProcess) 
   EXPECT_TRUE(mark);
 }
 
+TEST_F(Win32ProcessesTest, AProgramThatDiesLeavesADumpAndDiesAllTheSame) {
+  const fs::path dump = folder_ / "BackupUtility.dmp";
+  for (const auto& [way, code] : {std::pair("fault", 0xC0000005U), {"throw", 0xE0515842U}}) {
+    SCOPED_TRACE(way);
+    EXPECT_EQ(Run(std::string("contract_child ") + way + " \"" + folder_.string() + "\""), code);
+    std::ifstream file(dump, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(bytes.starts_with("MDMP"));
+    file.close();
+    EXPECT_TRUE(fs::remove(dump));
+  }
+}
+
 TEST_F(Win32ProcessesTest, SeesWhatRuns) {
   const auto program = processes_.Start("contract_child sleep 2000", host::WindowStyle::Hidden);
   ASSERT_TRUE(program);

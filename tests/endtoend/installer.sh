@@ -10,5 +10,6 @@ wine_environment
 
 tests/endtoend/packages.sh "$build"
 use_new_prefix "$prefix"
+mark_for_tests "$prefix"
 use_null_display
 PACKAGES=$(winepath -w "$build/packages") wine "$build/bin/qx_installer_tests.exe"

@@ -46,6 +46,7 @@ class FakeProcesses : public host::Processes {
   std::function<void(const std::string& commandLine)> beforeWork;
   std::vector<std::string> running = {"System", "explorer.exe", "QXBackupUtility.exe"};
   bool previousInstance = false;
+  bool administratorsRights = true;
   std::vector<StartRecord> started;
   bool ended = false;
 
@@ -66,6 +67,7 @@ class FakeProcesses : public host::Processes {
     return calls_.Fails("Processes", __func__) ? std::vector<std::string>() : running;
   }
   bool HasPreviousInstance() override { return previousInstance; }
+  bool HasAdministratorsRights() override { return administratorsRights; }
   [[noreturn]] void EndThisProcess() override {
     ended = true;
     throw ProcessEnded();

@@ -44,6 +44,13 @@ void CheckJobs(Report& report, app::Application& application);
 /// Programs of the host and of the system, and room to work in.
 void CheckPrograms(Report& report, app::Application& application);
 
+/// What this user may not do that a job needs: write to the host's registry key and where a restore puts things back,
+/// export the registry, start the host application.
+void CheckRights(Report& report, app::Application& application);
+
+/// What Windows and the host's batch files may do otherwise than the jobs expect.
+void CheckSurroundings(Report& report, app::Application& application);
+
 /// Whether this user may create files in `folder`.
 bool MayWriteTo(const std::string& folder);
 

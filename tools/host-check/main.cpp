@@ -61,6 +61,8 @@ int main() {
   hostcheck::CheckDatabases(report, application);
   hostcheck::CheckJobs(report, application);
   hostcheck::CheckPrograms(report, application);
+  hostcheck::CheckRights(report, application);
+  hostcheck::CheckSurroundings(report, application);
   application.host.catalogue.Abandon();
   std::printf("%d missing\n", report.Missing());
   return std::min(report.Missing(), 100);

@@ -194,6 +194,14 @@ std::vector<std::string> Win32Processes::RunningExecutables() {
   return names;
 }
 
+bool Win32Processes::HasAdministratorsRights() {
+  std::byte group[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof group;
+  BOOL isMember = FALSE;
+  return CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, group, &size) != FALSE &&
+         CheckTokenMembership(nullptr, group, &isMember) != FALSE && isMember != FALSE;
+}
+
 void Win32Processes::EndThisProcess() {
   ExitProcess(0);
 }
