@@ -74,7 +74,7 @@ std::vector<Case> CasesIn(const std::string& output) {
       {"[       OK ] ", Case::Passed}, {"[  FAILED  ] ", Case::Failed}, {"[  SKIPPED ] ", Case::Skipped}};
   for (std::string line; std::getline(lines, line);) {
     if (const auto name = Behind(line, "[ RUN      ] ")) {
-      cases.push_back({*name});
+      cases.emplace_back().name = *name;
       open = true;
       continue;
     }
