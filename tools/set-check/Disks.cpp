@@ -11,6 +11,9 @@
 namespace setcheck {
 namespace {
 
+/// So many disks that are missing are named.
+constexpr std::size_t kNamed = 20;
+
 /// The pieces one behind the other. One of them is open at a time.
 class Joined : public cabinet::Source {
  public:
@@ -145,6 +148,16 @@ bool AreOfOneSet(const Disk& one, const Disk& other) {
   return one.mark.Fits(other.mark) && other.mark.Fits(one.mark);
 }
 
+/// Whether one folder holds what stood on several disks.
+bool IsGathered(const Pile& pile, std::int16_t count) {
+  if (pile.disks.size() > 1) return false;
+  const Disk& disk = pile.disks.front();
+  for (std::int16_t number = 1; number <= count; ++number) {
+    if (number != disk.number && disk.folder->Find(backupset::PieceName(number))) return true;
+  }
+  return false;
+}
+
 std::int16_t NumberOf(const Disk& disk) {
   return disk.number.value_or(0);
 }
@@ -176,13 +189,13 @@ std::vector<Pile> SortDisks(std::vector<Disk> disks, const std::string& path) {
 
 Pieces FindPieces(const Pile& pile, std::int16_t count) {
   Pieces pieces;
-  const bool oneFolder = pile.disks.size() == 1;
+  const bool gathered = IsGathered(pile, count);
   for (std::int16_t number = 1; number <= count; ++number) {
     const std::string name = backupset::PieceName(number);
     Pieces::Piece piece{nullptr, nullptr, backupset::kPieceSize};
     std::size_t disks = 0;
     for (const Disk& disk : pile.disks) {
-      if (!oneFolder && disk.number != number) continue;
+      if (!gathered && disk.number != number) continue;
       if (++disks > 1) continue;
       piece.file = disk.folder->Find(name);
       if (piece.file) piece = {disk.folder.get(), piece.file, piece.file->size};
@@ -190,11 +203,12 @@ Pieces FindPieces(const Pile& pile, std::int16_t count) {
     const bool full = !pieces.pieces.empty() && pieces.pieces.back().size == backupset::kPieceSize;
     if (number == count && disks == 1 && !piece.file && full) break;  // a last disk that holds a descriptor alone
     const std::string disk = "disk " + std::to_string(number);
-    if (!piece.file) pieces.missing.push_back(disk + (disks == 0 || oneFolder ? " is missing" : " lacks " + name));
+    if (pieces.missing.size() == kNamed) break;
+    if (!piece.file) pieces.missing.push_back(disk + (disks == 0 || gathered ? " is missing" : " lacks " + name));
     if (disks > 1) pieces.missing.push_back(std::to_string(disks) + " disks say that they are " + disk);
     pieces.pieces.push_back(piece);
   }
-  if (oneFolder && count > 1)
+  if (gathered)
     pieces.odd.push_back("all pieces stand in one folder; a restore asks for disk after disk");
   return pieces;
 }

@@ -40,6 +40,8 @@ const char* Word(State state) {
       return "other";
     case State::NotRestored:
       return "unusable";
+    case State::NotOffered:
+      return "hidden";
   }
   return "";
 }
@@ -91,8 +93,9 @@ void Tell(const ArchiveReport& archive, std::string& words) {
 }  // namespace
 
 std::size_t SetReport::Promised() const {
-  return static_cast<std::size_t>(
-      std::ranges::count_if(archives, [](const ArchiveReport& archive) { return !archive.version.empty(); }));
+  return static_cast<std::size_t>(std::ranges::count_if(archives, [](const ArchiveReport& archive) {
+    return !archive.version.empty() || archive.state == State::NotOffered;
+  }));
 }
 
 std::size_t SetReport::Whole() const {

@@ -20,6 +20,7 @@ enum class State {
   Foreign,       ///< whole, and by the workstation's job file no archive of this kind of data
   OtherVersion,  ///< whole, and not offered on the workstation
   NotRestored,   ///< whole, and the workstation's job file cannot put it back
+  NotOffered,    ///< whole, and a damaged descriptor does not offer it
 };
 
 struct ArchiveReport {

@@ -113,7 +113,7 @@ SetReport SetCheck::Check(Folder& folder) {
       if (category && !Promises(report, name)) report.archives.push_back(CheckArchive(category, name, archives));
     }
   }
-  NoteOthers(folder, report);
+  NoteOthers(folder, archives, report);
   return report;
 }
 
@@ -184,13 +184,29 @@ void SetCheck::Judge(ArchiveReport& archive) {
   }
 }
 
-void SetCheck::NoteOthers(Folder& folder, SetReport& report) {
-  for (const std::string& name : ArchivesOf(folder).names) {
-    if (!Promises(report, name)) report.notes.push_back(name + " is there, and the descriptor offers nothing of it");
-  }
+/// What else is there. Archives of an older set may lawfully stand beside those of a newer one that holds less; but not
+/// where the descriptor's own list of archives is wrong: then what it does not offer was lost with its lines.
+void SetCheck::NoteOthers(Folder& folder, const Archives& archives, SetReport& report) {
+  bool listed = false;
+  bool wrong = false;
   for (const std::string& name : base::Split(Value(noHost_, "CABFile"), ';')) {
+    listed = listed || !name.empty();
     if (name.empty() || folder.Find(name) || Promises(report, name)) continue;
+    wrong = true;
     report.notes.push_back("the descriptor names " + name + ", which is not there");
+  }
+  for (const std::string& name : archives.names) {
+    if (Promises(report, name)) continue;
+    const std::string words = "the descriptor offers nothing of it";
+    const auto category = CategoryOf(name);
+    if (category && (wrong || !listed)) {
+      report.archives.push_back(CheckArchive(category, name, archives));
+      ArchiveReport& hidden = report.archives.back();
+      hidden.state = State::NotOffered;
+      hidden.why = words;
+    } else {
+      report.notes.push_back(name + " is there, and " + words);
+    }
   }
 }
 

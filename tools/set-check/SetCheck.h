@@ -60,7 +60,7 @@ class SetCheck {
   ArchiveReport CheckArchive(std::optional<backupset::Category> category, const std::string& name,
                              const Archives& archives);
   void Judge(ArchiveReport& archive);
-  void NoteOthers(Folder& folder, SetReport& report);
+  void NoteOthers(Folder& folder, const Archives& archives, SetReport& report);
   void CheckJoined(const Pile& pile, const backupset::BackupSet& set, SetReport& report);
 
   NoHost& noHost_;

@@ -16,8 +16,12 @@ using restore::Target;
 /// Stands for a root that no path table tells.
 constexpr const char* kUnknownRoot = "?:\\";
 
-/// What exporters leave in the work folder, beside what the section names.
-constexpr const char* kExported[] = {"*.evt", "*.reg"};
+/// What exporters leave in the work folder, beside what a section names.
+struct Exported {
+  jobs::JobKey key;
+  const char* pattern;
+};
+constexpr Exported kExported[] = {{jobs::JobKey::EventLog, "*.evt"}, {jobs::JobKey::RegFile, "*.reg"}};
 
 bool Takes(const std::vector<Target>& targets, const std::string& member) {
   return std::ranges::any_of(targets, [&](const Target& target) { return !restore::PlaceOf(member, target).empty(); });
@@ -50,7 +54,10 @@ void Workstation::Load(Category category) {
   for (const Target& target : sections.restored) sections.items.push_back(target.place);
   if (!definitions_.Load(tools, NoHost::kSystem, jobs::kJobDefinitionFile, row.backupSection).IsDone()) return;
   sections.saved = restore::TargetsOf(noHost_.Paths(), definitions_, root_, row.backupSection);
-  for (const char* const pattern : kExported) sections.saved.push_back({pattern, "exported\\"});
+  for (const Exported& exported : kExported) {
+    if (definitions_.Items(exported.key, row.backupSection).empty()) continue;
+    sections.saved.push_back({exported.pattern, "exported\\"});
+  }
 }
 
 std::string Workstation::WhyNotRestored(Category category) const {
