@@ -15,6 +15,7 @@
 #include <utility>
 #include <vector>
 
+#include "backupset/Pieces.h"
 #include "cabarc/Commands.h"
 #include "set-check/Folder.h"
 
@@ -112,6 +113,8 @@ inline std::string Archived(const Files& files) {
   return bytes;
 }
 
+inline constexpr char kDescriptor[] = "BackupInfo.ini";
+
 inline const std::vector<std::string> kKinds = {"MenuData", "ReportData", "SystemData", "UserData"};
 
 /// A set of four kinds of data, each as the workstation below has it. `seed`: of the contents.
@@ -128,9 +131,8 @@ inline Files MakeSet(unsigned seed, std::size_t reportSize = 5000) {
     list += kind + ".cab;";
     versions += kind + "=V2.1\r\n";
   }
-  set["BackupInfo.ini"] =
-      "[Info]\r\nAppVersion=3.00\r\nDate=11/21/2026 12:17:12 PM\r\nAppType=Tarsus\r\nCABFile=" + list +
-      "\r\n\r\n[VersionInfo]\r\n" + versions + "\r\n";
+  set[kDescriptor] = "[Info]\r\nAppVersion=3.00\r\nDate=11/21/2026 12:17:12 PM\r\nAppType=Tarsus\r\nCABFile=" + list +
+                     "\r\n\r\n[VersionInfo]\r\n" + versions + "\r\n";
   return set;
 }
 
@@ -154,4 +156,24 @@ inline Files MakeSystem() {
   }
   list += "[LOG_BACKUP]\r\n\r\n[IPCOUNTER_RESTORE]\r\n";
   return system;
+}
+
+/// The pile of a set: disk by disk what stands on it.
+inline std::vector<Files> MakePile(const Files& set) {
+  Files joined;
+  for (const std::string& kind : kKinds) joined[kind + ".cab.tmp"] = set.at(kind + ".cab");
+  const std::string archive = Archived(joined);
+  const std::uint32_t count = backupset::FloppyDiskCount(static_cast<std::uint32_t>(archive.size()));
+  std::vector<Files> pile(count);
+  for (std::uint32_t i = 0; i < count; ++i) {
+    std::string descriptor = set.at(kDescriptor);
+    const std::size_t from = descriptor.find("CABFile=");
+    descriptor.replace(
+        from, descriptor.find("\r\n", from) - from,
+        "CABFile=FDDivide.cab;\r\nFDCount=" + std::to_string(count) + "\r\nFDNumber=" + std::to_string(i + 1));
+    pile[i][kDescriptor] = descriptor;
+    pile[i][backupset::PieceName(static_cast<std::int32_t>(i + 1))] =
+        archive.substr(i * backupset::kPieceSize, backupset::kPieceSize);
+  }
+  return pile;
 }

@@ -3,7 +3,6 @@
 // descriptors.
 #include <gtest/gtest.h>
 
-#include "backupset/Pieces.h"
 #include "base/Text.h"
 #include "fakes/Cabinet.h"
 #include "set-check/MemorySet.h"
@@ -12,8 +11,6 @@
 namespace {
 
 using setcheck::Restorable;
-
-constexpr char kDescriptor[] = "BackupInfo.ini";
 
 std::string Value(const std::string& file, const std::string& key) {
   for (std::string line : base::Split(file, '\n')) {
@@ -114,26 +111,6 @@ TEST_F(Sweep, FindsEveryDamageAndCallsNoSoundSetBad) {
   }
   EXPECT_GT(sound, kCases / 20);
   EXPECT_LT(sound, kCases / 3);
-}
-
-/// The pile of a set: disk by disk what stands on it.
-std::vector<Files> MakePile(const Files& set) {
-  Files joined;
-  for (const std::string& kind : kKinds) joined[kind + ".cab.tmp"] = set.at(kind + ".cab");
-  const std::string archive = Archived(joined);
-  const std::uint32_t count = backupset::FloppyDiskCount(static_cast<std::uint32_t>(archive.size()));
-  std::vector<Files> pile(count);
-  for (std::uint32_t i = 0; i < count; ++i) {
-    std::string descriptor = set.at(kDescriptor);
-    const std::size_t from = descriptor.find("CABFile=");
-    descriptor.replace(
-        from, descriptor.find("\r\n", from) - from,
-        "CABFile=FDDivide.cab;\r\nFDCount=" + std::to_string(count) + "\r\nFDNumber=" + std::to_string(i + 1));
-    pile[i][kDescriptor] = descriptor;
-    pile[i][backupset::PieceName(static_cast<std::int32_t>(i + 1))] =
-        archive.substr(i * backupset::kPieceSize, backupset::kPieceSize);
-  }
-  return pile;
 }
 
 class FloppySweep : public Sweep {
