@@ -102,8 +102,8 @@ class Installer : public EndToEndTest {
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   ASSERT_EQ(InstallProgram(), kInstalled);
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
-                                           "QXBackupUtility-uninstall.exe", "cabarc.exe"};
+  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html",          "QXHostCheck.exe",
+                                           "QXSetCheck.exe",      "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_TRUE(fs::exists(kShortcut));
