@@ -50,20 +50,23 @@ std::string MadeSafe(std::string name) {
 // Names under which the members can stand beside each other, whatever damage made of their own.
 // True where nothing had to be changed.
 bool MakeNamesSafe(std::vector<Wanted>& wanted) {
-  const std::vector<Wanted> before = wanted;
+  bool unchanged = true;
   std::unordered_set<std::string> names;
   for (Wanted& one : wanted) {
     const std::string safe = MadeSafe(one.name);
-    one.name = safe;
-    for (int i = 2; !names.insert(platform::FoldName(one.name)).second; ++i) one.name = safe + "~" + std::to_string(i);
+    std::string name = safe;
+    for (int i = 2; !names.insert(platform::FoldName(name)).second; ++i) name = safe + "~" + std::to_string(i);
+    unchanged = unchanged && name == one.name;
+    one.name = std::move(name);
   }
   for (Wanted& one : wanted) {
     for (std::size_t end = one.name.find('\\'); end != std::string::npos; end = one.name.find('\\', end + 1)) {
-      while (names.contains(platform::FoldName(one.name.substr(0, end)))) one.name.insert(end++, 1, '_');
+      for (; names.contains(platform::FoldName(one.name.substr(0, end))); unchanged = false) {
+        one.name.insert(end++, 1, '_');
+      }
     }
   }
-  return std::equal(wanted.begin(), wanted.end(), before.begin(),
-                    [](const Wanted& one, const Wanted& other) { return one.name == other.name; });
+  return unchanged;
 }
 
 // Writes the members of one folder from the parts of its stream that are left.
@@ -153,7 +156,10 @@ class SalvageSink {
     return Commit();
   }
 
-  void Tell(Fate fate) { report_.members.push_back({fate, next_->name, next_->member->size, written_}); }
+  void Tell(Fate fate) {
+    if (options_.look && fate == Fate::Whole) return;
+    report_.members.push_back({fate, next_->name, next_->member->size, written_});
+  }
 
   std::vector<Wanted>::const_iterator next_;  // the member being written, or to come
   const std::vector<Wanted>::const_iterator last_;

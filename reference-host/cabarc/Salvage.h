@@ -11,7 +11,7 @@ namespace cabarc {
 struct SalvageOptions {
   ExtractOptions extract;
   bool partial = false;  ///< write members of which a part is lost too, under their name and ".partial"
-  bool look = false;     ///< write nothing: what would become of each member
+  bool look = false;     ///< write nothing, and report the members alone that are not whole
 };
 
 enum class Fate {

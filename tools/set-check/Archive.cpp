@@ -29,11 +29,9 @@ void TellFates(cabinet::Source& source, ArchiveState& state) {
   options.look = true;
   cabarc::SalvageReport report;
   if (cabarc::Salvage(source, options, report).Failed()) return;
-  state.whole = report.whole;
-  for (cabarc::SalvagedMember& member : report.members) {
-    if (member.fate == cabarc::Fate::Doubtful) --state.whole;
-    if (member.fate != cabarc::Fate::Whole) state.lost.push_back(std::move(member));
-  }
+  const auto doubtful = std::ranges::count(report.members, cabarc::Fate::Doubtful, &cabarc::SalvagedMember::fate);
+  state.whole = report.whole - static_cast<std::size_t>(doubtful);
+  state.lost = std::move(report.members);
 }
 
 }  // namespace
