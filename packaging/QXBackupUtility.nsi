@@ -68,6 +68,7 @@ Section "Program" SectionProgram
   ClearErrors
   File "${BIN}/QXBackupUtility.exe"
   File "${BIN}/QXHostCheck.exe"
+  File "${BIN}/QXSetCheck.exe"
   File "/oname=QXBackupUtility.html" "${MANUAL}"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
@@ -112,7 +113,8 @@ Section "-List"
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
-  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program, its manual, and QXHostCheck, which tells what the host system lacks."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program, its manual, QXHostCheck, which tells what the \
+    host system lacks, and QXSetCheck, which tells whether a backup can be restored."
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionArchiver} \
     "Packs the data. For computers that have no cabarc.exe of their own."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
@@ -212,6 +214,7 @@ Section Uninstall
   Delete "${PROGRAM}"
   Delete "$INSTDIR\QXBackupUtility.html"
   Delete "$INSTDIR\QXHostCheck.exe"
+  Delete "$INSTDIR\QXSetCheck.exe"
   Delete "${SHORTCUT}"
   DeleteRegKey HKLM "${EVENT_SOURCE}"
   !insertmacro LeaveList

@@ -9,7 +9,8 @@ import sys
 
 import markdown
 
-PAGES = ["index", "backup", "restore", "floppies", "maintenance", "messages", "log", "installing", "rights"]
+PAGES = ["index", "backup", "restore", "floppies", "maintenance", "check-sets", "messages", "log", "installing",
+         "rights"]
 FOLDER = pathlib.Path(__file__).parent
 
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -11,6 +10,7 @@
 #include "cabarc/CabFormat.h"
 #include "cabarc/FileAccess.h"
 #include "cabarc/Status.h"
+#include "unpack/FolderReader.h"
 
 namespace cabarc {
 
@@ -21,12 +21,6 @@ struct ReadOptions {
 
 class CabinetReader {
  public:
-  /// Takes the next piece of a folder's data; a failure ends the reading.
-  using Sink = std::function<Status(const std::uint8_t* data, std::size_t size)>;
-
-  CabinetReader();
-  ~CabinetReader();
-
   /// Opens `path` and checks all records (see ReadStructure). To be called once, first.
   Status Open(const std::string& path);
 
@@ -39,17 +33,14 @@ class CabinetReader {
   /// Refuses a folder that is packed by a method that is not supported.
   Status CheckMethod(std::size_t index) const;
 
-  /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. After
-  /// a failure the reader must not be used again.
-  Status ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink);
+  /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. Succeeds
+  /// where the sink ends it.
+  Status ReadFolder(std::size_t index, const ReadOptions& options, const unpack::Sink& sink);
 
  private:
-  class Unpacking;
-
-  platform::File file_;
-  std::optional<BufferedInput> input_;
+  FileSource source_;
   Structure structure_;
-  std::unique_ptr<Unpacking> unpacking_;  // its threads serve one folder after the other
+  std::unique_ptr<unpack::FolderReader> folders_;  // its threads serve one folder after the other
 };
 
 /// Refuses methods that are not supported.

@@ -12,7 +12,7 @@
 #include "cabarc/Blocks.h"
 #include "cabarc/FileAccess.h"
 #include "cabarc/MemberNames.h"
-#include "cabarc/OrderedPool.h"
+#include "unpack/OrderedPool.h"
 
 namespace cabarc {
 
@@ -144,7 +144,7 @@ class Packing {
   Structure& structure_;
   const Method method_;
   NewFile cabinet_;
-  OrderedPool<PackJob, BlockPacker> pool_;
+  unpack::OrderedPool<PackJob, BlockPacker> pool_;
   PackJob* job_ = nullptr;  // being filled
   std::uint64_t at_ = 0;    // where in the cabinet the next block goes
 };

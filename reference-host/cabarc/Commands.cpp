@@ -65,9 +65,13 @@ bool NamesFolder(const std::string& argument) {
 }
 
 Status Salvage(const CommandLine& line, const ExtractOptions& options, std::ostream& out) {
+  FileSource cabinet;
   SalvageReport report;
-  Status status = Salvage(platform::ToNative(line.cabinet), {options, line.partial}, report);
-  for (const std::string& text : report.lines) out << Printable(text) << '\n';
+  Status status = cabinet.Open(platform::ToNative(line.cabinet));
+  if (!status.Failed()) status = Salvage(cabinet, {options, line.partial}, report);
+  if (status.Failed() && report.members.empty() && cabinet.Failure().Failed()) status = cabinet.Failure();
+  for (const std::string& text : report.warnings) out << "warning  " << Printable(text) << '\n';
+  for (const SalvagedMember& member : report.members) out << Printable(Told(member)) << '\n';
   const std::string sums = std::to_string(report.whole) + " files whole, " + std::to_string(report.partial) +
                            " partial, " + std::to_string(report.lost) + " lost";
   if (!status.Failed() && (report.damaged || report.partial + report.lost > 0)) {

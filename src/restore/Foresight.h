@@ -26,6 +26,21 @@ struct ArchiveAhead {
 base::Outcome WalkArchives(const work::Tools& tools, const std::string& folder, bool copied,
                            const std::vector<backupset::Category>& categories, std::vector<ArchiveAhead>& archives);
 
+/// Where the members of an archive go whose paths begin with `head`; a head that is no folder is one member's whole
+/// path, or a pattern of names.
+struct Target {
+  std::string head;
+  std::string place;
+};
+
+/// The targets of a loaded section, as RestoreActions has them. An item that cannot be expanded is told there, and has
+/// none.
+std::vector<Target> TargetsOf(const app::PathTable& paths, const jobs::JobDefinitions& definitions,
+                              const std::string& applicationRoot, const std::string& section);
+
+/// Where a member goes by this target; empty when it does not.
+std::string PlaceOf(const std::string& member, const Target& target);
+
 /// Whether the drives have room for what these archives hold: below the work folder one after the other, and where the
 /// items of the loaded restore sections put it, less what is replaced there. `copied`: each archive is copied into the
 /// work folder, too. What no item names is not put back, and needs no room there.

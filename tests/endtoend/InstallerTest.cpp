@@ -126,8 +126,8 @@ TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   ASSERT_EQ(InstallProgram("\"/LOG=" + Utf8(log.wstring()) + "\""), kInstalled);
   EXPECT_NE(ReadBytes(log).find("Installed in " + Utf8(kAlone.wstring())), std::string::npos) << ReadBytes(log);
   EXPECT_TRUE(HasKey(kEventSource));
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
-                                           "QXBackupUtility-uninstall.exe", "cabarc.exe"};
+  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html",          "QXHostCheck.exe",
+                                           "QXSetCheck.exe",      "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_TRUE(fs::exists(kShortcut));

@@ -12,7 +12,7 @@ older=$build/packages/older
 options=(-V1 -DVERSION=0.9.0 "-DMANUAL=$older/manual.html" "-DBIN=$older/bin" "-DPACKAGES=$older")
 if is_64_bit "$build/bin/QXBackupUtility.exe"; then options+=(-DAMD64); fi
 mkdir -p "$older/bin"
-cp "$build"/bin/{QXBackupUtility,QXHostCheck,cabarc}.exe "$older/bin/"
+cp "$build"/bin/{QXBackupUtility,QXHostCheck,QXSetCheck,cabarc}.exe "$older/bin/"
 echo older >>"$older/bin/QXBackupUtility.exe"
 echo "An older manual" >"$older/manual.html"
 makensis "${options[@]}" packaging/QXBackupUtility.nsi
