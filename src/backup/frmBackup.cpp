@@ -62,7 +62,7 @@ void frmBackup::EnableAll() {
 
 void frmBackup::DisableAll() {
   for (forms::Control* const control : Controls()) {
-    if (control != &fraBackup) control->SetEnabled(false);
+    if (control != &fraBackup && control != &lblProgress) control->SetEnabled(false);
   }
 }
 
@@ -79,16 +79,24 @@ void frmBackup::Start() {
   }
 }
 
+bool frmBackup::GatherAndPack(BackupJob& job) {
+  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
+  auto running = app::KeepRunning(application_);
+  const base::Outcome packed = backup::GatherAndPack(application_, definitions_, job);
+  running.reset();
+  if (packed.IsDone()) {
+    application_.progress.Complete();
+    return true;
+  }
+  application_.progress.Fail();
+  application_.failures.Show(packed);
+  backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
+  return false;
+}
+
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
-  auto running = app::KeepRunning(application_);
-  const base::Outcome packed = GatherAndPack(application_, definitions_, job);
-  running.reset();
-  if (!packed.IsDone()) {
-    application_.failures.Show(packed);
-    backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
-    return false;
-  }
+  if (!GatherAndPack(job)) return false;
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
   job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);

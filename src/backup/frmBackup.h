@@ -9,6 +9,8 @@
 
 namespace backup {
 
+struct BackupJob;
+
 /// Offers four groups of categories and the deletion of logs; its start button gathers and packs them
 /// and then shows the selection dialog. Stays open until a backup has succeeded or it is cancelled.
 class frmBackup : public forms::Form {
@@ -23,6 +25,8 @@ class frmBackup : public forms::Form {
   forms::CheckBox chkReportData{*this, "chkReportData", app::MessageId::BackupReportCaption};
   forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
   forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::BackupTitle};
+  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;
@@ -37,6 +41,8 @@ class frmBackup : public forms::Form {
 
   /// Gathers, packs, and has the destination chosen, where the set is written; whether that was done.
   bool BackUp();
+  /// Whether that was done; what went wrong was shown.
+  bool GatherAndPack(BackupJob& job);
 
   app::Application& application_;
   jobs::JobDefinitions& definitions_;

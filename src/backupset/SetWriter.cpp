@@ -80,6 +80,7 @@ void ReportWritten(app::Application& application, const WritingMessages& message
   application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " +
                                                            application.state.SelectedFolder + ": " + Description(set) +
                                                            "; " + job.Summary());
+  application.progress.Complete();
   application.messages.TellWarnings(messages.warnings, job.Warnings());
   application.messages.ShowMessage(messages.finished);
 }

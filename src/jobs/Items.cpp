@@ -91,7 +91,62 @@ bool TakesRecentImages(const Job& job, const std::string& folder) {
          base::SameName(folder.substr(folder.size() - kLength), ".ddo\\");
 }
 
+/// Bytes of the files that fit, in a folder and below it.
+std::uint64_t BytesBelow(const work::Tools& tools, const std::string& folder, const std::string& pattern) {
+  std::uint64_t sum = 0;
+  for (const host::FolderEntry& entry : EntriesOf(tools, folder)) {
+    if (entry.isFolder) {
+      sum += entry.isLink ? 0 : BytesBelow(tools, folder + entry.name + "\\", pattern);
+    } else if (base::MatchesFileName(entry.name, pattern)) {
+      sum += entry.size;
+    }
+  }
+  return sum;
+}
+
+std::uint64_t BytesOfFiles(const Job& job, const std::string& item) {
+  const std::string name = base::FileNameOf(item);
+  if (name.find_first_of("*?") != std::string::npos) return BytesBelow(job.tools, base::FolderOf(item), name);
+  return static_cast<std::uint64_t>(std::max<std::int64_t>(job.tools.files.FileSize(item), 0));
+}
+
+std::uint64_t BytesOfFolder(const Job& job, const std::string& item) {
+  const std::string folder = WithDrive(base::WithTrailingBackslash(item), job.ApplicationRootFolder);
+  const std::uint64_t bytes = BytesBelow(job.tools, folder, "*");
+  if (!TakesRecentImages(job, folder)) return bytes;
+  job.tools.progress.Plan(app::Work::Gathering, kRecentImages, bytes);  // at most
+  return 0;
+}
+
+/// What the items bring, by `bytesOf`. One that cannot be expanded is told when its turn comes.
+template <typename BytesOf>
+std::uint64_t BytesOfItems(const Job& job, const std::vector<std::string>& items, BytesOf bytesOf) {
+  std::uint64_t sum = 0;
+  for (std::string item : items) {
+    if (job.paths.ExpandQuietly(item).IsDone()) sum += bytesOf(job, item);
+  }
+  return sum;
+}
+
 }  // namespace
+
+std::uint64_t PlanGathering(const Job& job, const std::string& section) {
+  const std::uint64_t bytes =
+      BytesOfItems(job, job.definitions.FilledItems(JobKey::CommonFile, section), BytesOfFiles) +
+      BytesOfItems(job, job.definitions.FolderItems(section), BytesOfFolder);
+  job.tools.progress.Plan(app::Work::Gathering, section, bytes);
+  // A program writes its folder's files again, as far as that can be told before; most of it is gathered then.
+  const auto plan = [bytes](const Job& of, const std::string& item) {
+    const std::string folder = base::FolderOf(item);
+    const std::uint64_t there = folder.empty() ? 0 : work::BytesIn(of.tools.files, folder);
+    of.tools.progress.Plan(app::Work::Exporting, item, std::min(there, bytes));
+    return 0;
+  };
+  for (const JobKey key : {JobKey::BatFile, JobKey::EventLog, JobKey::RegFile}) {
+    BytesOfItems(job, job.definitions.FilledItems(key, section), plan);
+  }
+  return bytes;
+}
 
 Job JobOf(app::Application& application, const JobDefinitions& definitions, const work::WorkFolder& workFolder,
           const std::optional<MaintenanceOptions>& options) {
