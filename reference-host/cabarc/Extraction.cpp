@@ -106,8 +106,10 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
     const auto last =
         std::find_if(first, wanted.cend(), [folder](const Wanted& one) { return one.member->folder != folder; });
     FolderSink sink(first, last, target, extracted);
-    status = reader.ReadFolder(folder, options.read,
-                               [&](const std::uint8_t* data, std::size_t size) { return sink.Take(data, size); });
+    status = reader.ReadFolder(folder, options.read, [&](const std::uint8_t* data, std::size_t size) {
+      if (options.progress != nullptr) options.progress->Add(size);
+      return sink.Take(data, size);
+    });
     if (!status.Failed()) status = sink.End();
     if (status.Failed()) return status;
     first = last;

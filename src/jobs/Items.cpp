@@ -118,33 +118,35 @@ std::uint64_t BytesOfFolder(const Job& job, const std::string& item) {
   return 0;
 }
 
-/// What the items bring, by `bytesOf`. One that cannot be expanded is told when its turn comes.
-template <typename BytesOf>
-std::uint64_t BytesOfItems(const Job& job, const std::vector<std::string>& items, BytesOf bytesOf) {
-  std::uint64_t sum = 0;
+/// The items with their path variables expanded. One that cannot be is told when its turn comes.
+std::vector<std::string> Expanded(const Job& job, const std::vector<std::string>& items) {
+  std::vector<std::string> expanded;
   for (std::string item : items) {
-    if (job.paths.ExpandQuietly(item).IsDone()) sum += bytesOf(job, item);
+    if (job.paths.ExpandQuietly(item).IsDone()) expanded.push_back(std::move(item));
   }
-  return sum;
+  return expanded;
+}
+
+/// A program writes its folder's files again, as far as that can be told before, and `most` of that is gathered then.
+void PlanProgram(const Job& job, const std::string& item, std::uint64_t most) {
+  const std::string folder = base::FolderOf(item);
+  const std::uint64_t there = folder.empty() ? 0 : work::BytesIn(job.tools.files, folder);
+  job.tools.progress.Plan(app::Work::Exporting, item, std::min(there, most));
 }
 
 }  // namespace
 
 std::uint64_t PlanGathering(const Job& job, const std::string& section) {
-  const std::uint64_t bytes =
-      BytesOfItems(job, job.definitions.FilledItems(JobKey::CommonFile, section), BytesOfFiles) +
-      BytesOfItems(job, job.definitions.FolderItems(section), BytesOfFolder);
-  job.tools.progress.Plan(app::Work::Gathering, section, bytes);
-  // A program writes its folder's files again, as far as that can be told before; most of it is gathered then.
-  const auto plan = [bytes](const Job& of, const std::string& item) {
-    const std::string folder = base::FolderOf(item);
-    const std::uint64_t there = folder.empty() ? 0 : work::BytesIn(of.tools.files, folder);
-    of.tools.progress.Plan(app::Work::Exporting, item, std::min(there, bytes));
-    return 0;
-  };
-  for (const JobKey key : {JobKey::BatFile, JobKey::EventLog, JobKey::RegFile}) {
-    BytesOfItems(job, job.definitions.FilledItems(key, section), plan);
+  const JobDefinitions& definitions = job.definitions;
+  std::uint64_t bytes = 0;
+  for (const auto& item : Expanded(job, definitions.FilledItems(JobKey::CommonFile, section))) {
+    bytes += BytesOfFiles(job, item);
   }
+  for (const auto& item : Expanded(job, definitions.FolderItems(section))) bytes += BytesOfFolder(job, item);
+  for (const JobKey key : {JobKey::BatFile, JobKey::EventLog, JobKey::RegFile}) {
+    for (const auto& item : Expanded(job, definitions.FilledItems(key, section))) PlanProgram(job, item, bytes);
+  }
+  job.tools.progress.Plan(app::Work::Gathering, section, bytes);
   return bytes;
 }
 
