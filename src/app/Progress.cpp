@@ -10,7 +10,7 @@ namespace app {
 namespace {
 
 constexpr int kEnd = forms::ProgressBar::kEnd;
-constexpr std::chrono::milliseconds kShowEvery{100};
+constexpr std::chrono::milliseconds kShowEvery{250};  // a picture costs more than what it shows
 
 /// What a byte costs until its pace is known, in the order of Work. Only their relations count: a disk is written some
 /// hundred times as slowly as a file is copied.
@@ -124,7 +124,7 @@ void Progress::Fail() {
 }
 
 std::optional<double> Progress::PackedShare() const {
-  return job_.gathered > 0 ? std::optional(job_.archived / job_.gathered) : std::nullopt;
+  return job_.archived > 0 ? std::optional(job_.archived / job_.gathered) : std::nullopt;
 }
 
 void Progress::NotePacked(std::uint64_t gathered, std::uint64_t archived) {

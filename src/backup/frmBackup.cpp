@@ -1,7 +1,6 @@
 // The backup dialog: what to back up.
 #include "backup/frmBackup.h"
 
-#include "app/Finish.h"
 #include "backup/mdlBUBackup.h"
 #include "media/frmSelectFolder.h"
 
@@ -79,24 +78,10 @@ void frmBackup::Start() {
   }
 }
 
-bool frmBackup::GatherAndPack(BackupJob& job) {
-  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
-  auto running = app::KeepRunning(application_);
-  const base::Outcome packed = backup::GatherAndPack(application_, definitions_, job);
-  running.reset();
-  if (packed.IsDone()) {
-    application_.progress.Complete();
-    return true;
-  }
-  application_.progress.Fail();
-  application_.failures.Show(packed);
-  backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
-  return false;
-}
-
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
-  if (!GatherAndPack(job)) return false;
+  const auto gather = [&] { return GatherAndPack(application_, definitions_, job); };
+  if (!backupset::GatherUnderBar(application_, prgJob, lblProgress, job.packed, gather)) return false;
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
   job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);

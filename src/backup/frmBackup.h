@@ -9,8 +9,6 @@
 
 namespace backup {
 
-struct BackupJob;
-
 /// Offers four groups of categories and the deletion of logs; its start button gathers and packs them
 /// and then shows the selection dialog. Stays open until a backup has succeeded or it is cancelled.
 class frmBackup : public forms::Form {
@@ -41,8 +39,6 @@ class frmBackup : public forms::Form {
 
   /// Gathers, packs, and has the destination chosen, where the set is written; whether that was done.
   bool BackUp();
-  /// Whether that was done; what went wrong was shown.
-  bool GatherAndPack(BackupJob& job);
 
   app::Application& application_;
   jobs::JobDefinitions& definitions_;

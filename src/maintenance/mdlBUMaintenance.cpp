@@ -3,7 +3,6 @@
 
 #include <optional>
 
-#include "app/Finish.h"
 #include "backupset/Archiver.h"
 #include "backupset/Pieces.h"
 #include "jobs/ClientLogs.h"
@@ -28,18 +27,8 @@ bool Collect(app::Application& application, jobs::JobDefinitions& definitions, f
              MaintenanceJob& job) {
   application.toolkit.SetPointer(forms::Pointer::Hourglass);
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  const app::Progress::Job shown(application.progress, dialog.prgJob, dialog.lblProgress);
-  auto running = app::KeepRunning(application);
-  const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
-  running.reset();
-  if (collected.IsDone()) {
-    application.progress.Complete();
-    return true;
-  }
-  application.progress.Fail();
-  application.failures.Show(collected);
-  backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
-  return false;
+  return backupset::GatherUnderBar(application, dialog.prgJob, dialog.lblProgress, job.packed,
+                                   [&] { return MaintenanceLogBackup(application, definitions, job); });
 }
 
 base::Outcome LoadMaintenanceSection(app::Application& application, jobs::JobDefinitions& definitions,

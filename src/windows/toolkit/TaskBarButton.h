@@ -22,6 +22,7 @@ class TaskBarButton {
   };
 
   std::unique_ptr<ITaskbarList3, Releaser> list_;
+  bool asked_ = false;  ///< for the list
 };
 
 }  // namespace windows
