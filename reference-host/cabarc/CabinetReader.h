@@ -9,6 +9,7 @@
 
 #include "cabarc/CabFormat.h"
 #include "cabarc/FileAccess.h"
+#include "cabarc/Progress.h"
 #include "cabarc/Status.h"
 #include "unpack/FolderReader.h"
 
@@ -55,6 +56,7 @@ struct ExtractOptions {
   bool overwrite = false;  ///< replace files that are there; otherwise one such file stops the extraction
   std::vector<std::string> names;  ///< what to extract, "*" and "?" allowed; all when empty
   std::string target;              ///< the folder; empty is the current one
+  Progress* progress = nullptr;    ///< learns what was unpacked, where somebody wants to know
 };
 
 /// Extracts from an open cabinet. Everything that can be known is examined before the first file is written: unsafe

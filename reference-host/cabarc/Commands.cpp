@@ -7,6 +7,7 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/CommandLine.h"
+#include "cabarc/Progress.h"
 #include "cabarc/Salvage.h"
 
 namespace cabarc {
@@ -83,12 +84,14 @@ Status Salvage(const CommandLine& line, const ExtractOptions& options, std::ostr
 }
 
 Status Extract(const CommandLine& line, std::ostream& out) {
-  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}};
+  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}, {}};
   if (!options.names.empty() && NamesFolder(options.names.back())) {
     options.target = options.names.back();
     options.names.pop_back();
   }
   if (line.salvage) return Salvage(line, options, out);
+  Progress progress(platform::ToNative(line.cabinet));
+  options.progress = &progress;
   CabinetReader reader;
   std::size_t extracted = 0;
   Status status = reader.Open(platform::ToNative(line.cabinet));

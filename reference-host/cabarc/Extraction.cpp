@@ -108,6 +108,7 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
     FolderSink sink(first, last, target, extracted);
     Status written;
     status = reader.ReadFolder(folder, options.read, [&](const std::uint8_t* data, std::size_t size) {
+      if (options.progress != nullptr) options.progress->Add(size);
       written = sink.Take(data, size);
       return !written.Failed();
     });

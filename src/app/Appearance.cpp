@@ -70,6 +70,7 @@ forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Contro
     case forms::ControlKind::Frame:
     case forms::ControlKind::CheckBox:
     case forms::ControlKind::OptionButton:
+    case forms::ControlKind::ProgressBar:
       break;
   }
   return look;

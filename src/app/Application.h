@@ -11,6 +11,7 @@
 #include "app/Log.h"
 #include "app/Messages.h"
 #include "app/PathTable.h"
+#include "app/Progress.h"
 #include "app/Records.h"
 #include "forms/Toolkit.h"
 #include "host/Host.h"
@@ -67,6 +68,7 @@ class Application {
   Failures failures{messages, log};
   PathTable paths{host.qx32, failures};
   Records records{host.components, state};
+  Progress progress{host.clock};
 };
 
 }  // namespace app

@@ -1,7 +1,6 @@
 // The backup dialog: what to back up.
 #include "backup/frmBackup.h"
 
-#include "app/Finish.h"
 #include "backup/mdlBUBackup.h"
 #include "media/frmSelectFolder.h"
 
@@ -62,7 +61,7 @@ void frmBackup::EnableAll() {
 
 void frmBackup::DisableAll() {
   for (forms::Control* const control : Controls()) {
-    if (control != &fraBackup) control->SetEnabled(false);
+    if (control != &fraBackup && control != &lblProgress) control->SetEnabled(false);
   }
 }
 
@@ -81,14 +80,8 @@ void frmBackup::Start() {
 
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
-  auto running = app::KeepRunning(application_);
-  const base::Outcome packed = GatherAndPack(application_, definitions_, job);
-  running.reset();
-  if (!packed.IsDone()) {
-    application_.failures.Show(packed);
-    backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
-    return false;
-  }
+  const auto gather = [&] { return GatherAndPack(application_, definitions_, job); };
+  if (!backupset::GatherUnderBar(application_, prgJob, lblProgress, job.packed, gather)) return false;
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
   job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);

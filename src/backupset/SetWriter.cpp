@@ -49,6 +49,22 @@ void Measure(const work::Tools& tools, const WritingMessages& messages, const ap
                      std::string(messages.job) + " gathered: " + Description(packed.set) + "; " + gathering.Summary());
 }
 
+bool GatherUnderBar(app::Application& application, forms::ProgressBar& bar, forms::Label& numbers, PackedSet& packed,
+                    const std::function<base::Outcome()>& gather) {
+  const app::Progress::Job shown(application.progress, bar, numbers);
+  auto running = app::KeepRunning(application);
+  const base::Outcome gathered = gather();
+  running.reset();
+  if (gathered.IsDone()) {
+    application.progress.Complete();
+    return true;
+  }
+  application.progress.Fail();
+  application.failures.Show(gathered);
+  RemoveWorkFolderOrSay(application.failures, packed);
+  return false;
+}
+
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages) {
   const Writing writing{work::ToolsOf(application), IdentityOf(application.state, application.appearance), packed,
@@ -80,6 +96,7 @@ void ReportWritten(app::Application& application, const WritingMessages& message
   application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " +
                                                            application.state.SelectedFolder + ": " + Description(set) +
                                                            "; " + job.Summary());
+  application.progress.Complete();
   application.messages.TellWarnings(messages.warnings, job.Warnings());
   application.messages.ShowMessage(messages.finished);
 }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "app/Application.h"
@@ -23,6 +24,11 @@ struct PackedSet {
 
 /// Measures what was gathered, and says in the log what it is and what has passed meanwhile.
 void Measure(const work::Tools& tools, const WritingMessages& messages, const app::Watch& gathering, PackedSet& packed);
+
+/// Has a set gathered and packed: the workstation goes on meanwhile, and `bar` and `numbers` show how far that is.
+/// Returns whether `gather` has done it; otherwise its failure was shown, and there is no work folder any more.
+bool GatherUnderBar(app::Application& application, forms::ProgressBar& bar, forms::Label& numbers, PackedSet& packed,
+                    const std::function<base::Outcome()>& gather);
 
 /// One try to write a set, as far as folder and floppies need the same.
 struct Writing {

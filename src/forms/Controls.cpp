@@ -89,4 +89,21 @@ void ComboBox::SetText(const std::string& text) {
   if (Edited) Edited();
 }
 
+ProgressBar::ProgressBar(Form& form, std::string name, base::MessageId captionId)
+    : Control(form, ControlKind::ProgressBar, std::move(name), captionId) {
+  SetVisible(false);
+}
+
+void ProgressBar::SetValue(int value) {
+  if (value_ == value) return;
+  value_ = value;
+  Changed(Aspect::Value);
+}
+
+void ProgressBar::SetFailed(bool failed) {
+  if (failed_ == failed) return;
+  failed_ = failed;
+  Changed(Aspect::Value);
+}
+
 }  // namespace forms

@@ -17,7 +17,7 @@ namespace forms {
 
 class Form;
 
-enum class ControlKind { Label, Frame, CommandButton, CheckBox, OptionButton, TextBox, ComboBox };
+enum class ControlKind { Label, Frame, CommandButton, CheckBox, OptionButton, TextBox, ComboBox, ProgressBar };
 
 /// What about a control or form has changed.
 enum class Aspect { Caption, Text, Value, Items, Enabled, Visible, Appearance, Focus };
@@ -175,6 +175,26 @@ class ComboBox : public Control {
  private:
   std::vector<std::string> items_;
   std::string text_;
+};
+
+/// How far something is. Hidden from the beginning: most of the time there is nothing to show. Its caption is no text
+/// on the screen, but the name that a screen reader says with the value.
+class ProgressBar : public Control {
+ public:
+  static constexpr int kEnd = 1000;
+
+  ProgressBar(Form& form, std::string name, base::MessageId captionId);
+
+  /// From 0 to kEnd.
+  int Value() const { return value_; }
+  void SetValue(int value);
+  /// Whether it ended there because something went wrong.
+  bool HasFailed() const { return failed_; }
+  void SetFailed(bool failed);
+
+ private:
+  int value_ = 0;
+  bool failed_ = false;
 };
 
 }  // namespace forms

@@ -1,6 +1,7 @@
 // The workstation around the program: the Windows shell, the user interface's event queue, and the clock.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -63,6 +64,8 @@ class Clock {
  public:
   virtual ~Clock() = default;
   virtual base::LocalTime Now() = 0;
+  /// What has passed since some moment before the program's start. Never goes back, whoever sets the clock.
+  virtual std::chrono::milliseconds Running() = 0;
   /// The system's short date format.
   virtual std::string ShortDate(const base::LocalTime& time) = 0;
   /// The system's long time format.

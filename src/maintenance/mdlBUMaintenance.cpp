@@ -3,7 +3,6 @@
 
 #include <optional>
 
-#include "app/Finish.h"
 #include "backupset/Archiver.h"
 #include "backupset/Pieces.h"
 #include "jobs/ClientLogs.h"
@@ -19,18 +18,17 @@ namespace {
 constexpr char kDatabaseExportFolder[] = "BCP";
 constexpr char kArchiveName[] = "MAINTENANCE";
 
-/// The operator's choices; nothing when there is nothing to start.
-std::optional<jobs::MaintenanceOptions> AskForOptions(app::Application& application) {
-  frmMaintenance dialog(application);
-  dialog.ShowModal();
+jobs::MaintenanceOptions OptionsOf(const frmMaintenance& dialog) {
+  return {dialog.Result() == Choice::Protected, dialog.CollectsImages(), dialog.DayCount()};
+}
+
+/// Collects under the eyes of the operator. Whether that was done; what went wrong was shown.
+bool Collect(app::Application& application, jobs::JobDefinitions& definitions, frmMaintenance& dialog,
+             MaintenanceJob& job) {
   application.toolkit.SetPointer(forms::Pointer::Hourglass);
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  std::optional<jobs::MaintenanceOptions> options;
-  if (dialog.Result() != Choice::Cancelled) {
-    options = {dialog.Result() == Choice::Protected, dialog.CollectsImages(), dialog.DayCount()};
-  }
-  dialog.Unload();
-  return options;
+  return backupset::GatherUnderBar(application, dialog.prgJob, dialog.lblProgress, job.packed,
+                                   [&] { return MaintenanceLogBackup(application, definitions, job); });
 }
 
 base::Outcome LoadMaintenanceSection(app::Application& application, jobs::JobDefinitions& definitions,
@@ -47,6 +45,7 @@ base::Outcome CollectMaintenanceSection(app::Application& application, const job
                                         MaintenanceJob& job, const std::string& section) {
   const work::WorkFolder& workFolder = job.packed.workFolder;
   const jobs::Job collecting = jobs::JobOf(application, definitions, workFolder, job.options);
+  jobs::PlanSection(collecting, section, kArchiveName);
   const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
   job.PersonalInfoResult = result.PersonalInfoResult;
   if (!result.outcome.IsDone()) return result.outcome;
@@ -63,20 +62,21 @@ MaintenanceJob::MaintenanceJob(app::Application& application, const jobs::Mainte
 
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
                                media::MediaDrives& drives) {
-  const auto options = AskForOptions(application);
-  if (!options) return;
-  MaintenanceJob job(application, *options);
-  auto running = app::KeepRunning(application);
-  const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
-  running.reset();
-  if (!collected.IsDone()) {
-    application.failures.Show(collected);
-    return backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
+  std::optional<MaintenanceJob> job;
+  bool collected = false;
+  frmMaintenance dialog(application);
+  dialog.Started = [&] {
+    job.emplace(application, OptionsOf(dialog));
+    collected = Collect(application, definitions, dialog, *job);
+  };
+  dialog.ShowModal();
+  dialog.Unload();
+  application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
+  if (!collected) return;
+  if (job->PersonalInfoResult != 0) {
+    application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job->PersonalInfoResult), {});
   }
-  if (job.PersonalInfoResult != 0) {
-    application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
-  }
-  MaintenanceOperation operation(application, drives, job);
+  MaintenanceOperation operation(application, drives, *job);
   media::frmSelectFolder(application, drives, operation).ShowModal();
 }
 

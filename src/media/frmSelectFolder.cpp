@@ -61,12 +61,20 @@ void frmSelectFolder::Accept() {
   EnableButtons(false);
   // Taken here and not while it is typed: the text box stays open to the operator during the run.
   TakeFolder();
-  const base::Outcome outcome = operation_.Run();
-  const bool stopped = outcome == base::Result::Stopped;
-  if (!outcome.IsDone() && !stopped) application_.failures.Show(outcome);
+  const bool stopped = Run() == base::Result::Stopped;
   application_.toolkit.SetPointer(forms::Pointer::Default);
   EnableButtons(true);
   if (!stopped) Close();
+}
+
+base::Outcome frmSelectFolder::Run() {
+  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
+  base::Outcome outcome = operation_.Run();
+  if (!outcome.IsDone() && outcome != base::Result::Stopped) {
+    application_.progress.Fail();
+    application_.failures.Show(outcome);
+  }
+  return outcome;
 }
 
 void frmSelectFolder::Cancel() {

@@ -75,6 +75,16 @@ base::Outcome Missing(const std::string& archive, bool copied) {
   return {base::Result::StepFailed, app::MessageId::ArchiveNotUnpacked, words};
 }
 
+/// What is done with an archive, for the job's progress. Its own size stands for what is in it.
+void Plan(app::Progress& progress, const ArchiveAhead& archive, bool copied) {
+  const backupset::CategoryRow& row = RowOf(archive.category);
+  const std::string name = base::FileNameOf(archive.path);
+  progress.Plan(app::Work::Checking, name, archive.size);
+  if (copied) progress.Plan(app::Work::Copying, name, archive.size);
+  progress.Plan(app::Work::Unpacking, name, archive.size, BytesOf(archive.members));
+  progress.Plan(app::Work::PuttingBack, row.restoreSection, archive.size, BytesOf(archive.members));
+}
+
 }  // namespace
 
 std::vector<Target> TargetsOf(const app::PathTable& paths, const jobs::JobDefinitions& definitions,
@@ -110,10 +120,15 @@ base::Outcome WalkArchives(const work::Tools& tools, const std::string& folder, 
     const std::int64_t size = tools.files.FileSize(archive.path);
     if (size < 0) return Missing(archive.path, copied);
     archive.size = static_cast<std::uint64_t>(size);
+    Plan(tools.progress, archive, copied);
+    archives.push_back(std::move(archive));
+  }
+  for (ArchiveAhead& archive : archives) {
+    const app::Progress::Part part(tools.progress, app::Work::Checking, base::FileNameOf(archive.path));
     if (base::Outcome walked = backupset::ReadWhole(tools, archive.path, archive.members); !walked.IsDone()) {
       return walked;
     }
-    archives.push_back(std::move(archive));
+    Plan(tools.progress, archive, copied);
   }
   return base::Result::Done;
 }

@@ -20,9 +20,9 @@ struct ArchiveAhead {
   backupset::FileSizes members;  ///< unpacked
 };
 
-/// Finds the archive of each category in `folder`, which ends in "\", and walks it to its end. Fails for the first
-/// that is damaged or missing. `copied`: an archive would be copied from there, and what fails first when it is missing
-/// is a step (message 60421).
+/// Finds the archive of each category in `folder`, which ends in "\", plans what will be done with them for the job's
+/// progress, and walks each to its end. Fails for the first that is missing, then for one that is damaged. `copied`: an
+/// archive would be copied from there, and what fails first when it is missing is a step (message 60421).
 base::Outcome WalkArchives(const work::Tools& tools, const std::string& folder, bool copied,
                            const std::vector<backupset::Category>& categories, std::vector<ArchiveAhead>& archives);
 

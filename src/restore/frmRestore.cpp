@@ -99,6 +99,7 @@ void frmRestore::Start() {
 }
 
 void frmRestore::Run() {
+  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
   RestoreJob job(application_, watch_, set_, Ticked());
   if (const base::Outcome made = job.workFolder.Create(application_.host.clock, application_.host.messageLoop);
       !made.IsDone()) {
@@ -111,6 +112,7 @@ void frmRestore::Run() {
   if (restored_) {
     ReportRestored(application_, job);
   } else {
+    application_.progress.Fail();
     const bool stepFailed = outcome == base::Result::StepFailed;
     application_.failures.Show(outcome, stepFailed ? app::MessageId::RestoreStepFailed : app::MessageId::RestoreFailed);
   }

@@ -48,6 +48,8 @@ class frmRestore : public forms::Form {
   forms::Label lblIPCounter{*this, "lblIPCounter", forms::kNoCaption};
   forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
   forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::RestoreTitle};
+  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;

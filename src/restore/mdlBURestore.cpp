@@ -128,6 +128,7 @@ class RestoreRun {
     if (extracted == base::Result::StepFailed) return FailStep(app::MessageId::ArchiveNotUnpacked, extracted);
     if (!extracted.IsDone()) return extracted;
     const Putting putting = PuttingOf();
+    const app::Progress::Part part(tools_.progress, app::Work::PuttingBack, row.restoreSection);
     for (const auto action : {RestoreCommonFiles, RunBatchFiles, RestoreFolders}) {
       const base::Outcome done = action(putting, row.restoreSection);
       if (!done.IsDone()) return {base::Result::StepFailed, done.cause};
@@ -186,6 +187,7 @@ void TellInterruptedRestore(app::Application& application) {
 
 void ReportRestored(app::Application& application, const RestoreJob& job) {
   application.log.WriteLog(app::LogLevel::Information, "Restored from " + job.set.folder + "; " + job.watch.Summary());
+  application.progress.Complete();
   application.messages.TellWarnings(app::MessageId::RestoreWarnings, job.watch.Warnings());
   application.messages.ShowMessage(app::MessageId::RestoreComplete);
 }

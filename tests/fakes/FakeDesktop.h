@@ -68,7 +68,11 @@ class FakeClock : public host::Clock {
  public:
   base::LocalTime now{2012, 3, 15, 9, 30, 12};
 
+  std::chrono::milliseconds running{0};
+  std::chrono::milliseconds perLook{0};  ///< passes with every look at `running`
+
   base::LocalTime Now() override { return now; }
+  std::chrono::milliseconds Running() override { return running += perLook; }
   std::string ShortDate(const base::LocalTime& t) override { return Joined("%04d/%02d/%02d", t.year, t.month, t.day); }
   std::string LongTime(const base::LocalTime& t) override {
     return Joined("%02d:%02d:%02d", t.hour, t.minute, t.second);

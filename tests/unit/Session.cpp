@@ -137,8 +137,11 @@ void Session::Run() {
 
 void Session::ExpectReadyForInput(const forms::Form& form) const {
   Names captions = {form.Title()};
-  for (const forms::Control* control : form.Controls())
-    if (control->CaptionId() != forms::kNoCaption) captions.push_back(control->Caption());
+  for (const forms::Control* control : form.Controls()) {
+    const bool isBar = control->Kind() == forms::ControlKind::ProgressBar;
+    if (control->CaptionId() != forms::kNoCaption && !isBar) captions.push_back(control->Caption());
+    EXPECT_TRUE(!isBar || (control->Caption() == form.Title() && !control->Visible())) << form.Name();
+  }
   Names wanted;
   for (const base::MessageId id : kCaptions.at(form.Name()))
     wanted.push_back(catalogue.rows.contains(id) ? *catalogue.rows.at(id) : "Not Defined!");

@@ -196,6 +196,11 @@ base::LocalTime Win32Clock::Now() {
   return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond};
 }
 
+std::chrono::milliseconds Win32Clock::Running() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
+}
+
 std::string Win32Clock::ShortDate(const base::LocalTime& time) {
   const SYSTEMTIME date = SystemTimeOf(time);
   wchar_t text[kLongestFormat] = {};

@@ -76,6 +76,7 @@ class Win32Shell : public host::Shell {
 class Win32Clock : public host::Clock {
  public:
   base::LocalTime Now() override;
+  std::chrono::milliseconds Running() override;
   /// Both formats are those of the Windows user's own regional settings.
   std::string ShortDate(const base::LocalTime& time) override;
   std::string LongTime(const base::LocalTime& time) override;

@@ -1,6 +1,7 @@
 // State of one control, from its member to its window and back.
 #include "windows/toolkit/BoundControl.h"
 
+#include <commctrl.h>
 #include <uxtheme.h>
 
 #include "windows/adapters/Text.h"
@@ -57,7 +58,18 @@ void WriteText(const BoundControl& bound) {
   }
 }
 
+/// In a theme the colour of a failure is the theme's, without one it is ours.
+void WriteProgress(HWND window, const forms::ProgressBar& bar) {
+  SendMessageW(window, PBM_SETRANGE32, 0, forms::ProgressBar::kEnd);
+  SendMessageW(window, PBM_SETPOS, static_cast<WPARAM>(bar.Value()), 0);
+  SendMessageW(window, PBM_SETSTATE, bar.HasFailed() ? PBST_ERROR : PBST_NORMAL, 0);
+  SendMessageW(window, PBM_SETBARCOLOR, 0, static_cast<LPARAM>(bar.HasFailed() ? kErrorColour : CLR_DEFAULT));
+}
+
 void WriteValue(const BoundControl& bound) {
+  if (bound.control->Kind() == ControlKind::ProgressBar) {
+    return WriteProgress(bound.window, *static_cast<const forms::ProgressBar*>(bound.control));
+  }
   if (!IsToggle(bound.control->Kind())) return;
   const WPARAM value = static_cast<const forms::ToggleControl*>(bound.control)->Value() ? BST_CHECKED : BST_UNCHECKED;
   // To clear an option button, clear already or not, takes its tab stop away.

@@ -138,6 +138,7 @@ void DialogView::OnNotice(const BoundControl& bound, int code) {
       return;
     case forms::ControlKind::Label:
     case forms::ControlKind::Frame:
+    case forms::ControlKind::ProgressBar:
       return;
   }
 }
@@ -202,7 +203,7 @@ INT_PTR DialogView::OnDrawItem(const DRAWITEMSTRUCT& item) {
   const ButtonColours colours = IsHighContrast()
                                     ? ButtonColours{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNTEXT), true}
                                     : ButtonColours{look.background, look.foreground};
-  const bool isDefault = bound->control == EnterButton() && bound->control->Enabled() && GetActiveWindow() == window_;
+  const bool isDefault = bound->control == EnterButton() && IsUsable(*bound) && GetActiveWindow() == window_;
   PaintButton(item, colours, isDefault, gdi_);
   return TRUE;
 }

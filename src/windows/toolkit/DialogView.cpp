@@ -73,7 +73,9 @@ void DialogView::FormChanged(forms::Aspect aspect) {
   const Writing guard(*this);
   if (aspect == forms::Aspect::Caption) WriteTitle();
   if (aspect == forms::Aspect::Appearance) Redraw();
-  if (aspect == forms::Aspect::Enabled) SetCovered(covered_);
+  if (aspect != forms::Aspect::Enabled) return;
+  for (const BoundControl& bound : controls_) Write(bound, forms::Aspect::Enabled);
+  SetCovered(covered_);
 }
 
 void DialogView::WriteTitle() {
@@ -106,10 +108,28 @@ void DialogView::ControlChanged(forms::Control& control, forms::Aspect aspect) {
   if (bound == nullptr) return;
   const Writing guard(*this);
   if (aspect == forms::Aspect::Focus) return focus_.Give(bound->window);
-  const bool usable = control.Enabled() && control.Visible();
-  if (!usable) focus_.BeforeLeaving(bound->window);
-  WriteAspect(*bound, aspect, gdi_);
-  if (usable) focus_.AfterReturning(bound->window);
+  Write(*bound, aspect);
+  if (control.Kind() == forms::ControlKind::ProgressBar) {
+    taskBar_.Show(window_, static_cast<const forms::ProgressBar&>(control));
+  }
+}
+
+bool DialogView::IsUsable(const BoundControl& bound) const {
+  const forms::ControlKind kind = bound.control->Kind();
+  const bool shows =
+      kind == forms::ControlKind::Label || kind == forms::ControlKind::Frame || kind == forms::ControlKind::ProgressBar;
+  return bound.control->Enabled() && (shows || form_.Enabled());
+}
+
+void DialogView::Write(const BoundControl& bound, forms::Aspect aspect) {
+  const bool usable = IsUsable(bound) && bound.control->Visible();
+  if (!usable) focus_.BeforeLeaving(bound.window);
+  if (aspect == forms::Aspect::Enabled) {
+    EnableWindow(bound.window, IsUsable(bound) ? TRUE : FALSE);
+  } else {
+    WriteAspect(bound, aspect, gdi_);
+  }
+  if (usable) focus_.AfterReturning(bound.window);
 }
 
 void DialogView::Show() {

@@ -11,6 +11,7 @@
 #include "windows/adapters/Win32Desktop.h"
 #include "windows/toolkit/BoundControl.h"
 #include "windows/toolkit/DialogTemplate.h"
+#include "windows/toolkit/TaskBarButton.h"
 
 namespace windows {
 
@@ -93,6 +94,10 @@ class DialogView : public forms::View {
   void TakePlace();
   void TakeSize();
   void WriteTitle();
+  void Write(const BoundControl& bound, forms::Aspect aspect);
+  /// Whether the operator can use a control: not in a form that takes no input. What only shows something stays as it
+  /// is there.
+  bool IsUsable(const BoundControl& bound) const;
   void Redraw();
   void SettleFocus();
   const BoundControl* Find(const forms::Control& control) const;
@@ -123,6 +128,7 @@ class DialogView : public forms::View {
   HWND window_ = nullptr;
   std::vector<BoundControl> controls_;
   FocusKeeper focus_;
+  TaskBarButton taskBar_;
   int writing_ = 0;
   std::set<DWORD> changedDevices_;  ///< types of which the form is still to be told
   bool covered_ = false;

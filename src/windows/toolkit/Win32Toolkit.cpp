@@ -1,6 +1,8 @@
 // Views of the forms, and the modal loops.
 #include "windows/toolkit/Win32Toolkit.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "resource.h"
@@ -35,6 +37,8 @@ void RegisterDialogClass() {
 
 Win32Toolkit::Win32Toolkit(Win32MessageLoop& loop) : loop_(loop) {
   RegisterDialogClass();
+  const INITCOMMONCONTROLSEX progressBars{sizeof(INITCOMMONCONTROLSEX), ICC_PROGRESS_CLASS};
+  InitCommonControlsEx(&progressBars);
   loop_.SetDialogs(this);
 }
 
