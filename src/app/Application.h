@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/Appearance.h"
+#include "app/JobList.h"
 #include "app/Log.h"
 #include "app/Messages.h"
 #include "app/PathTable.h"
@@ -67,6 +68,7 @@ class Application {
   Failures failures{messages, log};
   PathTable paths{host.qx32, failures};
   Records records{host.components, state};
+  JobList pastJobs{host.files, log, state.LogFolder};
 };
 
 }  // namespace app

@@ -3,6 +3,7 @@
 
 #include "app/Finish.h"
 #include "backup/mdlBUBackup.h"
+#include "backupset/EndedJob.h"
 #include "media/frmSelectFolder.h"
 
 namespace backup {
@@ -85,6 +86,8 @@ bool frmBackup::BackUp() {
   const base::Outcome packed = GatherAndPack(application_, definitions_, job);
   running.reset();
   if (!packed.IsDone()) {
+    const backupset::BackupSet& set = job.packed.set;
+    backupset::ListEndedJob(application_, app::JobKind::Backup, set, set.categories, job.watch, packed);
     application_.failures.Show(packed);
     backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
     return false;

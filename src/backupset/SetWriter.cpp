@@ -2,6 +2,7 @@
 #include "backupset/SetWriter.h"
 
 #include "app/Finish.h"
+#include "backupset/EndedJob.h"
 #include "backupset/Pieces.h"
 #include "base/Path.h"
 #include "work/FileOperations.h"
@@ -51,8 +52,9 @@ void Measure(const work::Tools& tools, const WritingMessages& messages, const ap
 
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages) {
+  packed.set.folder = application.state.SelectedFolder;
   const Writing writing{work::ToolsOf(application), IdentityOf(application.state, application.appearance), packed,
-                        application.state.SelectedFolder, messages};
+                        packed.set.folder, messages};
   if (base::Outcome refused = RefuseImpossible(application, writing); !refused.IsDone()) return refused;
   const bool floppies = IsOnFloppies(writing.destination);
   base::Outcome outcome =
@@ -77,9 +79,9 @@ base::Outcome ReportStopped(app::Application& application, const WritingMessages
 
 void ReportWritten(app::Application& application, const WritingMessages& messages, const BackupSet& set,
                    const app::Watch& job) {
-  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " +
-                                                           application.state.SelectedFolder + ": " + Description(set) +
-                                                           "; " + job.Summary());
+  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " + set.folder + ": " +
+                                                           Description(set) + "; " + job.Summary());
+  ListEndedJob(application, messages.kind, set, set.categories, job, {base::Result::Done, messages.finished});
   application.messages.TellWarnings(messages.warnings, job.Warnings());
   application.messages.ShowMessage(messages.finished);
 }
@@ -96,7 +98,9 @@ std::string Description(const BackupSet& set) {
 base::Outcome WritingOperation::Run() {
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   const auto running = app::KeepRunning(application_);
-  return WithDefaultMessage(Write(), messages_);
+  end_ = WithDefaultMessage(Write(), messages_);
+  if (end_ == base::Result::Stopped) end_.PendingMessageId = messages_.stopped;
+  return end_;
 }
 
 void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
@@ -105,6 +109,8 @@ void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
 }
 
 void WritingOperation::Unloaded() {
+  // What was written is listed already, and was before its success was told.
+  if (!end_.IsDone()) ListEndedJob(application_, messages_.kind, packed_.set, packed_.set.categories, job_, end_);
   RemoveWorkFolderOrSay(application_.failures, packed_);
 }
 

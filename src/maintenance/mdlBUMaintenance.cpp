@@ -5,6 +5,7 @@
 
 #include "app/Finish.h"
 #include "backupset/Archiver.h"
+#include "backupset/EndedJob.h"
 #include "backupset/Pieces.h"
 #include "jobs/ClientLogs.h"
 #include "jobs/JobRunner.h"
@@ -70,6 +71,7 @@ void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitio
   const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
   running.reset();
   if (!collected.IsDone()) {
+    backupset::ListEndedJob(application, app::JobKind::MaintenanceLog, job.packed.set, {}, job.watch, collected);
     application.failures.Show(collected);
     return backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
   }
@@ -103,7 +105,8 @@ std::string MaintenanceSectionName(const jobs::MaintenanceOptions& options) {
 
 MaintenanceOperation::MaintenanceOperation(app::Application& application, media::MediaDrives& drives,
                                            MaintenanceJob& job)
-    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup)),
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup),
+                       job.watch),
       job_(job) {}
 
 std::string MaintenanceOperation::ProposeFolder() {

@@ -48,12 +48,13 @@ void frmSelectFolder::Refer() {
   application_.log.WriteLog(app::LogLevel::Information, "Refer Folder");
   EnableButtons(false);
   const std::string title = application_.messages.GetMessageText(app::MessageId::BrowserTitle);
-  const std::string folder = application_.host.shell.BrowseForFolder(title, txtFolder.Text());
+  const std::string folder = application_.host.shell.BrowseForFolder(title, operation_.BrowseFrom(txtFolder.Text()));
   EnableButtons(true);
   if (folder.empty()) return;
   txtFolder.SetText(folder);
   TakeFolder();
   ShowSpace();
+  cmdOK.SetFocus();  // where the operator goes on
 }
 
 void frmSelectFolder::Accept() {
@@ -66,7 +67,11 @@ void frmSelectFolder::Accept() {
   if (!outcome.IsDone() && !stopped) application_.failures.Show(outcome);
   application_.toolkit.SetPointer(forms::Pointer::Default);
   EnableButtons(true);
-  if (!stopped) Close();
+  if (!stopped) return Close();
+  const std::string meant = operation_.MeantFolder();
+  if (meant.empty()) return;
+  txtFolder.SetText(meant);
+  txtFolder.SetFocus();
 }
 
 void frmSelectFolder::Cancel() {
