@@ -87,7 +87,7 @@ bool frmBackup::BackUp() {
   running.reset();
   if (!packed.IsDone()) {
     const backupset::BackupSet& set = job.packed.set;
-    backupset::ListEndedJob(application_, app::JobKind::Backup, set, set.categories, job.watch, packed);
+    backupset::ListEndedJob(application_, app::JobKind::Backup, {}, set, set.categories, job.watch, packed);
     application_.failures.Show(packed);
     backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
     return false;

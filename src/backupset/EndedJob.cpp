@@ -15,15 +15,15 @@ std::string WordsOf(const Categories& categories) {
 
 }  // namespace
 
-void ListEndedJob(app::Application& application, app::JobKind kind, const BackupSet& set, const Categories& categories,
-                  const app::Watch& job, const base::Outcome& end) {
+void ListEndedJob(app::Application& application, app::JobKind kind, const std::string& folder, const BackupSet& set,
+                  const Categories& categories, const app::Watch& job, const base::Outcome& end) {
   app::PastJob line;
   line.ended = application.host.clock.Now();
   line.kind = kind;
   line.result = end.result;
   line.message = end.PendingMessageId;
   line.user = application.state.UserId;
-  line.folder = set.folder;
+  line.folder = folder;
   line.categories = WordsOf(categories);
   for (const Archive& archive : set.archives) {
     line.files += archive.files;

@@ -6,9 +6,10 @@
 
 namespace backupset {
 
-/// Lists a job of the signed-in operator that ends now: `set` tells where it went or came from, and what it is made of;
-/// `categories` of them were saved or put back; `end` is the result, with the message that tells it.
-void ListEndedJob(app::Application& application, app::JobKind kind, const BackupSet& set, const Categories& categories,
-                  const app::Watch& job, const base::Outcome& end);
+/// Lists a job of the signed-in operator that ends now. `folder` is its destination or source, empty where it had none
+/// yet; `set` tells the archives; `categories` of it were saved or put back; `end` is the result, with the message that
+/// tells it.
+void ListEndedJob(app::Application& application, app::JobKind kind, const std::string& folder, const BackupSet& set,
+                  const Categories& categories, const app::Watch& job, const base::Outcome& end);
 
 }  // namespace backupset

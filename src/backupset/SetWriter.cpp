@@ -52,9 +52,8 @@ void Measure(const work::Tools& tools, const WritingMessages& messages, const ap
 
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages) {
-  packed.set.folder = application.state.SelectedFolder;
   const Writing writing{work::ToolsOf(application), IdentityOf(application.state, application.appearance), packed,
-                        packed.set.folder, messages};
+                        application.state.SelectedFolder, messages};
   if (base::Outcome refused = RefuseImpossible(application, writing); !refused.IsDone()) return refused;
   const bool floppies = IsOnFloppies(writing.destination);
   base::Outcome outcome =
@@ -79,9 +78,11 @@ base::Outcome ReportStopped(app::Application& application, const WritingMessages
 
 void ReportWritten(app::Application& application, const WritingMessages& messages, const BackupSet& set,
                    const app::Watch& job) {
-  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " + set.folder + ": " +
+  const std::string& destination = application.state.SelectedFolder;
+  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " + destination + ": " +
                                                            Description(set) + "; " + job.Summary());
-  ListEndedJob(application, messages.kind, set, set.categories, job, {base::Result::Done, messages.finished});
+  const base::Outcome end{base::Result::Done, messages.finished};
+  ListEndedJob(application, messages.kind, destination, set, set.categories, job, end);
   application.messages.TellWarnings(messages.warnings, job.Warnings());
   application.messages.ShowMessage(messages.finished);
 }
@@ -98,8 +99,8 @@ std::string Description(const BackupSet& set) {
 base::Outcome WritingOperation::Run() {
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   const auto running = app::KeepRunning(application_);
+  tried_ = application_.state.SelectedFolder;
   end_ = WithDefaultMessage(Write(), messages_);
-  if (end_ == base::Result::Stopped) end_.PendingMessageId = messages_.stopped;
   return end_;
 }
 
@@ -108,9 +109,16 @@ void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
   if (!removed.IsDone()) failures.Show(removed, app::MessageId::BackupWorkFolderNotRemoved);
 }
 
+/// What was written is listed already, and was before its success was told.
+void WritingOperation::ListUnlessWritten() {
+  if (end_.IsDone()) return;
+  const bool isTold = end_ == base::Result::Stopped && !tried_.empty();
+  const base::Outcome end = isTold ? base::Outcome(end_.result, messages_.stopped) : end_;
+  ListEndedJob(application_, messages_.kind, tried_, packed_.set, packed_.set.categories, job_, end);
+}
+
 void WritingOperation::Unloaded() {
-  // What was written is listed already, and was before its success was told.
-  if (!end_.IsDone()) ListEndedJob(application_, messages_.kind, packed_.set, packed_.set.categories, job_, end_);
+  ListUnlessWritten();
   RemoveWorkFolderOrSay(application_.failures, packed_);
 }
 

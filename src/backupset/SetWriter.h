@@ -89,8 +89,11 @@ class WritingOperation : public media::SelectionOperation {
   const WritingMessages& messages_;
 
  private:
+  void ListUnlessWritten();
+
   const app::Watch& job_;
-  base::Outcome end_ = base::Result::Stopped;  ///< of the last try; without any, the dialog was only closed
+  std::string tried_;                          ///< destination of the last try
+  base::Outcome end_ = base::Result::Stopped;  ///< of that; without any, the dialog was only closed
 };
 
 }  // namespace backupset

@@ -71,7 +71,7 @@ void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitio
   const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
   running.reset();
   if (!collected.IsDone()) {
-    backupset::ListEndedJob(application, app::JobKind::MaintenanceLog, job.packed.set, {}, job.watch, collected);
+    backupset::ListEndedJob(application, app::JobKind::MaintenanceLog, {}, job.packed.set, {}, job.watch, collected);
     application.failures.Show(collected);
     return backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
   }

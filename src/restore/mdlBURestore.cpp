@@ -190,7 +190,7 @@ void TellInterruptedRestore(app::Application& application) {
 }
 
 void ListRestore(app::Application& application, const RestoreJob& job, const base::Outcome& end) {
-  backupset::ListEndedJob(application, app::JobKind::Restore, job.set, job.choice, job.watch, end);
+  backupset::ListEndedJob(application, app::JobKind::Restore, job.set.folder, job.set, job.choice, job.watch, end);
 }
 
 void ReportRestored(app::Application& application, const RestoreJob& job) {

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "windows/adapters/Text.h"
+#include "windows/toolkit/Widening.h"
 #include "windows/toolkit/Window.h"
 
 namespace windows {
@@ -114,6 +115,7 @@ void DialogView::ControlChanged(forms::Control& control, forms::Aspect aspect) {
 
 void DialogView::Show() {
   keyGuard_.Shown(GetTickCount());
+  if (IsWindowVisible(window_) == FALSE) WidenForCaptions(window_, controls_);
   // Not ShowWindow: its first call obeys the start-up information of the process instead.
   SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   SetForegroundWindow(window_);
