@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -105,6 +106,15 @@ void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folde
   Require(fs::exists(folder + "MAINTENANCE.cab"), "there is no " + folder + "MAINTENANCE.cab");
 }
 
+void LookAtPastJobs(Operator& person) {
+  const Window dialog = person.OpenPastJobs();
+  const std::string list = ReadBytes(kTarsus / "Log" / "BackupUtilityJobs.csv");
+  Require(std::ranges::count(list, '\n') == 5, "the heading and four jobs should be listed:\n" + list);
+  Say("The last backup, restore and maintenance logs are listed, each with what was saved where");
+  dialog.Press(ID_frmJobs_cmdClose);
+  person.MainMenu();
+}
+
 void End(Operator& person) {
   person.End(false);
   Require(LogLines().back().ends_with("Finish Backup Utility and Start Tarsus"), "the log does not end as it should");
@@ -138,6 +148,7 @@ int wmain(int argc, wchar_t** argv) {
       RestoreFolder(person, MakeBackup(person));
       MakeMaintenanceLog(person, true, "E:\\Protected\\");
       MakeMaintenanceLog(person, false, "E:\\Unprotected\\");
+      LookAtPastJobs(person);
     }
     End(person);
   } catch (const std::exception& error) {

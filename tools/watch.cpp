@@ -78,10 +78,10 @@ class Watcher {
     Watch("restore", restore, ID_frmRestore_prgJob, ID_frmRestore_lblProgress);
     person_.ConsentUntil(base::MessageId::RestoreComplete, {base::MessageId::RestoreWarnings});
 
-    person_.MainMenu().Press(ID_frmMainMenu_cmdMenu2);
-    const Window maintenance = person_.TheProgram().WaitForDialog(ID_frmMaintenance_cmdStart);
-    maintenance.Press(ID_frmMaintenance_cmdStart);
-    Watch("maintenance", maintenance, ID_frmMaintenance_prgJob, ID_frmMaintenance_lblProgress);
+    const Window menu = person_.MainMenu();
+    menu.Press(ID_frmMainMenu_cmdMenu2);
+    person_.TheProgram().WaitForDialog(ID_frmMaintenance_cmdStart).Press(ID_frmMaintenance_cmdStart);
+    Watch("maintenance", menu, ID_frmMainMenu_prgJob, ID_frmMainMenu_lblProgress);
     Write(kBundle, "bundle", base::MessageId::MaintenanceComplete);
     person_.End();
   }

@@ -9,7 +9,7 @@ import sys
 
 import markdown
 
-PAGES = ["index", "backup", "restore", "floppies", "maintenance", "check-sets", "messages", "log", "installing",
+PAGES = ["index", "backup", "restore", "floppies", "maintenance", "jobs", "check-sets", "messages", "log", "installing",
          "rights"]
 FOLDER = pathlib.Path(__file__).parent
 

@@ -55,6 +55,7 @@ forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Contro
   forms::Appearance look{settings.Font, settings.FontSizeSS, settings.ColorBack, settings.ColorStr};
   switch (control.Kind()) {
     case forms::ControlKind::TextBox:
+    case forms::ControlKind::ListBox:
       look.fontSize = settings.FontSizeS;
       look.background = settings.ColorCtrl;
       break;

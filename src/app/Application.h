@@ -8,6 +8,7 @@
 #include <string>
 
 #include "app/Appearance.h"
+#include "app/JobList.h"
 #include "app/Log.h"
 #include "app/Messages.h"
 #include "app/PathTable.h"
@@ -69,6 +70,7 @@ class Application {
   PathTable paths{host.qx32, failures};
   Records records{host.components, state};
   Progress progress{host.clock};
+  JobList pastJobs{host.files, log, state.LogFolder};
 };
 
 }  // namespace app

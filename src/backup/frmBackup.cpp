@@ -2,6 +2,7 @@
 #include "backup/frmBackup.h"
 
 #include "backup/mdlBUBackup.h"
+#include "backupset/EndedJob.h"
 #include "media/frmSelectFolder.h"
 
 namespace backup {
@@ -81,7 +82,8 @@ void frmBackup::Start() {
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
   const auto gather = [&] { return GatherAndPack(application_, definitions_, job); };
-  if (!backupset::GatherUnderBar(application_, prgJob, lblProgress, job.packed, gather)) return false;
+  const backupset::Gathering gathering{app::JobKind::Backup, job.packed, job.watch};
+  if (!backupset::GatherUnderBar(application_, prgJob, lblProgress, gathering, gather)) return false;
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
   job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);

@@ -110,7 +110,7 @@ base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions&
   base::Outcome step = workFolder.Create(application.host.clock, application.host.messageLoop);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
   job.savedLogs.gatheredAt = workFolder.MadeAt();
-  job.savedLogs.ownLog = application.log.FilePath();
+  job.savedLogs.own = {application.log.FilePath(), application.pastJobs.FilePath()};
   step = LoadSections(application, definitions, job);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupSectionMissing);
   const jobs::Job gathering = jobs::JobOf(application, definitions, workFolder);
@@ -134,7 +134,7 @@ base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinition
 
 BackupOperation::BackupOperation(app::Application& application, jobs::JobDefinitions& definitions,
                                  media::MediaDrives& drives, BackupJob& job)
-    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::Backup)),
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::Backup), job.watch),
       definitions_(definitions),
       job_(job) {}
 

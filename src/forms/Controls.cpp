@@ -72,6 +72,20 @@ void TextBox::SetText(const std::string& text) {
   if (Edited) Edited();
 }
 
+void ListBox::SetItems(std::vector<std::string> items) {
+  items_ = std::move(items);
+  picked_ = 0;
+  Changed(Aspect::Items);
+  if (Picked) Picked();
+}
+
+void ListBox::Pick(std::size_t item) {
+  if (item == picked_ || item >= items_.size()) return;
+  picked_ = item;
+  Changed(Aspect::Value);
+  if (Picked) Picked();
+}
+
 void ComboBox::AddItem(const std::string& item) {
   items_.push_back(item);
   Changed(Aspect::Items);

@@ -95,11 +95,6 @@ void frmMaintenance::Start() {
   application_.log.WriteLog(app::LogLevel::Information,
                             "Selected Information for Maintenance Log : personal information " +
                                 std::string(Option2.Value() ? "included, " : "protected, ") + images);
-  for (forms::Control* const control : Controls()) {
-    const bool isText = control->Kind() == forms::ControlKind::Label || control->Kind() == forms::ControlKind::Frame;
-    if (!isText) control->SetEnabled(false);
-  }
-  if (Started) Started();
   Hide();
 }
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 
 #include "app/Application.h"
 #include "forms/Form.h"
@@ -17,15 +16,12 @@ enum class Choice : std::int32_t {
   Cancelled = 2     ///< also by the close box
 };
 
-/// Shows how much the host's databases hold, and asks whether personal information is protected and images of how many
-/// days are collected. Start has the owner collect, and shows how far that is. The buttons only hide the dialog: the
-/// owner reads the choices and unloads it.
+/// Shows how much the host's databases hold, and asks whether personal information is protected and
+/// images of how many days are collected. Its buttons only hide it: the owner reads the choices and
+/// then unloads it.
 class frmMaintenance : public forms::Form {
  public:
   explicit frmMaintenance(app::Application& application);
-
-  /// The operator has started: the choices can be read. The dialog hides when it returns.
-  std::function<void()> Started;
 
   Choice Result() const { return result_; }
   /// 1 when images of a range of days are collected, 0 when the image folders are taken as they are.
@@ -56,8 +52,6 @@ class frmMaintenance : public forms::Form {
   forms::Label lblLabel7{*this, "lblLabel7", app::MessageId::DaysCaption};
   forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
   forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
-  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::MaintenanceTitle};
-  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;

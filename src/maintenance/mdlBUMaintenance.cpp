@@ -18,17 +18,18 @@ namespace {
 constexpr char kDatabaseExportFolder[] = "BCP";
 constexpr char kArchiveName[] = "MAINTENANCE";
 
-jobs::MaintenanceOptions OptionsOf(const frmMaintenance& dialog) {
-  return {dialog.Result() == Choice::Protected, dialog.CollectsImages(), dialog.DayCount()};
-}
-
-/// Collects under the eyes of the operator. Whether that was done; what went wrong was shown.
-bool Collect(app::Application& application, jobs::JobDefinitions& definitions, frmMaintenance& dialog,
-             MaintenanceJob& job) {
+/// The operator's choices; nothing when there is nothing to start.
+std::optional<jobs::MaintenanceOptions> AskForOptions(app::Application& application) {
+  frmMaintenance dialog(application);
+  dialog.ShowModal();
   application.toolkit.SetPointer(forms::Pointer::Hourglass);
   application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  return backupset::GatherUnderBar(application, dialog.prgJob, dialog.lblProgress, job.packed,
-                                   [&] { return MaintenanceLogBackup(application, definitions, job); });
+  std::optional<jobs::MaintenanceOptions> options;
+  if (dialog.Result() != Choice::Cancelled) {
+    options = {dialog.Result() == Choice::Protected, dialog.CollectsImages(), dialog.DayCount()};
+  }
+  dialog.Unload();
+  return options;
 }
 
 base::Outcome LoadMaintenanceSection(app::Application& application, jobs::JobDefinitions& definitions,
@@ -61,22 +62,17 @@ MaintenanceJob::MaintenanceJob(app::Application& application, const jobs::Mainte
       watch(application.log) {}
 
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
-                               media::MediaDrives& drives) {
-  std::optional<MaintenanceJob> job;
-  bool collected = false;
-  frmMaintenance dialog(application);
-  dialog.Started = [&] {
-    job.emplace(application, OptionsOf(dialog));
-    collected = Collect(application, definitions, dialog, *job);
-  };
-  dialog.ShowModal();
-  dialog.Unload();
-  application.state.CurrentOperation = app::Operation::MaintenanceLogBackup;
-  if (!collected) return;
-  if (job->PersonalInfoResult != 0) {
-    application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job->PersonalInfoResult), {});
+                               media::MediaDrives& drives, forms::ProgressBar& bar, forms::Label& numbers) {
+  const auto options = AskForOptions(application);
+  if (!options) return;
+  MaintenanceJob job(application, *options);
+  const auto gather = [&] { return MaintenanceLogBackup(application, definitions, job); };
+  const backupset::Gathering gathering{app::JobKind::MaintenanceLog, job.packed, job.watch};
+  if (!backupset::GatherUnderBar(application, bar, numbers, gathering, gather)) return;
+  if (job.PersonalInfoResult != 0) {
+    application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
   }
-  MaintenanceOperation operation(application, drives, *job);
+  MaintenanceOperation operation(application, drives, job);
   media::frmSelectFolder(application, drives, operation).ShowModal();
 }
 
@@ -103,7 +99,8 @@ std::string MaintenanceSectionName(const jobs::MaintenanceOptions& options) {
 
 MaintenanceOperation::MaintenanceOperation(app::Application& application, media::MediaDrives& drives,
                                            MaintenanceJob& job)
-    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup)),
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup),
+                       job.watch),
       job_(job) {}
 
 std::string MaintenanceOperation::ProposeFolder() {

@@ -48,12 +48,13 @@ void frmSelectFolder::Refer() {
   application_.log.WriteLog(app::LogLevel::Information, "Refer Folder");
   EnableButtons(false);
   const std::string title = application_.messages.GetMessageText(app::MessageId::BrowserTitle);
-  const std::string folder = application_.host.shell.BrowseForFolder(title, txtFolder.Text());
+  const std::string folder = application_.host.shell.BrowseForFolder(title, operation_.BrowseFrom(txtFolder.Text()));
   EnableButtons(true);
   if (folder.empty()) return;
   txtFolder.SetText(folder);
   TakeFolder();
   ShowSpace();
+  cmdOK.SetFocus();  // where the operator goes on
 }
 
 void frmSelectFolder::Accept() {
@@ -64,7 +65,11 @@ void frmSelectFolder::Accept() {
   const bool stopped = Run() == base::Result::Stopped;
   application_.toolkit.SetPointer(forms::Pointer::Default);
   EnableButtons(true);
-  if (!stopped) Close();
+  if (!stopped) return Close();
+  const std::string meant = operation_.MeantFolder();
+  if (meant.empty()) return;
+  txtFolder.SetText(meant);
+  txtFolder.SetFocus();
 }
 
 base::Outcome frmSelectFolder::Run() {

@@ -2,26 +2,10 @@
 // None of them writes anything but its lines of the report.
 #pragma once
 
-#include <string>
-
 #include "app/Application.h"
+#include "host-check/Report.h"
 
 namespace hostcheck {
-
-/// What the check prints: one line for each thing that it looked for.
-class Report {
- public:
-  /// "ok", or "MISSING" for what the program cannot do without. `purpose` says what it is for.
-  void Require(bool there, const std::string& subject, const std::string& purpose);
-  /// "ok", or "note" for what may be as it is, but is worth a look.
-  void Expect(bool there, const std::string& subject, const std::string& purpose);
-
-  /// How many lines said "MISSING".
-  int Missing() const { return missing_; }
-
- private:
-  int missing_ = 0;
-};
 
 /// The host's DLLs and every export that the program's adapters look for.
 void CheckLibraries(Report& report);

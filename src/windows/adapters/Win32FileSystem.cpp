@@ -138,6 +138,10 @@ base::Obtained<host::BinaryReader> Win32FileSystem::OpenUncached(const std::stri
   return Open<host::BinaryReader, UncachedReader>(patience_, path, kForUncachedReading);
 }
 
+base::Obtained<host::BinaryWriter> Win32FileSystem::AppendBinary(const std::string& path) {
+  return Open<host::BinaryWriter, FileBinaryWriter>(path, kForAppending);
+}
+
 base::Obtained<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
   return Open<host::BinaryWriter, FileBinaryWriter>(patience_, path, kForWriting);
 }

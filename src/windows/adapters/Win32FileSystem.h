@@ -24,6 +24,7 @@ class Win32FileSystem : public host::FileSystem {
   base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override;
   base::Obtained<host::BinaryReader> OpenUncached(const std::string& path) override;
   base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override;
+  base::Obtained<host::BinaryWriter> AppendBinary(const std::string& path) override;
   base::Outcome Flush(const std::string& path) override;
   base::Outcome RemoveFile(const std::string& path) override;
   base::Outcome RemoveFolder(const std::string& path) override;

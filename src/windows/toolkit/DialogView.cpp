@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "windows/adapters/Text.h"
+#include "windows/toolkit/Widening.h"
 #include "windows/toolkit/Window.h"
 
 namespace windows {
@@ -133,6 +134,8 @@ void DialogView::Write(const BoundControl& bound, forms::Aspect aspect) {
 }
 
 void DialogView::Show() {
+  keyGuard_.Shown(GetTickCount());
+  if (IsWindowVisible(window_) == FALSE) WidenForCaptions(window_, controls_);
   // Not ShowWindow: its first call obeys the start-up information of the process instead.
   SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   SetForegroundWindow(window_);
@@ -156,6 +159,18 @@ void DialogView::SetCovered(bool covered) {
 
 bool DialogView::Owns(HWND window) const {
   return window == window_ || IsChild(window_, window) != FALSE;
+}
+
+/// By the time at which the key went down, which may have been before there was this dialog. Every key that enters a
+/// character may press a button by its underlined letter; Tab, Esc, arrows and the like change nothing.
+bool DialogView::TakesKey(const MSG& message) {
+  const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  if (!down || !form_.IsCautious()) return true;
+  constexpr LPARAM kWasDown = 1 << 30;
+  constexpr UINT kDeadKey = 0x80000000;
+  const UINT character = MapVirtualKeyW(static_cast<UINT>(message.wParam), MAPVK_VK_TO_CHAR) & ~kDeadKey;
+  if (character != L'\r' && character < L' ') return true;
+  return keyGuard_.Takes(message.time, (message.lParam & kWasDown) != 0);
 }
 
 void DialogView::Redraw() {

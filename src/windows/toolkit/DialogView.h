@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "forms/Form.h"
+#include "forms/KeyGuard.h"
 #include "windows/adapters/Win32Desktop.h"
 #include "windows/toolkit/BoundControl.h"
 #include "windows/toolkit/DialogTemplate.h"
@@ -67,6 +68,8 @@ class DialogView : public forms::View {
   void SetCovered(bool covered);
   /// Whether `window` is the dialog or a part of it.
   bool Owns(HWND window) const;
+  /// Whether a key may do in this dialog what it does; otherwise it was meant for another one, and is to be dropped.
+  bool TakesKey(const MSG& message);
 
  private:
   /// While one lives, the window's notices are echoes of the view's own writing.
@@ -129,6 +132,7 @@ class DialogView : public forms::View {
   std::vector<BoundControl> controls_;
   FocusKeeper focus_;
   TaskBarButton taskBar_;
+  forms::KeyGuard keyGuard_;
   int writing_ = 0;
   std::set<DWORD> changedDevices_;  ///< types of which the form is still to be told
   bool covered_ = false;

@@ -112,6 +112,7 @@ void Win32Toolkit::ServeUntilClosed(const forms::Form& form) {
 bool Win32Toolkit::PreTranslate(MSG& message) {
   const auto found = std::ranges::find_if(views_, [&message](const auto& view) { return view->Owns(message.hwnd); });
   if (found == views_.end()) return false;
+  if (!(*found)->TakesKey(message)) return true;
   return IsDialogMessageW((*found)->Window(), &message) != FALSE;
 }
 

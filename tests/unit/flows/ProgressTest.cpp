@@ -38,7 +38,7 @@ TEST(JobProgress, IsAtItsEndWhenTheSuccessIsTold) {
   session.StartMaintenance();
   session.AcceptFolder("D:\\Log");
   session.See({AskMakeMaintenanceFolder});
-  session.SeeThen(MaintenanceComplete, [&] { session.ExpectAtEnd("frmMaintenance", 3); });
+  session.SeeThen(MaintenanceComplete, [&] { session.ExpectAtEnd("frmMainMenu", 3); });
   session.EndAfter({});
 }
 
