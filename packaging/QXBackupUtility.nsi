@@ -63,6 +63,8 @@ Section "Program" SectionProgram
   File "${BIN}/QXBackupUtility.exe"
   File "${BIN}/QXHostCheck.exe"
   File "/oname=QXBackupUtility.html" "${MANUAL}"
+  File "${BIN}/QXBackupUtility-notices.txt"
+  File "${BIN}/QXBackupUtility.cdx.json"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
   ; One program serves the whole machine, so one that stands in another folder goes.
@@ -172,6 +174,8 @@ Section Uninstall
   ${EndIf}
   Delete "${PROGRAM}"
   Delete "$INSTDIR\QXBackupUtility.html"
+  Delete "$INSTDIR\QXBackupUtility-notices.txt"
+  Delete "$INSTDIR\QXBackupUtility.cdx.json"
   Delete "$INSTDIR\QXHostCheck.exe"
   Delete "${SHORTCUT}"
   !insertmacro LeaveList

@@ -3,8 +3,10 @@
 #
 #   packaging/build.sh [BUILD_FOLDER] [--help]
 #
-# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. The packages
-# go to its folder packages. Their version is the executable's own.
+# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. The packages go to its folder
+# packages, and beside each a bill of its materials in CycloneDX's form, which it also holds, with the notices of what it
+# has of others. Their version is the executable's own, and all that they hold bears the date of the commit: the same
+# build makes the same packages.
 build=$(realpath -m -- "${1:-$(dirname "$0")/../build/windows}")
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
@@ -16,18 +18,36 @@ list_for_removal() {
     find . -mindepth 1 -depth -type d -printf 'RMDir "$INSTDIR\\%P"\n') | tr / '\\'
 }
 
+# tell_contents NAME FOLDER OUTPUT: adds to a package's files in FOLDER its notices and its bill of materials, in the folder
+# OUTPUT below it, and leaves the bill beside the package, too.
+tell_contents() {
+  local name=$1 output=$3/$1 version programs
+  version=$(project_version)
+  mapfile -t programs < <(find "$2" -name '*.exe' -o -name '*.dll')
+  /usr/bin/python3 packaging/contents.py "$build" "$SOURCE_DATE_EPOCH" "$name" "$version" "$output" "${programs[@]}"
+  cp "$output.cdx.json" "$packages/$name-$version.cdx.json"
+}
+
 [ -f "$build/bin/QXBackupUtility.exe" ] || die "no Windows build in $build; scripts/build.sh makes one"
 packages=$build/packages
+program=$packages/program
 stage=$packages/host
-mkdir -p "$packages"
-rm -f "$packages"/*-setup.exe
+rm -rf "$packages"
+mkdir -p "$program"
+SOURCE_DATE_EPOCH=$(source_date)
+export SOURCE_DATE_EPOCH
 
-docs/manual/build.sh "$packages/manual.html"
-options=(-V2 "-DBIN=$build/bin" "-DPACKAGES=$packages" "-DMANUAL=$packages/manual.html")
-if is_64_bit "$build/bin/QXBackupUtility.exe"; then options+=(-DAMD64); fi
+cp "$build"/bin/{QXBackupUtility,QXHostCheck,cabarc}.exe "$program"
+docs/manual/build.sh "$program/QXBackupUtility.html"
+tell_contents QXBackupUtility "$program" "$program"
 lay_out_host "$stage" "$build/bin" 4
+tell_contents ReferenceHost "$stage" "$stage/Program"
 list_for_removal "$stage" >"$packages/host-files.nsh"
+find "$program" "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
+
+options=(-V2 "-DBIN=$program" "-DPACKAGES=$packages" "-DMANUAL=$program/QXBackupUtility.html")
+if is_64_bit "$program/QXBackupUtility.exe"; then options+=(-DAMD64); fi
 makensis "${options[@]}" packaging/QXBackupUtility.nsi
 makensis "${options[@]}" "-DSTAGE=$stage" "-DFILES=$packages/host-files.nsh" packaging/ReferenceHost.nsi
-rm -r "$stage" "$packages/host-files.nsh" "$packages/manual.html"
+rm -r "$program" "$stage" "$packages/host-files.nsh"
 say "Packages: $(cd "$packages" && ls -sh ./*-setup.exe | tr '\n' ' ')"

@@ -9,7 +9,7 @@ import sys
 
 import markdown
 
-PAGES = ["index", "backup", "restore", "floppies", "maintenance", "messages", "log", "installing"]
+PAGES = ["index", "backup", "restore", "floppies", "maintenance", "messages", "log", "installing", "../../CHANGELOG"]
 FOLDER = pathlib.Path(__file__).parent
 
 

@@ -102,8 +102,13 @@ class Installer : public EndToEndTest {
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   ASSERT_EQ(InstallProgram(), kInstalled);
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
-                                           "QXBackupUtility-uninstall.exe", "cabarc.exe"};
+  const std::set<std::string> installed = {"QXBackupUtility.exe",
+                                           "QXBackupUtility.html",
+                                           "QXBackupUtility-notices.txt",
+                                           "QXBackupUtility.cdx.json",
+                                           "QXHostCheck.exe",
+                                           "QXBackupUtility-uninstall.exe",
+                                           "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_TRUE(fs::exists(kShortcut));
@@ -153,6 +158,7 @@ TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
   ASSERT_EQ(InstallHost(), kInstalled);
   EXPECT_TRUE(fs::exists(kTarsus / "THIS IS A DEMONSTRATION.txt"));
   const std::set<std::string> hostFiles = NamesIn(kBesideHost);
+  EXPECT_TRUE(hostFiles.contains("ReferenceHost-notices.txt") && hostFiles.contains("ReferenceHost.cdx.json"));
   ASSERT_EQ(InstallProgram(), kInstalled);
   EXPECT_EQ(Listed(L"InstallLocation"), Utf8(kBesideHost.wstring()));
   EXPECT_EQ(ExitCodeOf("cmd /c C:\\Tarsus\\Program\\QXHostCheck.exe >nul"), 0U) << "things are missing";
