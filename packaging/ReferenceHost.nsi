@@ -35,6 +35,7 @@ Section "Demonstration" SectionHost
   SetOutPath "$INSTDIR"
   ClearErrors
   File /r "${STAGE}/*"
+  SetDateSave off ; of the other files, which stand among the sources, the date is the checkout's
   File "/oname=THIS IS A DEMONSTRATION.txt" "Demonstration.txt"
   InitPluginsDir
   File "/oname=$PLUGINSDIR\host.reg" "../reference-host/demo/registry.reg"
