@@ -13,7 +13,7 @@
 !define DESCRIPTION "Backup, restore and maintenance log utility"
 !define UNINSTALLER "QXBackupUtility-uninstall.exe"
 !include Package.nsh
-OutFile "${PACKAGES}/QXBackupUtility-${VERSION}-setup.exe"
+OutFile "${PACKAGES}/QXBackupUtility-${VERSION}${MACHINE}-setup.exe"
 
 !define PROGRAM "$INSTDIR\QXBackupUtility.exe"
 !define ARCHIVER "$INSTDIR\cabarc.exe"

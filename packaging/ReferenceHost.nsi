@@ -11,7 +11,7 @@
 !define DESCRIPTION "Demonstration of the host system, for QXBackupUtility"
 !define UNINSTALLER "ReferenceHost-uninstall.exe"
 !include Package.nsh
-OutFile "${PACKAGES}/ReferenceHost-${VERSION}-demonstration-setup.exe"
+OutFile "${PACKAGES}/ReferenceHost-${VERSION}${MACHINE}-demonstration-setup.exe"
 
 !define SHORTCUTS "$SMPROGRAMS\Tarsus reference host (demonstration)"
 !define COMPONENTS "$INSTDIR\Program\TarsusComponents.dll"

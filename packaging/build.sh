@@ -3,10 +3,10 @@
 #
 #   packaging/build.sh [BUILD_FOLDER] [--help]
 #
-# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. The packages go to its folder
-# packages, and beside each a bill of its materials in CycloneDX's form, which it also holds, with the notices of what it
-# has of others. Their version is the executable's own, and all that they hold bears the date of the commit: the same
-# build makes the same packages.
+# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. The packages go to its
+# folder packages; their version is the executable's own, and the 64-bit ones have x64 in their names. Each holds the
+# notices of what it has of others, and a bill of materials in CycloneDX's form, which also stands beside it. All that a
+# package holds bears the date of the commit, so that the same build makes the same packages.
 build=$(realpath -m -- "${1:-$(dirname "$0")/../build/windows}")
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
@@ -18,14 +18,13 @@ list_for_removal() {
     find . -mindepth 1 -depth -type d -printf 'RMDir "$INSTDIR\\%P"\n') | tr / '\\'
 }
 
-# tell_contents NAME FOLDER OUTPUT: adds to a package's files in FOLDER its notices and its bill of materials, in the folder
-# OUTPUT below it, and leaves the bill beside the package, too.
+# tell_contents NAME FOLDER OUTPUT: adds to a package's files in FOLDER its notices and its bill of materials, in the
+# folder OUTPUT below it, and leaves the bill beside the package, too.
 tell_contents() {
-  local name=$1 output=$3/$1 version programs
-  version=$(project_version)
+  local name=$1 output=$3/$1 programs
   mapfile -t programs < <(find "$2" -name '*.exe' -o -name '*.dll')
   /usr/bin/python3 packaging/contents.py "$build" "$SOURCE_DATE_EPOCH" "$name" "$version" "$output" "${programs[@]}"
-  cp "$output.cdx.json" "$packages/$name-$version.cdx.json"
+  cp "$output.cdx.json" "$packages/$name-$version$machine.cdx.json"
 }
 
 [ -f "$build/bin/QXBackupUtility.exe" ] || die "no Windows build in $build; scripts/build.sh makes one"
@@ -34,6 +33,8 @@ program=$packages/program
 stage=$packages/host
 rm -rf "$packages"
 mkdir -p "$program"
+version=$(project_version) machine=''
+if is_64_bit "$build/bin/QXBackupUtility.exe"; then machine=-x64; fi
 SOURCE_DATE_EPOCH=$(source_date)
 export SOURCE_DATE_EPOCH
 
@@ -46,7 +47,7 @@ list_for_removal "$stage" >"$packages/host-files.nsh"
 find "$program" "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 
 options=(-V2 "-DBIN=$program" "-DPACKAGES=$packages" "-DMANUAL=$program/QXBackupUtility.html")
-if is_64_bit "$program/QXBackupUtility.exe"; then options+=(-DAMD64); fi
+if [ -n "$machine" ]; then options+=(-DAMD64); fi
 makensis "${options[@]}" packaging/QXBackupUtility.nsi
 makensis "${options[@]}" "-DSTAGE=$stage" "-DFILES=$packages/host-files.nsh" packaging/ReferenceHost.nsi
 rm -r "$program" "$stage" "$packages/host-files.nsh"

@@ -8,6 +8,7 @@ linker's maps, so that nothing can be forgotten: where the origin or the licence
 script fails and names it.
 """
 import datetime
+import functools
 import hashlib
 import json
 import os
@@ -40,10 +41,13 @@ LICENCE_OF = {
 
 
 class Part:
-    """A library of others, by the name and version under which it was got."""
+    """A library of others, by the name and version under which it was got.
 
-    def __init__(self, name, version, source, purl, notice):
-        self.name, self.version, self.purl = name, version, purl
+    source is the name of its source package, notice the file with its notice, and changed names what was changed in it.
+    """
+
+    def __init__(self, name, version, source, purl, notice, changed=()):
+        self.name, self.version, self.purl, self.changed = name, version, purl, changed
         if source not in LICENCE_OF:
             sys.exit(f"{name}: packaging/contents.py does not know the licence of {source}")
         self.licence = LICENCE_OF[source]
@@ -51,19 +55,21 @@ class Part:
         self.users = []
 
 
-def fetched_part(name):
+def fetched_part(name, build):
     _, header, version, licence = FETCHED[name]
     version = re.search(version, (SOURCES / name / header).read_text(encoding="utf-8"))[1]
-    return Part(name, version, name, f"pkg:generic/{name}@{version}", SOURCES / name / licence)
+    changed = sorted(file.name for file in (build / name).glob("*.[ch]"))  # CMake's copies of what it has changed
+    return Part(name, version, name, f"pkg:generic/{name}@{version}", SOURCES / name / licence, changed)
 
 
-def debian_part(package):
+def debian_part(package, _):
     values = ask_dpkg("-W", "-f", "${Version}\t${source:Package}\t${Architecture}", package)
     version, source, architecture = values.split("\t")
     purl = f"pkg:deb/debian/{quote(package)}@{quote(version)}?arch={architecture}"
     return Part(package, version, source, purl, pathlib.Path(f"/usr/share/doc/{package}/copyright"))
 
 
+@functools.cache
 def ask_dpkg(*arguments):
     return subprocess.run(["dpkg-query", *arguments], check=True, capture_output=True, text=True).stdout
 
@@ -89,16 +95,16 @@ def origin_of(path):
     sys.exit(f"packaging/contents.py does not know where {path} comes from")
 
 
-def find_parts(maps, programs):
+def find_parts(build, programs):
     """Every part with the programs that it is in; the setup program, made of NSIS, counts as one of them."""
     users = {(debian_part, "nsis-common"): ["the setup program"]}
     for program in programs:
-        inputs = inputs_of(maps / f"{program.stem}.map")
+        inputs = inputs_of(build / "maps" / f"{program.stem}.map")
         for origin in {origin_of(path) for path in inputs} - {None}:
             users.setdefault(origin, []).append(program.name)
     parts = []
     for (make, name), names in sorted(users.items(), key=lambda item: item[0][1]):
-        parts.append(make(name))
+        parts.append(make(name, build))
         parts[-1].users = sorted(names)
     return parts
 
@@ -138,6 +144,7 @@ def bill(name, version, date, parts, programs):
             "version": part.version,
             "licenses": [{"expression": part.licence}],
             "purl": part.purl,
+            **({"pedigree": {"notes": f"changed: {', '.join(part.changed)}"}} if part.changed else {}),
         }
         for part in parts
     ]
@@ -165,7 +172,7 @@ def bill(name, version, date, parts, programs):
 
 def main(build, date, name, version, output, *programs):
     programs = sorted(map(pathlib.Path, programs), key=lambda program: program.name)
-    parts = find_parts(pathlib.Path(build) / "maps", programs)
+    parts = find_parts(pathlib.Path(build), programs)
     text = notices(f"{name} {version}", parts)
     pathlib.Path(f"{output}-notices.txt").write_text(text, encoding="utf-8-sig", newline="\r\n")
     contents = json.dumps(bill(name, version, int(date), parts, programs), indent=2, ensure_ascii=False)

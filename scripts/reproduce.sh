@@ -5,8 +5,8 @@
 #
 #   scripts/reproduce.sh [--help]
 #
-# The clones are build/reproduce/one and build/reproduce/elsewhere/two; they are built from nothing, which takes a quarter
-# of an hour. What differs is named, with the place of the first byte, and makes the command fail.
+# The clones are build/reproduce/one and build/reproduce/elsewhere/two; they are built from nothing, which takes a
+# quarter of an hour. What differs is named, with the place of the first byte, and makes the command fail.
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
 arguments 0 "$@"

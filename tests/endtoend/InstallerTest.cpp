@@ -33,7 +33,8 @@ fs::path Packages() {
 
 std::string Package(const fs::path& folder, const std::wstring& name) {
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename().wstring().starts_with(name)) return "\"" + Utf8(entry.path().wstring()) + "\"";
+    const std::wstring file = entry.path().filename().wstring();
+    if (file.starts_with(name) && file.ends_with(L"-setup.exe")) return "\"" + Utf8(entry.path().wstring()) + "\"";
   }
   return "no package";
 }
