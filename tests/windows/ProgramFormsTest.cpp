@@ -50,7 +50,8 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
  protected:
   ProgramFormsTest() {
     fakes::FillDemoWorkstation(host_);
-    host_.catalogue.rows = ReadCatalogue(std::string(QX_CATALOGUES) + std::get<0>(GetParam()) + ".tsv");
+    host_.catalogue.rows =
+        ReadCatalogue(std::string("reference-host/demo/catalogue/") + std::get<0>(GetParam()) + ".tsv");
     application_.appearance.ApplicationName = "Tarsus.exe";
     app::State& state = application_.state;
     state.SystemFolder = fakes::kSystemFolder;
