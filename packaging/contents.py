@@ -28,7 +28,8 @@ FETCHED = {
     "libdeflate": (r"liblibdeflate\.a$", "libdeflate.h", r'VERSION_STRING\s+"([\d.]+)"', "COPYING"),
     "zlib": (r"libzlib_inflate\.a$", "zlib.h", r'ZLIB_VERSION "([\d.]+)"', "LICENSE"),
 }
-OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver)\.a$|\.obj$")
+# Our own archives, and objects of sources that are not below build/, as fetched ones are.
+OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver)\.a$|^(?!.*/build/).*\.obj$")
 
 # The licence that a scanner is to read, by source package. The notices have every word of it.
 LICENCE_OF = {
