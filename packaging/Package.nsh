@@ -20,8 +20,10 @@
 Unicode true
 !ifdef AMD64
 Target amd64-unicode
+!define MACHINE "-x64"
 !define PROGRAMS_FOLDER $PROGRAMFILES64
 !else
+!define MACHINE ""
 !define PROGRAMS_FOLDER $PROGRAMFILES32
 !endif
 ManifestDPIAware true

@@ -15,7 +15,7 @@
 !define UNINSTALLER "QXBackupUtility-uninstall.exe"
 !define OPTION "/CABARC="
 !include Package.nsh
-OutFile "${PACKAGES}/QXBackupUtility-${VERSION}-setup.exe"
+OutFile "${PACKAGES}/QXBackupUtility-${VERSION}${MACHINE}-setup.exe"
 
 !define PROGRAM "$INSTDIR\QXBackupUtility.exe"
 !define ARCHIVER "$INSTDIR\cabarc.exe"
@@ -70,6 +70,8 @@ Section "Program" SectionProgram
   File "${BIN}/QXHostCheck.exe"
   File "${BIN}/QXSetCheck.exe"
   File "/oname=QXBackupUtility.html" "${MANUAL}"
+  File "${BIN}/QXBackupUtility-notices.txt"
+  File "${BIN}/QXBackupUtility.cdx.json"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
   Call ProtectProgram
@@ -213,6 +215,8 @@ Section Uninstall
   ${EndIf}
   Delete "${PROGRAM}"
   Delete "$INSTDIR\QXBackupUtility.html"
+  Delete "$INSTDIR\QXBackupUtility-notices.txt"
+  Delete "$INSTDIR\QXBackupUtility.cdx.json"
   Delete "$INSTDIR\QXHostCheck.exe"
   Delete "$INSTDIR\QXSetCheck.exe"
   Delete "${SHORTCUT}"

@@ -14,7 +14,7 @@
 !define DESCRIPTION "Demonstration of the host system, for QXBackupUtility"
 !define UNINSTALLER "ReferenceHost-uninstall.exe"
 !include Package.nsh
-OutFile "${PACKAGES}/ReferenceHost-${VERSION}-demonstration-setup.exe"
+OutFile "${PACKAGES}/ReferenceHost-${VERSION}${MACHINE}-demonstration-setup.exe"
 
 !define SHORTCUTS "$SMPROGRAMS\Tarsus reference host (demonstration)"
 !define COMPONENTS "$INSTDIR\Program\TarsusComponents.dll"
@@ -43,6 +43,7 @@ Section "Demonstration" SectionHost
   SetOutPath "$INSTDIR"
   ClearErrors
   File /r "${STAGE}/*"
+  SetDateSave off ; of the other files, which stand among the sources, the date is the checkout's
   File "/oname=THIS IS A DEMONSTRATION.txt" "Demonstration.txt"
   InitPluginsDir
   File "/oname=$PLUGINSDIR\host.reg" "../reference-host/demo/registry.reg"

@@ -16,7 +16,8 @@ kit=$build/acceptance
 
 tests/endtoend/packages.sh "$build"
 rm -rf "$kit" "$build/QXAcceptance.exe"
-mkdir -p "$kit/bin" "$kit/contract" "$kit/catalogue"
+catalogue=reference-host/demo/catalogue # where the tests look for it, from their current folder
+mkdir -p "$kit/bin" "$kit/contract" "$kit/$catalogue"
 cp -r "$build/packages" "$kit/packages"
 cp "$build/bin/acceptance.exe" "$kit/"
 for program in QXBackupUtility QXHostCheck cabarc windows_questions windows_tests qx_endtoend_tests qx_installer_tests \
@@ -24,7 +25,7 @@ for program in QXBackupUtility QXHostCheck cabarc windows_questions windows_test
   cp "$build/bin/$program.exe" "$kit/bin/"
 done
 cp "$build"/tests/contract/host/* "$kit/contract/"
-cp reference-host/demo/catalogue/*.tsv "$kit/catalogue/"
+cp "$catalogue"/*.tsv "$kit/$catalogue/"
 prefix=i686
 options=(-V2 "-DKIT=$kit" "-DOUT=$build/QXAcceptance.exe")
 if is_64_bit "$build/bin/acceptance.exe"; then prefix=x86_64 options+=(-DAMD64); fi

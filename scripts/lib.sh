@@ -147,6 +147,30 @@ unlock_clone() {
   flock -w 5 build/lock true
 }
 
+# copy_clone FOLDER: makes a clone of its own with the sources as they stand here. What has been built there stays.
+copy_clone() {
+  local library
+  mkdir -p "$1/build"
+  find "$1" -mindepth 1 -maxdepth 1 ! -name build -exec rm -rf {} +
+  tar -c --exclude=./build --exclude=./.git . | tar -x -C "$1"
+  for library in "${fetched[@]}"; do
+    [ -d "$1/build/$library" ] || [ ! -d "build/$library" ] || cp -aL "build/$library" "$1/build/"
+  done
+}
+
+# Libraries that Debian has no Windows build of; scripts/setup.sh fetches their sources.
+fetched=(libdeflate zlib sqlite3 sqliteodbc)
+
+# --- What is released ---
+
+# The version of all that is built.
+project_version() { sed -nE 's/^project\(.* VERSION ([0-9.]+).*/\1/p' CMakeLists.txt; }
+
+# The date of what is built, in seconds since 1970: its commit's, so that whoever builds the commit again has the same.
+source_date() {
+  echo "${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || stat -c %Y CMakeLists.txt)}"
+}
+
 # --- Packages ---
 
 installed() {

@@ -10,7 +10,7 @@ import sys
 import markdown
 
 PAGES = ["index", "backup", "restore", "floppies", "maintenance", "jobs", "check-sets", "messages", "log", "installing",
-         "rights"]
+         "rights", "../../CHANGELOG"]
 FOLDER = pathlib.Path(__file__).parent
 
 

@@ -38,7 +38,8 @@ fs::path Packages() {
 
 std::string Package(const fs::path& folder, const std::wstring& name) {
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename().wstring().starts_with(name)) return "\"" + Utf8(entry.path().wstring()) + "\"";
+    const std::wstring file = entry.path().filename().wstring();
+    if (file.starts_with(name) && file.ends_with(L"-setup.exe")) return "\"" + Utf8(entry.path().wstring()) + "\"";
   }
   return "no package";
 }
@@ -126,8 +127,9 @@ TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   ASSERT_EQ(InstallProgram("\"/LOG=" + Utf8(log.wstring()) + "\""), kInstalled);
   EXPECT_NE(ReadBytes(log).find("Installed in " + Utf8(kAlone.wstring())), std::string::npos) << ReadBytes(log);
   EXPECT_TRUE(HasKey(kEventSource));
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html",          "QXHostCheck.exe",
-                                           "QXSetCheck.exe",      "QXBackupUtility-uninstall.exe", "cabarc.exe"};
+  const std::set<std::string> installed = {
+      "QXBackupUtility.exe", "QXBackupUtility.html", "QXBackupUtility-notices.txt",   "QXBackupUtility.cdx.json",
+      "QXHostCheck.exe",     "QXSetCheck.exe",       "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_TRUE(fs::exists(kShortcut));
@@ -182,6 +184,7 @@ TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
   EXPECT_TRUE(HasKey(kDriver));
   EXPECT_TRUE(fs::exists(kTarsus / "THIS IS A DEMONSTRATION.txt"));
   const std::set<std::string> hostFiles = NamesIn(kBesideHost);
+  EXPECT_TRUE(hostFiles.contains("ReferenceHost-notices.txt") && hostFiles.contains("ReferenceHost.cdx.json"));
   ASSERT_EQ(InstallProgram(), kInstalled);
   EXPECT_EQ(Listed(L"InstallLocation"), Utf8(kBesideHost.wstring()));
   EXPECT_EQ(ExitCodeOf("cmd /c C:\\Tarsus\\Program\\QXHostCheck.exe >nul"), 0U) << "things are missing";

@@ -15,4 +15,5 @@ mkdir -p "$older/bin"
 cp "$build"/bin/{QXBackupUtility,QXHostCheck,QXSetCheck,cabarc}.exe "$older/bin/"
 echo older >>"$older/bin/QXBackupUtility.exe"
 echo "An older manual" >"$older/manual.html"
+touch "$older/bin/QXBackupUtility-notices.txt" "$older/bin/QXBackupUtility.cdx.json"
 makensis "${options[@]}" packaging/QXBackupUtility.nsi

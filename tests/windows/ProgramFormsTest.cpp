@@ -44,12 +44,6 @@ class NoSelection : public media::SelectionOperation {
   void Unloaded() override {}
 };
 
-/// The folder of the demonstration's catalogues; on another machine than that of the build the environment names it.
-std::string Catalogues() {
-  const char* const elsewhere = std::getenv("QX_CATALOGUES");
-  return elsewhere != nullptr ? elsewhere : QX_CATALOGUES;
-}
-
 /// A language of the catalogue and a form.
 using Case = std::tuple<const char*, const char*>;
 
@@ -59,7 +53,8 @@ class ProgramFormsTest : public WindowTest, public testing::WithParamInterface<C
  protected:
   ProgramFormsTest() {
     fakes::FillDemoWorkstation(host_);
-    host_.catalogue.rows = ReadCatalogue(Catalogues() + std::get<0>(GetParam()) + ".tsv");
+    host_.catalogue.rows =
+        ReadCatalogue(std::string("reference-host/demo/catalogue/") + std::get<0>(GetParam()) + ".tsv");
     application_.appearance.ApplicationName = "Tarsus.exe";
     app::State& state = application_.state;
     state.SystemFolder = fakes::kSystemFolder;

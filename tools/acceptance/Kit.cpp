@@ -171,7 +171,6 @@ void Kit::RunTests(const std::string& name, const fs::path& program) {
   SetEnvironmentVariableW(L"GTEST_TOTAL_SHARDS", std::to_wstring(options_.part).c_str());
   SetEnvironmentVariableW(L"GTEST_SHARD_INDEX", L"0");
   SetEnvironmentVariableW(L"PACKAGES", (folder_ / "packages").c_str());
-  SetEnvironmentVariableW(L"QX_CATALOGUES", (folder_ / "catalogue" / "").c_str());
   const Ran ran = RunHere(Quoted(folder_ / program), name, 60);
   SetEnvironmentVariableW(L"GTEST_TOTAL_SHARDS", nullptr);
   for (const Case& one : CasesIn(ran.output)) Tell(one, true);
