@@ -21,7 +21,7 @@ mkdir -p "$kit/bin" "$kit/contract" "$kit/$catalogue"
 cp -r "$build/packages" "$kit/packages"
 cp "$build/bin/acceptance.exe" "$kit/"
 for program in QXBackupUtility QXHostCheck cabarc windows_questions windows_tests qx_endtoend_tests qx_installer_tests \
-  format-stand-in archiver-stand-in; do
+  QXSetCheck soak format-stand-in archiver-stand-in; do
   cp "$build/bin/$program.exe" "$kit/bin/"
 done
 cp "$build"/tests/contract/host/* "$kit/contract/"

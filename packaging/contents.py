@@ -27,6 +27,8 @@ LICENCES = pathlib.Path("/usr/share/common-licenses")
 FETCHED = {
     "libdeflate": (r"liblibdeflate\.a$", "libdeflate.h", r'VERSION_STRING\s+"([\d.]+)"', "COPYING"),
     "zlib": (r"libzlib_inflate\.a$", "zlib.h", r'ZLIB_VERSION "([\d.]+)"', "LICENSE"),
+    "sqlite3": (r"libsqlite\.a$", "sqlite3.h", r'SQLITE_VERSION\s+"([\d.]+)"', "LICENSE.md"),
+    "sqliteodbc": (r"/build/sqliteodbc/.*\.obj$", "VERSION", r"([\d.]+)", "license.terms"),
 }
 # Our own archives, and objects of sources that are not below build/, as fetched ones are.
 OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver)\.a$|^(?!.*/build/).*\.obj$")
@@ -35,6 +37,8 @@ OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver)\.a$|^(?!.*/build/).*\.obj
 LICENCE_OF = {
     "libdeflate": "MIT",
     "zlib": "Zlib",
+    "sqlite3": "blessing",
+    "sqliteodbc": "TCL",
     "gcc-mingw-w64": "GPL-3.0-or-later WITH GCC-exception-3.1",
     "mingw-w64": "ZPL-2.1 AND MIT",
     "nsis": "Zlib",

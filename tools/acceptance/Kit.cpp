@@ -1,5 +1,7 @@
 #include "acceptance/Kit.h"
 
+#include <algorithm>
+#include <chrono>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -161,6 +163,24 @@ void Kit::UnpackWithTheSystemsTool() {
   report_.Check("our archiver packs the demonstration's data", packed.code == 0u, LastLines(packed.output));
   Check("expand unpacks them", L"expand " + Quoted(cabinet) + L" -F:* " + Quoted(out));
   report_.Check("every byte is there", !FilesBelow(data).empty() && FilesBelow(data) == FilesBelow(out));
+}
+
+// soak.exe makes a small backup to E:\Soak and restores it.
+void Kit::Kill() {
+  report_.Begin("Ended in the middle of a backup");
+  const std::wstring soak = Quoted(folder_ / "bin" / "soak.exe") + L" 1";
+  const auto begun = std::chrono::steady_clock::now();
+  if (!Check("a backup and its restore", soak)) return;
+  const auto whole = std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begun);
+  const int moments = std::max(2, 40 / options_.part);
+  for (int moment = 1; moment <= moments; ++moment) {
+    const auto time = whole * moment / (moments + 1);
+    Run(soak, folder_, work_ / "soak.log", time);
+    const Ran check = RunHere(Quoted(folder_ / "bin" / "QXSetCheck.exe") + L" E:\\Soak", "set");
+    constexpr std::uint32_t kSound = 0, kNotRestorable = 2;
+    report_.Check("ended after " + std::to_string(time.count()) + " ms: the older set, the new one, or none",
+                  check.code == kSound || check.code == kNotRestorable, check.output);
+  }
 }
 
 void Kit::RunTests(const std::string& name, const fs::path& program) {

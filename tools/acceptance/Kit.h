@@ -32,6 +32,8 @@ class Kit {
   void UnpackWithTheSystemsTool();
   /// Installs the demonstration and the program, and has the host check look.
   void Install();
+  /// Ends the program in the middle of backups over an older set, and has what is left at the destination checked.
+  void Kill();
   /// One test program with its own temporary folder; its path from the kit's folder.
   void RunTests(const std::string& name, const std::filesystem::path& program);
   /// Takes back whatever has been done, as the undo file does.

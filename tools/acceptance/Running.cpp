@@ -40,7 +40,7 @@ std::optional<std::string> Behind(const std::string& line, const std::string& ma
 
 }  // namespace
 
-Ran Run(const std::wstring& command, const fs::path& folder, const fs::path& log, std::chrono::minutes patience) {
+Ran Run(const std::wstring& command, const fs::path& folder, const fs::path& log, std::chrono::milliseconds patience) {
   const windows::Handle job = MakeJob();
   const windows::Handle input = OpenStream(L"NUL", GENERIC_READ, OPEN_EXISTING);
   const windows::Handle output = OpenStream(log, GENERIC_WRITE, CREATE_ALWAYS);
@@ -58,8 +58,7 @@ Ran Run(const std::wstring& command, const fs::path& folder, const fs::path& log
   const windows::Handle thread(started.hThread);
   AssignProcessToJobObject(job.Get(), process.Get());
   ResumeThread(thread.Get());
-  const auto milliseconds = std::chrono::duration_cast<std::chrono::milliseconds>(patience).count();
-  const bool ended = WaitForSingleObject(process.Get(), static_cast<DWORD>(milliseconds)) == WAIT_OBJECT_0;
+  const bool ended = WaitForSingleObject(process.Get(), static_cast<DWORD>(patience.count())) == WAIT_OBJECT_0;
   DWORD code = 0;
   if (!ended) TerminateJobObject(job.Get(), 1);
   GetExitCodeProcess(process.Get(), &code);

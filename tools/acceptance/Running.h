@@ -17,9 +17,10 @@ struct Ran {
   std::string output;                 ///< both streams, in UTF-8
 };
 
-/// Runs a command without a window and without input, with all that it starts, in a folder. `log` gets its output.
+/// Runs a command without a window and without input, in a folder; ends it with all that it has started when it takes
+/// longer than `patience`. `log` gets its output.
 Ran Run(const std::wstring& command, const std::filesystem::path& folder, const std::filesystem::path& log,
-        std::chrono::minutes patience);
+        std::chrono::milliseconds patience);
 
 /// One test case, as a test program tells of it.
 struct Case {

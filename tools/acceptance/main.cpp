@@ -61,6 +61,7 @@ void RunAll(Kit& kit) {
   kit.RunTests("installer", L"bin\\qx_installer_tests.exe");
   kit.Install();
   kit.UnpackWithTheSystemsTool();
+  kit.Kill();
   kit.RunTests("endtoend", L"bin\\qx_endtoend_tests.exe");
   kit.Undo();
   Compare(before, TakeSnapshot(), kit.TheReport());
