@@ -65,7 +65,16 @@ TEST_F(Files, AJunctionIsRefusedForAWorkFolderAndDeletedWithoutItsTarget) {
   EXPECT_EQ(ReadFile("elsewhere/patient"), "data");
 }
 
+/// Whether this Windows takes longer paths from programs that say, as ours do, that they know them.
+bool HasLongPaths() {
+  DWORD on = 0, size = sizeof on;
+  RegGetValueW(HKEY_LOCAL_MACHINE, L"SYSTEM\\CurrentControlSet\\Control\\FileSystem", L"LongPathsEnabled",
+               RRF_RT_REG_DWORD, nullptr, &on, &size);
+  return on != 0;
+}
+
 TEST_F(Files, ClassicCallsTake259Characters) {
+  if (HasLongPaths()) GTEST_SKIP() << "long paths are switched on";
   const std::wstring folder = scene_.Folder().wstring() + L"\\";
   for (const std::size_t length : {259, 260}) {
     const std::wstring path = folder + std::wstring(length - folder.size(), L'n');
