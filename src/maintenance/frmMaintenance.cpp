@@ -95,9 +95,9 @@ void frmMaintenance::Start() {
   application_.log.WriteLog(app::LogLevel::Information,
                             "Selected Information for Maintenance Log : personal information " +
                                 std::string(Option2.Value() ? "included, " : "protected, ") + images);
-  for (forms::Control* const control : Controls()) {
-    const bool isText = control->Kind() == forms::ControlKind::Label || control->Kind() == forms::ControlKind::Frame;
-    if (!isText) control->SetEnabled(false);
+  for (forms::Control* const control : std::initializer_list<forms::Control*>{
+           &Option1, &Option2, &Option3, &Option4, &txtCollectRange, &cmdStart, &cmdCancel}) {
+    control->SetEnabled(false);
   }
   if (Started) Started();
   Hide();
