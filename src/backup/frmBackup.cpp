@@ -62,7 +62,8 @@ void frmBackup::EnableAll() {
 
 void frmBackup::DisableAll() {
   for (forms::Control* const control : Controls()) {
-    if (control != &fraBackup && control != &lblProgress) control->SetEnabled(false);
+    const forms::ControlKind kind = control->Kind();
+    if (kind == forms::ControlKind::CheckBox || kind == forms::ControlKind::CommandButton) control->SetEnabled(false);
   }
 }
 

@@ -47,6 +47,7 @@ TEST_F(Commands, TellsHowFarItIsWhereItIsAsked) {
   Succeeds("-r -p n c.cab a s");
   EXPECT_EQ("300009", ReadFile("c.cab.progress").substr(0, 6));
   Write("c.cab.progress", "");
+  fs::create_directory("out");
   Succeeds("-r -p X c.cab out");
   EXPECT_EQ("300009              ", ReadFile("c.cab.progress"));
 }
