@@ -57,6 +57,8 @@ libraries from its own folder and the system folder only."
 ; The program's source in the event log, of which Windows takes the words from a program of its own.
 !define EVENT_SOURCE "SYSTEM\CurrentControlSet\Services\EventLog\Application\QXBackupUtility"
 
+Var FolderIsNew
+
 Section "Program" SectionProgram
   SectionIn RO
   Call RemoveOther
@@ -64,6 +66,10 @@ Section "Program" SectionProgram
   !insertmacro RefuseWhileInUse "$1\QXBackupUtility.exe"
   !insertmacro RefuseWhileInUse "${PROGRAM}"
   !insertmacro RefuseWhileInUse "${ARCHIVER}"
+  StrCpy $FolderIsNew "yes"
+  ${If} ${FileExists} "$INSTDIR\*.*"
+    StrCpy $FolderIsNew "no"
+  ${EndIf}
   SetOutPath "$INSTDIR"
   ClearErrors
   File "${BIN}/QXBackupUtility.exe"
@@ -150,17 +156,17 @@ Function RemoveOther
   ExecWait '"$1\${UNINSTALLER}" /S _?=$1'
   Delete "$1\${UNINSTALLER}"
   RMDir "$1"
-  SetOutPath "$INSTDIR"
+  Call ProposeArchiver
 FunctionEnd
 
-; The folder as a whole where it is the program's own. In the host's, others may have to write, and its files alone are.
+; As a whole a folder that setup has made. In another one, such as the host's, others may have to write: its files alone.
 Function ProtectProgram
-  ${If} ${FileExists} "$INSTDIR\QX32.dll"
+  ${If} $FolderIsNew == "yes"
+    !insertmacro Protect "$INSTDIR" "${WITH_CONTENTS}"
+  ${Else}
     !insertmacro Protect "${PROGRAM}" ""
     !insertmacro Protect "$INSTDIR\QXHostCheck.exe" ""
     !insertmacro Protect "$INSTDIR\${UNINSTALLER}" ""
-  ${Else}
-    !insertmacro Protect "$INSTDIR" "${WITH_CONTENTS}"
   ${EndIf}
 FunctionEnd
 

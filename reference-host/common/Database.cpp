@@ -99,12 +99,13 @@ Database::Database(Connection connection) : connection_(std::move(connection)) {
 std::unique_ptr<Database> Database::Open(const std::string& connection) {
   ConnectionText text(connection);
   const std::vector<Attachment> attachments = ParseAttachments(text.Take("Attach"));
+  const auto path = text.Value("Database");
+  if (!path) return nullptr;
   sqlite3* opened = nullptr;
   // Neither this file nor those that are attached are made where they are missing.
-  const int result =
-      sqlite3_open_v2(text.Value("Database").value_or(std::string()).c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  const int result = sqlite3_open_v2(path->c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
   Connection owner(opened);
-  if (result != SQLITE_OK || !text.Value("Database")) return nullptr;
+  if (result != SQLITE_OK) return nullptr;
   sqlite3_busy_timeout(opened, TimeoutOf(text));
   std::unique_ptr<Database> database(new Database(std::move(owner)));
   for (const Attachment& attachment : attachments) {

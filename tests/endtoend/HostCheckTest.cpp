@@ -79,6 +79,18 @@ TEST_F(HostCheck, FindsNothingMissingAndChangesNothing) {
   EXPECT_TRUE(Snapshot(kTarsus) == before);
 }
 
+TEST_F(HostCheck, NotesWhatJobsDoNotExpectOfWindowsAndOfBatchFiles) {
+  const Fault waits =
+      Altered(kSystem / "Backup" / "ExportPatientList.bat", "@echo off\r\nrem choice\r\ntimeout /t 5\r\n");
+  const Fault ending = WithoutValue(L"SOFTWARE\\Classes\\.js", L"");
+  DWORD code = 1;
+  const std::string output = Check(code);
+  EXPECT_EQ(code, 0U) << "a host may live with it";
+  EXPECT_NE(output.find("timeout fails in a job"), std::string::npos) << output;
+  EXPECT_EQ(output.find("choice fails in a job"), std::string::npos);
+  EXPECT_NE(output.find("note     scripts with the ending .js"), std::string::npos) << output;
+}
+
 TEST_F(HostCheck, NamesEachThingThatIsMissing) {
   const fs::path paths = kSystem / "Directory.ini", jobs = kSystem / "BackupList.ini";
   const fs::path components = kPrograms / "TarsusComponents.dll";

@@ -124,7 +124,7 @@ class Installer : public EndToEndTest {
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   const fs::path log = fs::temp_directory_path() / "a log.txt";
-  ASSERT_EQ(InstallProgram("\"/LOG=" + Utf8(log.wstring()) + "\""), kInstalled);
+  ASSERT_EQ(InstallProgram("/LOG=\"" + Utf8(log.wstring()) + "\""), kInstalled);
   EXPECT_NE(ReadBytes(log).find("Installed in " + Utf8(kAlone.wstring())), std::string::npos) << ReadBytes(log);
   EXPECT_TRUE(HasKey(kEventSource));
   const std::set<std::string> installed = {

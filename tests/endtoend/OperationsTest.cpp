@@ -68,7 +68,7 @@ Fault UnformattedMedium() {
   EXPECT_TRUE(WaitUntil([] { return !fs::exists(kMedium); }));
   return Fault(nullptr, [=](void*) {
     RunNative("rm -rf \"$WINEPREFIX.blank\"* " + device + "; ln -sfn \"$WINEPREFIX.medium\" " + drive);
-    WaitUntil([] { return fs::exists(kMedium / ".windows-label"); });
+    WaitUntil([] { return fs::exists(kMedium / kFolderMark); });  // which the formatted one has not
     fs::remove(formatter);
   });
 }

@@ -1,13 +1,17 @@
 // What the Windows user who runs this check may do. All of it is a note at most: a job that lacks a right says so in
 // its log, and an administrator who runs this check has rights that the operators may not have.
 #include <string_view>
+#include <vector>
 
 #include "base/Path.h"
 #include "base/Text.h"
 #include "host-check/Checks.h"
 #include "jobs/Items.h"
+#include "windows/adapters/ApiPath.h"
 #include "windows/adapters/Text.h"
 #include "windows/adapters/Win32.h"
+// After Win32.h, on which it rests.
+#include <aclapi.h>
 
 namespace hostcheck {
 namespace {
@@ -43,6 +47,27 @@ bool HasPrivilege(const wchar_t* name) {
     if (luid.LowPart == wanted.LowPart && luid.HighPart == wanted.HighPart) return true;
   }
   return false;
+}
+
+/// Whether the access list of a folder lets every user make files in it.
+bool IsOpenToAll(const std::string& folder) {
+  void* descriptor = nullptr;
+  ACL* list = nullptr;
+  if (GetNamedSecurityInfoW(windows::Utf16(folder).c_str(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr,
+                            &list, nullptr, &descriptor) != ERROR_SUCCESS)
+    return false;
+  const windows::LocalMemory<void> owner(descriptor);
+  for (DWORD at = 0; list != nullptr && at < list->AceCount; ++at) {
+    void* entry = nullptr;
+    if (GetAce(list, at, &entry) == FALSE) break;
+    auto& allowed = *static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    if (allowed.Header.AceType != ACCESS_ALLOWED_ACE_TYPE || (allowed.Header.AceFlags & INHERIT_ONLY_ACE) != 0)
+      continue;
+    for (const WELL_KNOWN_SID_TYPE group : {WinWorldSid, WinAuthenticatedUserSid, WinBuiltinUsersSid})
+      if (IsWellKnownSid(&allowed.SidStart, group) != FALSE && (allowed.Mask & (FILE_ADD_FILE | GENERIC_WRITE)) != 0)
+        return true;
+  }
+  return list == nullptr;  // no list at all forbids nothing
 }
 
 /// Whether the manifest in an executable asks for an administrator.
@@ -105,6 +130,10 @@ void CheckRights(Report& report, app::Application& application) {
   report.Expect(MayWriteToRegistry(), "right to write to the host's registry key",
                 "BackupDate, places of dialogs, and the marks by which a crash is found and cleaned up after");
   CheckSections(report, application);
+  for (const std::string& folder : {windows::Utf8(windows::ProgramFolder()), application.state.SystemFolder}) {
+    report.Expect(!IsOpenToAll(folder), "programs in " + folder,
+                  "every user may put others there; an administrator who works here would run them");
+  }
   const std::string program = application.state.SystemFolder + application.appearance.ApplicationName;
   report.Expect(!AsksForAdministrator(program) || application.host.processes.HasAdministratorsRights(),
                 "right to start " + program, "it asks for an administrator: message 60260 at the end without one");
