@@ -11,8 +11,6 @@ namespace {
 /// No descriptor or job file is longer. Of one that is, nothing is read: it may be anything.
 constexpr std::uint64_t kLongestText = std::uint64_t{1} << 20;
 
-constexpr char kPathTable[] = "Directory.ini";
-
 base::Outcome Refused() {
   return base::Failure("not here");
 }
