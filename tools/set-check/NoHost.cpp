@@ -1,6 +1,10 @@
 // What the program's own rules for sets and job files work with where there is no host.
 #include "set-check/NoHost.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
 #include "backupset/Descriptor.h"
 #include "base/Path.h"
 #include "cabarc/Platform.h"
