@@ -92,6 +92,13 @@ TEST_F(SetCheckProgram, TellsWhatAWorkstationWouldOffer) {
   const std::string said = Check({"--workstation", "system", "set"}, ExitCode::PartsLost).said;
   EXPECT_NE(said.find("2 of 4 kinds"), std::string::npos) << said;
   EXPECT_NE(said.find("BackupList.ini has no section USER_RESTORE"), std::string::npos) << said;
+
+  Lay(MakeSystem(), "system");
+  WriteFile("system/Directory.ini", "Param=C:\\Tarsus\\Param\r\n");
+  EXPECT_NE(Check({"--workstation", "system", "set"}, ExitCode::PartsLost).said.find("Directory.ini has no Config"),
+            std::string::npos);
+  fs::remove("system/Directory.ini");  // who has only the job file knows less, and complains of nothing
+  Check({"--workstation", "system", "set"}, ExitCode::Sound);
 }
 
 TEST_F(SetCheckProgram, TakesOutWhatIsLeftAndNothingLeavesTheTarget) {

@@ -208,8 +208,7 @@ Pieces FindPieces(const Pile& pile, std::int16_t count) {
     if (disks > 1) pieces.missing.push_back(std::to_string(disks) + " disks say that they are " + disk);
     pieces.pieces.push_back(piece);
   }
-  if (gathered)
-    pieces.odd.push_back("all pieces stand in one folder; a restore asks for disk after disk");
+  if (gathered) pieces.odd.push_back("all pieces stand in one folder; a restore asks for disk after disk");
   return pieces;
 }
 

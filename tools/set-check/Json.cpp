@@ -38,7 +38,8 @@ const char* Word(Kind kind) {
 }
 
 const char* Word(State state) {
-  constexpr const char* kWords[] = {"whole", "damaged", "missing", "foreign", "other-version", "not-restored", "not-offered"};
+  constexpr const char* kWords[] = {"whole",         "damaged",      "missing",    "foreign",
+                                    "other-version", "not-restored", "not-offered"};
   return kWords[static_cast<std::size_t>(state)];
 }
 

@@ -1,6 +1,10 @@
 // What the program's own rules for sets and job files work with where there is no host.
 #include "set-check/NoHost.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
 #include "backupset/Descriptor.h"
 #include "base/Path.h"
 #include "cabarc/Platform.h"
@@ -10,8 +14,6 @@ namespace {
 
 /// No descriptor or job file is longer. Of one that is, nothing is read: it may be anything.
 constexpr std::uint64_t kLongestText = std::uint64_t{1} << 20;
-
-constexpr char kPathTable[] = "Directory.ini";
 
 base::Outcome Refused() {
   return base::Failure("not here");

@@ -14,6 +14,9 @@
 
 namespace setcheck {
 
+/// The host's path table, beside its job file.
+inline constexpr char kPathTable[] = "Directory.ini";
+
 /// Text files of read-only folders, under the names that the folders were given here. Whatever else is asked for fails.
 class ReadOnlyFiles : public host::FileSystem {
  public:

@@ -52,12 +52,13 @@ class Checking : public Finder {
   Checking(const CommandLine& line, Output& output, NoHost& noHost, const Workstation* workstation)
       : line_(line),
         output_(output),
+        noHost_(noHost),
         workstation_(workstation),
         progress_(output),
         check_(noHost, workstation, line.check, [this](std::uint64_t bytes) { progress_.Add(bytes); }) {}
 
-  ExitCode Run(NoHost& noHost) {
-    Search(noHost, line_.paths, !OfOneSet(), *this);
+  ExitCode Run() {
+    Search(noHost_, line_.paths, !OfOneSet(), *this);
     output_.ShowProgress({});
     if (line_.json) {
       EndJson();
@@ -162,6 +163,7 @@ class Checking : public Finder {
 
   const CommandLine& line_;
   Output& output_;
+  NoHost& noHost_;
   const Workstation* workstation_;
   ProgressLine progress_;
   SetCheck check_;
@@ -198,7 +200,7 @@ ExitCode RunChecked(const std::vector<std::string>& arguments, Output& output) {
   if (!line.compare.empty() && !workstation.HasJobs()) {
     return Refuse(output, "--compare needs a workstation with " + std::string(jobs::kJobDefinitionFile));
   }
-  return Checking(line, output, noHost, system ? &workstation : nullptr).Run(noHost);
+  return Checking(line, output, noHost, system ? &workstation : nullptr).Run();
 }
 
 }  // namespace

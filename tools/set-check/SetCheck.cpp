@@ -222,12 +222,11 @@ SetReport SetCheck::Check(const Pile& pile) {
     report.refusal = std::string(backupset::kDescriptorFile) + ": no FDCount";
     return report;
   }
-  CheckJoined(pile, set, report);
+  CheckJoined(FindPieces(pile, *count), set, report);
   return report;
 }
 
-void SetCheck::CheckJoined(const Pile& pile, const backupset::BackupSet& set, SetReport& report) {
-  const Pieces pieces = FindPieces(pile, *backupset::ReadDiskNumber(Value(noHost_, "FDCount")));
+void SetCheck::CheckJoined(const Pieces& pieces, const backupset::BackupSet& set, SetReport& report) {
   report.notes = pieces.odd;
   if (!pieces.missing.empty()) {
     report.refusal = pieces.missing.front();

@@ -61,7 +61,7 @@ class SetCheck {
                              const Archives& archives);
   void Judge(ArchiveReport& archive);
   void NoteOthers(Folder& folder, const Archives& archives, SetReport& report);
-  void CheckJoined(const Pile& pile, const backupset::BackupSet& set, SetReport& report);
+  void CheckJoined(const Pieces& pieces, const backupset::BackupSet& set, SetReport& report);
 
   NoHost& noHost_;
   const Workstation* workstation_;

@@ -37,7 +37,7 @@ base::Outcome Workstation::Open(Folder& system) {
     return base::Failure(std::string("it has neither ") + jobs::kJobDefinitionFile + " nor " + backupset::kVersionFile);
   }
   root_ = kUnknownRoot;
-  static_cast<void>(app::PathTable(noHost_.Paths()).GetPathEntry("ApplicationRoot", root_));
+  static_cast<void>(noHost_.Paths().GetPathEntry("ApplicationRoot", root_));  // or it stays unknown
   root_ = base::WithTrailingBackslash(root_);
   if (!hasJobs_) return base::Result::Done;
   for (const Category category : backupset::kRestoreOrder) Load(category);
@@ -50,14 +50,22 @@ void Workstation::Load(Category category) {
   const work::Tools tools = noHost_.Tools();
   const base::Outcome loaded = definitions_.Load(tools, NoHost::kSystem, jobs::kJobDefinitionFile, row.restoreSection);
   if (!loaded.IsDone()) sections.why = loaded.cause.substr(loaded.cause.find('\\') + 1);
+  for (const jobs::JobKey key : {jobs::JobKey::CommonFile, jobs::JobKey::BatFile, jobs::JobKey::Folder}) {
+    for (std::string item : definitions_.FilledItems(key, row.restoreSection)) {
+      std::string variable;
+      if (noHost_.Paths().ExpandQuietly(item, &variable).IsDone()) continue;
+      sections.why = std::string(kPathTable) + " has no " + variable;
+    }
+  }
   sections.restored = restore::TargetsOf(noHost_.Paths(), definitions_, root_, row.restoreSection);
-  for (const Target& target : sections.restored) sections.items.push_back(target.place);
   if (!definitions_.Load(tools, NoHost::kSystem, jobs::kJobDefinitionFile, row.backupSection).IsDone()) return;
   sections.saved = restore::TargetsOf(noHost_.Paths(), definitions_, root_, row.backupSection);
   for (const Exported& exported : kExported) {
     if (definitions_.Items(exported.key, row.backupSection).empty()) continue;
     sections.saved.push_back({exported.pattern, "exported\\"});
   }
+  sections.unsure = std::ranges::any_of(
+      sections.saved, [](const Target& target) { return target.head.find('%') != std::string::npos; });
 }
 
 std::string Workstation::WhyNotRestored(Category category) const {
@@ -77,13 +85,13 @@ Matching Workstation::Match(Category category, const cabinet::Structure& archive
   if (found == sections_.end()) return matching;
   const Sections& own = found->second;
   std::size_t restored = 0;
-  for (std::size_t i = 0; i < own.restored.size(); ++i) {
+  for (const Target& target : own.restored) {
     const auto files = static_cast<std::size_t>(std::ranges::count_if(
-        archive.members, [&](const auto& member) { return !restore::PlaceOf(member.name, own.restored[i]).empty(); }));
-    matching.items.push_back({own.items[i], files});
+        archive.members, [&](const auto& member) { return !restore::PlaceOf(member.name, target).empty(); }));
+    matching.items.push_back({target.place, files});
     restored += files;
   }
-  if (own.saved.empty()) return matching;
+  if (own.saved.empty() || own.unsure) return matching;
   const std::size_t saved = CountSaved(category, archive);
   if (saved == archive.members.size()) return matching;
   if (saved == 0 && restored == 0) matching.foreign = "nothing in it is data of this kind";

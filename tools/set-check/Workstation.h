@@ -17,7 +17,7 @@ namespace setcheck {
 
 /// An item of a restore section.
 struct ItemFinding {
-  std::string item;       ///< as the job file has it
+  std::string item;       ///< where it puts them
   std::size_t files = 0;  ///< of the archive that it puts back
 };
 
@@ -49,10 +49,10 @@ class Workstation {
 
  private:
   struct Sections {
-    std::vector<std::string> items;         ///< of the restore section, one for each of the next
     std::vector<restore::Target> restored;  ///< what the restore section puts back
     std::vector<restore::Target> saved;     ///< what the backup section can have gathered
-    std::string why;                        ///< the restore section cannot be had
+    bool unsure = false;                    ///< some of these need a path table that is not there
+    std::string why;                        ///< it cannot be carried out
   };
 
   void Load(backupset::Category category);
