@@ -64,6 +64,7 @@ version=$(project_version) machine=''
 if is_64_bit "$build/bin/QXBackupUtility.exe"; then machine=-x64; fi
 SOURCE_DATE_EPOCH=$(source_date)
 export SOURCE_DATE_EPOCH
+export LC_ALL=C.UTF-8 # makensis dies of names that the locale has no letters for
 
 cp "$build"/bin/{QXBackupUtility,QXHostCheck,QXSetCheck,cabarc}.exe "$program"
 docs/manual/build.sh "$program/QXBackupUtility.html"

@@ -16,8 +16,6 @@ first=build/reproduce/one second=build/reproduce/elsewhere/two
 # build_in CLONE: everything that a package is made of, by no compiler's cache.
 build_in() {
   say "Building in $1"
-  copy_clone "$1"
-  cp build/target "$1/build/"
   (cd "$1" && export CCACHE_DISABLE=1 && scripts/build.sh windows && scripts/build.sh native demo-data &&
     packaging/build.sh) || die "$1 cannot be built"
 }
@@ -42,6 +40,10 @@ scripts/setup.sh
 SOURCE_DATE_EPOCH=$(source_date)
 export SOURCE_DATE_EPOCH
 rm -rf build/reproduce
+for clone in "$first" "$second"; do # both of the same sources, whatever is changed here meanwhile
+  copy_clone "$clone"
+  cp build/target "$clone/build/"
+done
 TZ=Asia/Tokyo build_in "$first"
 (umask 077 && LC_ALL=C TZ=America/Lima build_in "$second")
 compare || die "the two builds differ"

@@ -21,7 +21,7 @@ x86_64=(wine wine64 g++-mingw-w64-x86-64-posix mingw-w64-tools)
 
 # have_tools [TARGET]: those of the machine that is asked for, or of either.
 have_tools() {
-  local wanted=${1:-i686}[@]
+  local wanted="${1:-i686}[@]"
   installed "${common[@]}" "${!wanted}" || { [ $# = 0 ] && installed "${common[@]}" "${x86_64[@]}"; }
 }
 
