@@ -75,7 +75,7 @@ class _Page:
         self._facts = facts
 
     def text(self):
-        parts = [self._opening(), self._archiver(), self._memory(), self._walking(), self._program(), self._answers(), self._growth()]
+        parts = [self._opening(), self._archiver(), self._memory(), self._walking(), self._checking(), self._program(), self._answers(), self._growth()]
         return "\n".join(parts)
 
     def _row(self, *cells):
@@ -170,6 +170,17 @@ here, so that no disk hides what the checksums take:
 | what | | beside | speed | goal |
 |---|---|---|---|---|
 {row}
+"""
+
+    def _checking(self):
+        lines = ["| what | QXSetCheck | beside | ratio | goal |", "|---|---|---|---|---|"]
+        lines += self._compared("checking a set in the cache", "check.warm", "check.cabextract", "`cabextract -t`", 0.5)
+        lines += self._compared("checking one that is not", "check.cold", "check.read", "reading it with `cat`")
+        memory = ["| memory | | goal |", "|---|---|---|"] + self._limited("checking it", "check.memory", "MiB", 64)
+        table = "\n".join(lines + [""] + memory)
+        return f"""The checker of sets unpacks every archive in memory, on all cores:
+
+{table}
 """
 
     def _program(self):

@@ -14,6 +14,7 @@ import document
 from archiver import Archiver
 from program import Program, keep_wine_on_one_processor
 from samples import Samples
+from set_check import SetCheck
 from tree import make_tree, small_files
 
 
@@ -44,6 +45,8 @@ def main():
     archiver.creating()
     say("Archiver: extracting")
     archiver.extracting()
+    say("Checking a set")
+    SetCheck(samples, work, options.native, rounds).checking()
     say("Archiver: a large file; cutting into pieces")
     archiver.large_file(percent)
     archiver.pieces()

@@ -27,7 +27,7 @@ build_all() {
   scripts/build.sh native demo-data
   scripts/build.sh windows
   logged build/bench/build.log cmake --preset native-release -B "$native"
-  logged build/bench/build.log ninja -C "$native" cabarc demo-data bench_growth bench_pieces bench_walk
+  logged build/bench/build.log ninja -C "$native" cabarc QXSetCheck demo-data bench_growth bench_pieces bench_walk
   logged build/bench/build.log ninja -C "$windows" bench_program bench_files
 }
 

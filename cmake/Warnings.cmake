@@ -19,6 +19,14 @@ endif()
 if(WIN32)
   target_compile_definitions(qx_options INTERFACE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN _WIN32_WINNT=0x0601)
   target_link_options(qx_options INTERFACE -static)
+  # The manifest of every executable. Without one Windows takes a program for one of old times: what it writes below
+  # Program Files goes to a folder of the user's, and a name with "install" in it asks for an administrator.
+  set(manifest ${CMAKE_SOURCE_DIR}/src/windows/resources/Program.manifest)
+  set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${manifest})
+  file(SHA1 ${manifest} hash)  # a change of the manifest changes the script, and makes it be compiled anew
+  file(CONFIGURE OUTPUT manifest.rc CONTENT "// ${hash}\n1 24 \"${manifest}\"\n")
+  target_sources(qx_options INTERFACE
+    $<$<STREQUAL:$<TARGET_PROPERTY:TYPE>,EXECUTABLE>:${CMAKE_BINARY_DIR}/manifest.rc>)
 endif()
 
 # What the portable folders are compiled with: the standard library and src/ as

@@ -13,12 +13,17 @@
 ;   87   an option is wrong
 ;   183  the reference host alone: this machine has a host system already
 ;   740  administrator's rights are missing
+;   1603 the reference host alone: it was installed, and its check says that something is missing
+;
+; With /LOG=FILE installer and uninstaller add to a file what they do.
 
 Unicode true
 !ifdef AMD64
 Target amd64-unicode
+!define MACHINE "-x64"
 !define PROGRAMS_FOLDER $PROGRAMFILES64
 !else
+!define MACHINE ""
 !define PROGRAMS_FOLDER $PROGRAMFILES32
 !endif
 ManifestDPIAware true
@@ -30,11 +35,19 @@ SetCompressor /SOLID zlib
 !include MUI2.nsh
 !include FileFunc.nsh
 !include LogicLib.nsh
+!include x64.nsh
+!include Options.nsh
 
 ; The executable's own version is the package's.
 !ifndef VERSION
 !getdllversion "${BIN}/QXBackupUtility.exe" VERSION_
 !define VERSION "${VERSION_1}.${VERSION_2}.${VERSION_3}"
+!endif
+
+; The command that build.sh was given signs the package and, in it, the uninstaller.
+!ifdef SIGN
+!finalize '"${SIGN}" "%1"' = 0
+!uninstfinalize '"${SIGN}" "%1"' = 0
 !endif
 
 !define PUBLISHER "QXBackupUtility developers"
@@ -58,16 +71,10 @@ ShowUninstDetails hide
 !define MUI_UNICON "../src/windows/resources/QXBackupUtility.ico"
 !define MUI_ABORTWARNING
 
-; Ends the run with a message, or silently with the exit code alone.
-!macro Refuse CODE MESSAGE
-  MessageBox MB_OK|MB_ICONSTOP "${MESSAGE}" /SD IDOK
-  SetErrorLevel ${CODE}
-  Quit
-!macroend
-
 ; At the start of installer and uninstaller.
-!macro Begin
+!macro Begin PREFIX
   SetShellVarContext all
+  Call ${PREFIX}CheckOptions
   UserInfo::GetAccountType
   Pop $0
   ${If} $0 != "Admin"
@@ -87,9 +94,39 @@ ShowUninstDetails hide
   ${EndIf}
 !macroend
 
+; 64-bit Windows keeps two registries. What a package of the other kind has entered stands in the other one.
+!ifdef AMD64
+!define OTHER_VIEW 32
+!else
+!define OTHER_VIEW 64
+!endif
+!macro ReadOther RESULT KEY_NAME VALUE
+  StrCpy ${RESULT} ""
+  ${If} ${RunningX64}
+    SetRegView ${OTHER_VIEW}
+    ReadRegStr ${RESULT} HKLM "${KEY_NAME}" "${VALUE}"
+    SetRegView lastused
+  ${EndIf}
+!macroend
+
+; Lets administrators and the system alone change a file or a folder with all in it, and everybody else read: what is
+; started by an administrator must not be another user's to replace. A drive may have no such rights.
+!macro Protect PATH INHERITANCE
+  nsExec::Exec '"$SYSDIR\icacls.exe" "${PATH}" /inheritance:r /grant:r "*S-1-5-32-544:${INHERITANCE}F" \
+    "*S-1-5-18:${INHERITANCE}F" "*S-1-5-32-545:${INHERITANCE}RX"'
+  Pop $9
+  ${If} $9 == 0
+    !insertmacro Log "Protected: ${PATH}"
+  ${Else}
+    !insertmacro Tell "Not protected against other users: ${PATH} (icacls: $9)"
+  ${EndIf}
+!macroend
+!define WITH_CONTENTS "(OI)(CI)"
+
 ; After the files: a silent run passes over a file that cannot be written, and must not count as done.
 !macro RequireWritten
   ${If} ${Errors}
+    !insertmacro Tell "A file could not be written to $INSTDIR. (exit code 2)"
     SetErrorLevel 2
     Abort "A file could not be written to $INSTDIR."
   ${EndIf}
@@ -108,6 +145,7 @@ ShowUninstDetails hide
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" EstimatedSize "${SIZE}"
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoModify 1
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" NoRepair 1
+  !insertmacro Log "Installed in $INSTDIR"
 !macroend
 
 ; At the end of the uninstaller. Other programs may live in the folder: it goes only when it is empty.
@@ -115,4 +153,5 @@ ShowUninstDetails hide
   Delete "$INSTDIR\${UNINSTALLER}"
   RMDir "$INSTDIR"
   DeleteRegKey HKLM "${UNINSTALL_KEY}"
+  !insertmacro Log "Removed from $INSTDIR"
 !macroend

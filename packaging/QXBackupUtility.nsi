@@ -2,6 +2,7 @@
 ;
 ;   /S              silent
 ;   /CABARC=yes|no  with or without the archiver; by default with it where the folder has none
+;   /LOG=FILE       adds to a file what is done
 ;   /D=FOLDER       another folder; the last option, without quotes
 ;
 ; Without /D the program goes where it was before; else to the folder of the host's programs, because it
@@ -12,8 +13,9 @@
 !define KEY "QXBackupUtility"
 !define DESCRIPTION "Backup, restore and maintenance log utility"
 !define UNINSTALLER "QXBackupUtility-uninstall.exe"
+!define OPTION "/CABARC="
 !include Package.nsh
-OutFile "${PACKAGES}/QXBackupUtility-${VERSION}-setup.exe"
+OutFile "${PACKAGES}/QXBackupUtility-${VERSION}${MACHINE}-setup.exe"
 
 !define PROGRAM "$INSTDIR\QXBackupUtility.exe"
 !define ARCHIVER "$INSTDIR\cabarc.exe"
@@ -52,22 +54,39 @@ libraries from its own folder and the system folder only."
   DeleteRegValue HKLM "${UNINSTALL_KEY}" Archiver
 !macroend
 
+; The program's source in the event log, of which Windows takes the words from a program of its own.
+!define EVENT_SOURCE "SYSTEM\CurrentControlSet\Services\EventLog\Application\QXBackupUtility"
+
+Var FolderIsNew
+
 Section "Program" SectionProgram
   SectionIn RO
+  Call RemoveOther
   ReadRegStr $1 HKLM "${UNINSTALL_KEY}" InstallLocation
   !insertmacro RefuseWhileInUse "$1\QXBackupUtility.exe"
   !insertmacro RefuseWhileInUse "${PROGRAM}"
   !insertmacro RefuseWhileInUse "${ARCHIVER}"
+  StrCpy $FolderIsNew "yes"
+  ${If} ${FileExists} "$INSTDIR\*.*"
+    StrCpy $FolderIsNew "no"
+  ${EndIf}
   SetOutPath "$INSTDIR"
   ClearErrors
   File "${BIN}/QXBackupUtility.exe"
   File "${BIN}/QXHostCheck.exe"
+  File "${BIN}/QXSetCheck.exe"
   File "/oname=QXBackupUtility.html" "${MANUAL}"
+  File "${BIN}/QXBackupUtility-notices.txt"
+  File "${BIN}/QXBackupUtility.cdx.json"
   WriteUninstaller "$INSTDIR\${UNINSTALLER}"
   !insertmacro RequireWritten
+  Call ProtectProgram
+  WriteRegExpandStr HKLM "${EVENT_SOURCE}" EventMessageFile "%SystemRoot%\System32\EventCreate.exe"
+  WriteRegDWORD HKLM "${EVENT_SOURCE}" TypesSupported 7
   ; One program serves the whole machine, so one that stands in another folder goes.
   ${If} $1 != ""
   ${AndIf} $1 != $INSTDIR
+    !insertmacro Log "Removing the program from $1"
     ExecWait '"$1\${UNINSTALLER}" /S _?=$1'
     Delete "$1\${UNINSTALLER}"
     RMDir "$1"
@@ -83,6 +102,7 @@ Section /o "Archiver (cabarc.exe)" SectionArchiver
   ClearErrors
   File "${BIN}/cabarc.exe"
   !insertmacro RequireWritten
+  !insertmacro Protect "${ARCHIVER}" ""
   WriteRegDWORD HKLM "${UNINSTALL_KEY}" Archiver 1
 SectionEnd
 
@@ -101,13 +121,17 @@ Section "-List"
 SectionEnd
 
 !insertmacro MUI_FUNCTION_DESCRIPTION_BEGIN
-  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program, its manual, and QXHostCheck, which tells what the host system lacks."
+  !insertmacro MUI_DESCRIPTION_TEXT ${SectionProgram} "The program, its manual, QXHostCheck, which tells what the \
+    host system lacks, and QXSetCheck, which tells whether a backup can be restored."
   !insertmacro MUI_DESCRIPTION_TEXT ${SectionArchiver} \
     "Packs the data. For computers that have no cabarc.exe of their own."
 !insertmacro MUI_FUNCTION_DESCRIPTION_END
 
+!insertmacro OptionFunctions ""
+!insertmacro OptionFunctions "un."
+
 Function .onInit
-  !insertmacro Begin
+  !insertmacro Begin ""
   ${If} $INSTDIR == ""
     ; NSIS passes over a folder that cannot be; a silent run must not go elsewhere for that.
     System::Call "kernel32::GetCommandLine()t.r1"
@@ -119,6 +143,31 @@ Function .onInit
     Call FindFolder
   ${EndIf}
   Call ProposeArchiver
+FunctionEnd
+
+; A package of the other kind, for 32 or 64 bits, whose folder may be the same.
+Function RemoveOther
+  !insertmacro ReadOther $1 "${UNINSTALL_KEY}" InstallLocation
+  ${If} $1 == ""
+    Return
+  ${EndIf}
+  !insertmacro RefuseWhileInUse "$1\QXBackupUtility.exe"
+  !insertmacro Log "Removing the program of the other kind from $1"
+  ExecWait '"$1\${UNINSTALLER}" /S _?=$1'
+  Delete "$1\${UNINSTALLER}"
+  RMDir "$1"
+  Call ProposeArchiver
+FunctionEnd
+
+; As a whole a folder that setup has made. In another one, such as the host's, others may have to write: its files alone.
+Function ProtectProgram
+  ${If} $FolderIsNew == "yes"
+    !insertmacro Protect "$INSTDIR" "${WITH_CONTENTS}"
+  ${Else}
+    !insertmacro Protect "${PROGRAM}" ""
+    !insertmacro Protect "$INSTDIR\QXHostCheck.exe" ""
+    !insertmacro Protect "$INSTDIR\${UNINSTALLER}" ""
+  ${EndIf}
 FunctionEnd
 
 Function FindFolder
@@ -160,7 +209,7 @@ Function ProposeArchiver
 FunctionEnd
 
 Function un.onInit
-  !insertmacro Begin
+  !insertmacro Begin "un."
 FunctionEnd
 
 Section Uninstall
@@ -172,7 +221,11 @@ Section Uninstall
   ${EndIf}
   Delete "${PROGRAM}"
   Delete "$INSTDIR\QXBackupUtility.html"
+  Delete "$INSTDIR\QXBackupUtility-notices.txt"
+  Delete "$INSTDIR\QXBackupUtility.cdx.json"
   Delete "$INSTDIR\QXHostCheck.exe"
+  Delete "$INSTDIR\QXSetCheck.exe"
   Delete "${SHORTCUT}"
+  DeleteRegKey HKLM "${EVENT_SOURCE}"
   !insertmacro LeaveList
 SectionEnd

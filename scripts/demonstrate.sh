@@ -42,6 +42,27 @@ drop_client_logs() {
   done
 }
 
+# The set's own checker says that it can be restored, down to the items of this workstation; of a damaged copy it tells
+# what is lost, and brings back the rest. Every byte that it brings back is compared with the set's own.
+check_backup_set() {
+  local checker=build/native/bin/QXSetCheck work=$PWD/build/damaged archive=PatientData.cab status=0 size
+  say "What QXSetCheck says of it"
+  "$checker" --workstation "$tarsus/System" "$1" || die "the set is not sound"
+  rm -rf "$work"
+  mkdir -p "$work"
+  cp -r "$1" "$work/set"
+  size=$(stat -c %s "$1/$archive")
+  printf 'damage' | dd of="$work/set/$archive" bs=1 seek=$((size / 2)) conv=notrunc status=none
+  say "The same set with six bytes of $archive overwritten, and what is left of it"
+  "$checker" --unpack "$work/left" "$work/set" >"$work/said" || status=$?
+  grep -v ' whole, 0 partial, 0 lost' "$work/said"
+  [ "$status" = 1 ] || die "the damage was not found"
+  "$checker" --unpack "$work/whole" "$1" >/dev/null || die "the set cannot be unpacked"
+  # A file that is not whole has another name, and so it stands on one side alone.
+  diff -r "$work/whole" "$work/left" | grep '^Files\|^diff\|^Binary' >&2 && die "what was brought back differs"
+  say "$(find "$work/left" -type f ! -name '*.partial' | wc -l) of $(find "$work/whole" -type f | wc -l) files came back whole"
+}
+
 # The clients' archives have been taken in: each unpacked whole, and no longer where it was dropped.
 show_client_logs() {
   local folder name
@@ -117,6 +138,7 @@ say "The operator works the windows"
 run_operator
 set=$(find_backup_set)
 show_backup_set "$set"
+check_backup_set "$set"
 show_client_logs
 show_maintenance_bundles
 restore_from_floppies "$set"

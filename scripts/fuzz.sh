@@ -12,7 +12,7 @@ arguments 100 "$@"
 seconds=${1:-60}
 shift || true
 targets=("$@")
-[ ${#targets[@]} -gt 0 ] || targets=(wildcards job_file descriptor command_line cabinet cabinet_structure salvage)
+[ ${#targets[@]} -gt 0 ] || targets=(wildcards job_file descriptor command_line cabinet cabinet_structure salvage backup_set)
 build=$PWD/build/fuzz
 tests=$PWD/tests/fuzz
 
@@ -21,7 +21,7 @@ longest_input() {
     wildcards) echo 120 ;;
     descriptor) echo 800 ;;
     cabinet | cabinet_structure) echo 6000 ;;
-    salvage) echo 32 ;;
+    salvage | backup_set) echo 32 ;;
     *) echo 2000 ;;
   esac
 }

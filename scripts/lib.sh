@@ -147,6 +147,30 @@ unlock_clone() {
   flock -w 5 build/lock true
 }
 
+# copy_clone FOLDER: makes a clone of its own with the sources as they stand here. What has been built there stays.
+copy_clone() {
+  local library
+  mkdir -p "$1/build"
+  find "$1" -mindepth 1 -maxdepth 1 ! -name build -exec rm -rf {} +
+  tar -c --exclude=./build --exclude=./.git . | tar -x -C "$1"
+  for library in "${fetched[@]}"; do
+    [ -d "$1/build/$library" ] || [ ! -d "build/$library" ] || cp -aL "build/$library" "$1/build/"
+  done
+}
+
+# Libraries that Debian has no Windows build of; scripts/setup.sh fetches their sources.
+fetched=(libdeflate zlib sqlite3 sqliteodbc)
+
+# --- What is released ---
+
+# The version of all that is built.
+project_version() { sed -nE 's/^project\(.* VERSION ([0-9.]+).*/\1/p' CMakeLists.txt; }
+
+# The date of what is built, in seconds since 1970: its commit's, so that whoever builds the commit again has the same.
+source_date() {
+  echo "${SOURCE_DATE_EPOCH:-$(git log -1 --format=%ct 2>/dev/null || stat -c %Y CMakeLists.txt)}"
+}
+
 # --- Packages ---
 
 installed() {
@@ -309,8 +333,9 @@ restart_wine() {
 wine_quietly() { logged "$WINEPREFIX.log" wine "$@"; }
 
 # The null graphics driver: real windows and messages, no screen needed. The server starts anew, because it keeps the
-# driver it began with.
+# driver it began with. A program that dies must not wait for somebody to close the debugger's dialog.
 use_null_display() {
+  wine_quietly reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f
   wine_quietly reg add 'HKCU\Software\Wine\Drivers' /v Graphics /d null /f
   restart_wine
 }
@@ -339,7 +364,7 @@ lay_out_host() {
   cp -r "$demo/System/." "$target/System/"
   install_ansi "$target/System" "$demo"/System/*.ini
   "$demo/databases/build.sh" "$target"
-  cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess}.dll "$target/Program/"
+  cp "$bin"/{QX32,QX32lib,QXNetDB,TarsusComponents,TarsusDataAccess,sqlite3odbc}.dll "$target/Program/"
   cp "$bin/cabarc.exe" "$target/Program/"
   cp "$bin"/{Tarsus,BackupEventLog,ExportRegistry,ExportTable}.exe "$target/System/"
   cp -r "$demo/Temp" "$target/"
@@ -352,6 +377,16 @@ install_ansi() {
   for file in "$@"; do
     sed 's/\r*$/\r/' "$file" | iconv -f UTF-8 -t CP1252 >"$folder/${file##*/}"
   done
+}
+
+# mark_for_tests PREFIX [FOLDER...]: marks the machine in PREFIX, the profiles of its users and these folders as made for
+# tests, by a word that no other machine has. Without the marks no test program changes anything (operator/TestMachine.h).
+mark_for_tests() {
+  local prefix=$1 word folder
+  shift
+  word=$(od -An -N16 -tx1 /dev/urandom | tr -d ' \n')
+  echo "$word" >"$prefix/drive_c/windows/.test-machine"
+  for folder in "$prefix"/drive_c/users/* "$@"; do echo "$word" >"$folder/.test-folder"; done
 }
 
 # install_workstation PREFIX BIN MEGABYTES: files, registry, components, and removable drives A:, E: and F:. The medium
@@ -373,6 +408,7 @@ install_workstation() {
     printf '"%s:"="floppy"\r\n' "${drive%:*}" >>"$drives"
   done
   echo BACKUP >"$prefix.medium/.windows-label"
+  mark_for_tests "$prefix" "$prefix/drive_c/Tarsus" "$prefix.medium" "$prefix.foreign"
   wine_quietly regedit /S 'C:\drives.reg' "$(winepath -w reference-host/demo/registry.reg)"
   rm "$drives"
   restart_wine # the server looks at a drive's kind and label when it starts

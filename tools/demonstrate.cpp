@@ -6,6 +6,7 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
@@ -38,6 +39,7 @@ std::string MakeBackup(Operator& person) {
 
 /// What a bad day leaves: files gone, files altered, a folder gone.
 void DamageData() {
+  RequireTestHost();
   fs::remove_all(kTarsus / "Data" / "Report");
   fs::remove_all(kTarsus / "Data" / "Patient" / "P000007");
   fs::remove(kTarsus / "Data" / "Explanation" / L"撮影 手順.htm");
@@ -104,6 +106,15 @@ void MakeMaintenanceLog(Operator& person, bool protect, const std::string& folde
   Require(fs::exists(folder + "MAINTENANCE.cab"), "there is no " + folder + "MAINTENANCE.cab");
 }
 
+void LookAtPastJobs(Operator& person) {
+  const Window dialog = person.OpenPastJobs();
+  const std::string list = ReadBytes(kTarsus / "Log" / "BackupUtilityJobs.csv");
+  Require(std::ranges::count(list, '\n') == 5, "the heading and four jobs should be listed:\n" + list);
+  Say("The last backup, restore and maintenance logs are listed, each with what was saved where");
+  dialog.Press(ID_frmJobs_cmdClose);
+  person.MainMenu();
+}
+
 void End(Operator& person) {
   person.End(false);
   Require(LogLines().back().ends_with("Finish Backup Utility and Start Tarsus"), "the log does not end as it should");
@@ -137,6 +148,7 @@ int wmain(int argc, wchar_t** argv) {
       RestoreFolder(person, MakeBackup(person));
       MakeMaintenanceLog(person, true, "E:\\Protected\\");
       MakeMaintenanceLog(person, false, "E:\\Unprotected\\");
+      LookAtPastJobs(person);
     }
     End(person);
   } catch (const std::exception& error) {

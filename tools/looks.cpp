@@ -19,6 +19,9 @@ namespace {
 
 using namespace endtoend;
 
+/// Milliseconds that a person looks at the restore dialog, which takes no key before.
+constexpr DWORD kLook = 1500;
+
 class Tour {
  public:
   explicit Tour(std::string folder) : folder_(std::move(folder)) {}
@@ -27,6 +30,7 @@ class Tour {
     MoveMouseAway();
     SignIn();
     const std::string set = Backup();
+    PastJobs();
     Restore(set);
     Maintenance();
     At("", ID_frmMainMenu_cmdMenu0);
@@ -81,6 +85,18 @@ class Tour {
     return folder;
   }
 
+  /// The jobs of the menu, with the backup that was just made.
+  void PastJobs() {
+    At("menu-after", ID_frmMainMenu_cmdMenu0);
+    for (int tabs = 0; tabs < 3; ++tabs) PressKey(VK_TAB);
+    PressKey(VK_RETURN);
+    At("past-jobs", ID_frmJobs_lstJobs);
+    PressKey(VK_ESCAPE);
+    At("", ID_frmMainMenu_cmdMenu0);
+    PressKey(VK_TAB);
+    PressKey(VK_TAB);
+  }
+
   /// Opens the folder browser from the folder's text box, and leaves it again.
   void Browse() {
     PressKey(VK_TAB);
@@ -98,6 +114,7 @@ class Tour {
     TypeText(set);
     PressKey(VK_RETURN);
     At("restore", ID_frmRestore_cmdStart);
+    Sleep(kLook);
     PressKey(VK_RETURN);
     Answer("warning", base::MessageId::AskReplaceIPCounter, VK_ESCAPE);
     Answer("stopped", base::MessageId::RestoreStopped, VK_ESCAPE);

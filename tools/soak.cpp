@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <vector>
 
 #include "operator/Operator.h"
@@ -70,10 +71,8 @@ void BackUpAndRestore(Operator& person) {
   person.MainMenu();
 }
 
-}  // namespace
-
-int wmain(int count, wchar_t** arguments) {
-  const int rounds = count > 1 ? _wtoi(arguments[1]) : 200;
+/// Whether nothing has grown.
+bool Soak(int rounds) {
   const int step = std::max(1, rounds / 10);
   Operator person;
   person.SignIn();
@@ -91,5 +90,16 @@ int wmain(int count, wchar_t** arguments) {
   person.End();
   const bool grown = now.HaveGrownFrom(settled);
   std::printf("%s\n", grown ? "it has grown" : "nothing has grown");
-  return grown ? 1 : 0;
+  return !grown;
+}
+
+}  // namespace
+
+int wmain(int count, wchar_t** arguments) {
+  try {
+    return Soak(count > 1 ? _wtoi(arguments[1]) : 200) ? 0 : 1;
+  } catch (const std::exception& error) {
+    std::printf("!!   %s\n", error.what());
+    return 1;
+  }
 }

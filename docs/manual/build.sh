@@ -6,7 +6,6 @@ output=$(realpath -m -- "${1:-$(dirname "$0")/../../build/manual/QXBackupUtility
 cd "$(dirname "$0")/../.."
 source scripts/lib.sh
 arguments 1 "$@"
-version=$(sed -nE 's/^project\(.* VERSION ([0-9.]+).*/\1/p' CMakeLists.txt)
 mkdir -p "$(dirname "$output")"
 # Debian's interpreter, which knows Debian's packages, whatever stands before it on PATH.
-/usr/bin/python3 docs/manual/single_page.py "$version" "$output"
+/usr/bin/python3 docs/manual/single_page.py "$(project_version)" "$output"

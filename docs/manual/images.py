@@ -1,5 +1,5 @@
 """Refreshes the manual's pictures from the screenshots that `./run --unattended` leaves in build/screenshots: the window
-alone, without the screen around it.
+alone, without the screen around it. Out of some it makes the animation at the head of the README.
 
 docs/manual/images.sh installs what this needs and calls it.
 """
@@ -16,9 +16,16 @@ PICTURES = ROOT / "docs/manual/images"
 STEPS = {
     1: "sign-in", 2: "main-menu", 3: "backup", 4: "destination", 6: "backup-complete", 7: "restore",
     8: "confirm-ip-counter", 9: "restore-complete", 10: "maintenance", 15: "confirm-unprotected",
-    55: "next-disk", 56: "wrong-disk",
+    19: "past-jobs", 55: "next-disk", 56: "wrong-disk",
 }
 NEARLY_BLACK = 2  # of 255
+WATCHED = "progress-"  # what watch.exe takes of jobs at work, on a workstation with more data
+
+# The main job, in the order of a day: what the animation shows, and for how many milliseconds each.
+AT_WORK = ["sign-in", "main-menu", "backup", "destination", "backup-complete", "restore", "restore-complete", "past-jobs"]
+EACH = 1600
+BEHIND = (64, 80, 96)
+MARGIN = 12
 
 
 def cut_out(screenshot):
@@ -33,15 +40,29 @@ def cut_out(screenshot):
     return screen.crop(windows.getbbox())
 
 
+def animate(names, target):
+    """One picture after the other, each in the middle of the same ground."""
+    pictures = [Image.open(PICTURES / f"{name}.png").convert("RGBA") for name in names]
+    size = [max(picture.size[side] for picture in pictures) + 2 * MARGIN for side in (0, 1)]
+    frames = []
+    for picture in pictures:
+        frame = Image.new("RGB", size, BEHIND)
+        frame.paste(picture, [(size[side] - picture.size[side]) // 2 for side in (0, 1)], picture)
+        frames.append(frame.quantize(64))
+    frames[0].save(target, save_all=True, append_images=frames[1:], duration=EACH, loop=0, optimize=True)
+
+
 def main():
     missing = [step for step in STEPS if not (SCREENSHOTS / f"{step:02}.png").exists()]
     if missing:
         print(f"!! no screenshots of the steps {missing}; ./run --unattended takes them", file=sys.stderr)
         return 1
     for old in PICTURES.glob("*.png"):
-        old.unlink()
+        if not old.name.startswith(WATCHED):
+            old.unlink()
     for step, name in STEPS.items():
         cut_out(SCREENSHOTS / f"{step:02}.png").save(PICTURES / f"{name}.png", optimize=True)
+    animate(AT_WORK, ROOT / "docs/images/at-work.gif")
     return 0
 
 

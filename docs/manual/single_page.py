@@ -9,7 +9,8 @@ import sys
 
 import markdown
 
-PAGES = ["index", "backup", "restore", "floppies", "maintenance", "messages", "log", "installing"]
+PAGES = ["index", "backup", "restore", "floppies", "maintenance", "jobs", "check-sets", "messages", "log", "installing",
+         "rights", "../../CHANGELOG"]
 FOLDER = pathlib.Path(__file__).parent
 
 

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -10,7 +9,9 @@
 
 #include "cabarc/CabFormat.h"
 #include "cabarc/FileAccess.h"
+#include "cabarc/Progress.h"
 #include "cabarc/Status.h"
+#include "unpack/FolderReader.h"
 
 namespace cabarc {
 
@@ -21,12 +22,6 @@ struct ReadOptions {
 
 class CabinetReader {
  public:
-  /// Takes the next piece of a folder's data; a failure ends the reading.
-  using Sink = std::function<Status(const std::uint8_t* data, std::size_t size)>;
-
-  CabinetReader();
-  ~CabinetReader();
-
   /// Opens `path` and checks all records (see ReadStructure). To be called once, first.
   Status Open(const std::string& path);
 
@@ -39,17 +34,14 @@ class CabinetReader {
   /// Refuses a folder that is packed by a method that is not supported.
   Status CheckMethod(std::size_t index) const;
 
-  /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. After
-  /// a failure the reader must not be used again.
-  Status ReadFolder(std::size_t index, const ReadOptions& options, const Sink& sink);
+  /// Unpacks all data of the folder of that index into `sink`, which gets only data whose checksum was right. Succeeds
+  /// where the sink ends it.
+  Status ReadFolder(std::size_t index, const ReadOptions& options, const unpack::Sink& sink);
 
  private:
-  class Unpacking;
-
-  platform::File file_;
-  std::optional<BufferedInput> input_;
+  FileSource source_;
   Structure structure_;
-  std::unique_ptr<Unpacking> unpacking_;  // its threads serve one folder after the other
+  std::unique_ptr<unpack::FolderReader> folders_;  // its threads serve one folder after the other
 };
 
 /// Refuses methods that are not supported.
@@ -64,6 +56,7 @@ struct ExtractOptions {
   bool overwrite = false;  ///< replace files that are there; otherwise one such file stops the extraction
   std::vector<std::string> names;  ///< what to extract, "*" and "?" allowed; all when empty
   std::string target;              ///< the folder; empty is the current one
+  Progress* progress = nullptr;    ///< learns what was unpacked, where somebody wants to know
 };
 
 /// Extracts from an open cabinet. Everything that can be known is examined before the first file is written: unsafe

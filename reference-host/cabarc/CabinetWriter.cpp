@@ -12,7 +12,8 @@
 #include "cabarc/Blocks.h"
 #include "cabarc/FileAccess.h"
 #include "cabarc/MemberNames.h"
-#include "cabarc/OrderedPool.h"
+#include "cabarc/Progress.h"
+#include "unpack/OrderedPool.h"
 
 namespace cabarc {
 
@@ -38,8 +39,8 @@ std::uint64_t SizeUnpacked(std::uint64_t dataSize) {
 
 class Packing {
  public:
-  Packing(Structure& structure, const PackOptions& options)
-      : structure_(structure), method_(options.method), pool_(options.threads) {}
+  Packing(Structure& structure, const PackOptions& options, const std::string& path)
+      : structure_(structure), method_(options.method), pool_(options.threads), progress_(path) {}
 
   Status Run(const std::vector<SourceFile>& files, const std::string& path) {
     const platform::Kind kind = platform::KindOf(path);
@@ -74,7 +75,7 @@ class Packing {
   }
 
   // Reads as much of a file as fits; `left` is what is still to be read.
-  static Status Fill(PackJob& job, const SourceFile& source, platform::File& file, std::uint64_t& left) {
+  Status Fill(PackJob& job, const SourceFile& source, platform::File& file, std::uint64_t& left) {
     const std::size_t room = job.data.size() - job.dataSize;
     const std::size_t wanted = static_cast<std::size_t>(std::min<std::uint64_t>(left, room));
     const std::optional<std::size_t> count = file.Read(job.data.data() + job.dataSize, wanted);
@@ -82,6 +83,7 @@ class Packing {
     if (*count < wanted) return Changed(source);
     job.dataSize += wanted;
     left -= wanted;
+    progress_.Add(wanted);
     return {};
   }
 
@@ -144,9 +146,10 @@ class Packing {
   Structure& structure_;
   const Method method_;
   NewFile cabinet_;
-  OrderedPool<PackJob, BlockPacker> pool_;
+  unpack::OrderedPool<PackJob, BlockPacker> pool_;
   PackJob* job_ = nullptr;  // being filled
   std::uint64_t at_ = 0;    // where in the cabinet the next block goes
+  Progress progress_;
 };
 
 }  // namespace
@@ -176,7 +179,7 @@ Status WriteCabinet(const std::vector<SourceFile>& files, const std::string& pat
                     std::uint32_t& size) {
   Structure structure;
   Status status = PlanRecords(files, options.method, structure);
-  if (!status.Failed()) status = Packing(structure, options).Run(files, path);
+  if (!status.Failed()) status = Packing(structure, options, path).Run(files, path);
   size = structure.size;
   return status;
 }

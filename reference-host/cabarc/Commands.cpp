@@ -7,6 +7,7 @@
 #include "cabarc/CabinetReader.h"
 #include "cabarc/CabinetWriter.h"
 #include "cabarc/CommandLine.h"
+#include "cabarc/Progress.h"
 #include "cabarc/Salvage.h"
 
 namespace cabarc {
@@ -65,9 +66,13 @@ bool NamesFolder(const std::string& argument) {
 }
 
 Status Salvage(const CommandLine& line, const ExtractOptions& options, std::ostream& out) {
+  FileSource cabinet;
   SalvageReport report;
-  Status status = Salvage(platform::ToNative(line.cabinet), {options, line.partial}, report);
-  for (const std::string& text : report.lines) out << Printable(text) << '\n';
+  Status status = cabinet.Open(platform::ToNative(line.cabinet));
+  if (!status.Failed()) status = Salvage(cabinet, {options, line.partial}, report);
+  if (status.Failed() && report.members.empty() && cabinet.Failure().Failed()) status = cabinet.Failure();
+  for (const std::string& text : report.warnings) out << "warning  " << Printable(text) << '\n';
+  for (const SalvagedMember& member : report.members) out << Printable(Told(member)) << '\n';
   const std::string sums = std::to_string(report.whole) + " files whole, " + std::to_string(report.partial) +
                            " partial, " + std::to_string(report.lost) + " lost";
   if (!status.Failed() && (report.damaged || report.partial + report.lost > 0)) {
@@ -79,12 +84,14 @@ Status Salvage(const CommandLine& line, const ExtractOptions& options, std::ostr
 }
 
 Status Extract(const CommandLine& line, std::ostream& out) {
-  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}};
+  ExtractOptions options{{line.threads, line.allowUnchecked}, line.keepPaths, line.overwrite, line.arguments, {}, {}};
   if (!options.names.empty() && NamesFolder(options.names.back())) {
     options.target = options.names.back();
     options.names.pop_back();
   }
   if (line.salvage) return Salvage(line, options, out);
+  Progress progress(platform::ToNative(line.cabinet));
+  options.progress = &progress;
   CabinetReader reader;
   std::size_t extracted = 0;
   Status status = reader.Open(platform::ToNative(line.cabinet));

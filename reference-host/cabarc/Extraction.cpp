@@ -106,8 +106,13 @@ Status Extract(CabinetReader& reader, const ExtractOptions& options, std::size_t
     const auto last =
         std::find_if(first, wanted.cend(), [folder](const Wanted& one) { return one.member->folder != folder; });
     FolderSink sink(first, last, target, extracted);
-    status = reader.ReadFolder(folder, options.read,
-                               [&](const std::uint8_t* data, std::size_t size) { return sink.Take(data, size); });
+    Status written;
+    status = reader.ReadFolder(folder, options.read, [&](const std::uint8_t* data, std::size_t size) {
+      if (options.progress != nullptr) options.progress->Add(size);
+      written = sink.Take(data, size);
+      return !written.Failed();
+    });
+    if (written.Failed()) return written;
     if (!status.Failed()) status = sink.End();
     if (status.Failed()) return status;
     first = last;

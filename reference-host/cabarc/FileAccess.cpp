@@ -12,6 +12,14 @@ constexpr std::string_view kUnfinishedEnd = ".part";
 
 }  // namespace
 
+Status FileSource::Open(const std::string& path) {
+  if (!file_.OpenForReading(path)) return FileError("it cannot be opened: " + platform::LastError());
+  const std::optional<platform::FileInfo> info = file_.Info();
+  if (!info || info->kind != platform::Kind::File) return FileError("it is not a file");
+  size_ = info->size;
+  return {};
+}
+
 bool IsUnfinishedName(std::string_view name) {
   if (!name.starts_with(kUnfinishedStart) || !name.ends_with(kUnfinishedEnd)) return false;
   name.remove_prefix(kUnfinishedStart.size());

@@ -1,63 +1,20 @@
-// Files as the archiver reads and writes them: through a large buffer, and under a name only when complete.
+// Files as the archiver reads and writes them: at any place, and under a name only when complete.
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "cabarc/Platform.h"
 #include "cabarc/Status.h"
 
 namespace cabarc {
 
-/// Reads a file piece by piece through a large buffer.
-class BufferedInput {
- public:
-  /// `size`: how long the file is, in bytes.
-  BufferedInput(platform::File& file, std::uint64_t size)
-      : file_(file), buffer_(static_cast<std::size_t>(std::clamp<std::uint64_t>(size, 1, kBufferSize))) {}
-
-  /// Goes on reading at `position`, in bytes from the start of the file.
-  Status Seek(std::uint64_t position) {
-    next_ = end_ = 0;
-    return file_.Seek(position) ? Status{} : FileError("it cannot be read: " + platform::LastError());
-  }
-
-  /// Appends the next `size` bytes to `bytes`. Fails when the file ends before, or cannot be read; `bytes` may then
-  /// have grown.
-  Status Append(std::size_t size, std::vector<std::uint8_t>& bytes) {
-    while (size > 0) {
-      if (next_ == end_) {
-        const std::optional<std::size_t> count = file_.Read(buffer_.data(), buffer_.size());
-        if (!count) return FileError("it cannot be read: " + platform::LastError());
-        if (*count == 0) return BrokenCabinet("its end is missing");
-        next_ = 0;
-        end_ = *count;
-      }
-      const std::size_t count = size < end_ - next_ ? size : end_ - next_;
-      const auto from = buffer_.begin() + static_cast<std::ptrdiff_t>(next_);
-      bytes.insert(bytes.end(), from, from + static_cast<std::ptrdiff_t>(count));
-      next_ += count;
-      size -= count;
-    }
-    return {};
-  }
-
- private:
-  static constexpr std::size_t kBufferSize = std::size_t{1} << 20;
-
-  platform::File& file_;
-  std::vector<std::uint8_t> buffer_;
-  std::size_t next_ = 0;
-  std::size_t end_ = 0;
-};
-
-/// An open file as a source. It remembers why it could not be read.
+/// A file as a source. It remembers why it could not be read.
 class FileSource : public Source {
  public:
-  FileSource(platform::File& file, std::uint64_t size) : file_(file), size_(size) {}
+  /// To be called once, first.
+  Status Open(const std::string& path);
 
   std::int64_t ReadAt(std::uint64_t offset, void* data, std::size_t count) override {
     const std::optional<std::size_t> got = file_.Seek(offset) ? file_.Read(data, count) : std::nullopt;
@@ -70,8 +27,8 @@ class FileSource : public Source {
   const Status& Failure() const { return failure_; }
 
  private:
-  platform::File& file_;
-  const std::uint64_t size_;
+  platform::File file_;
+  std::uint64_t size_ = 0;
   Status failure_;
 };
 

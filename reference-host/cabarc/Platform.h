@@ -78,6 +78,8 @@ std::vector<std::string> Arguments(int count, char** values);
 /// Writes text to the console, or as UTF-8 to whatever the output was redirected to. False when not all of it could be
 /// written.
 bool Print(std::string_view text, bool asError);
+/// Whether somebody looks at what Print writes there.
+bool IsTerminal(bool asError);
 /// From now on a file made by File::CreateNew that is still open is removed when a signal or the console ends the
 /// process. To be called once.
 void RemoveUnfinishedWhenEnded();

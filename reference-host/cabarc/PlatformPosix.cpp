@@ -176,6 +176,10 @@ bool Print(std::string_view text, bool asError) {
   return true;
 }
 
+bool IsTerminal(bool asError) {
+  return ::isatty(asError ? STDERR_FILENO : STDOUT_FILENO) != 0;
+}
+
 void RemoveUnfinishedWhenEnded() {
   struct sigaction action {};
   action.sa_handler = Unfinished::RemoveAndEnd;

@@ -207,6 +207,11 @@ bool Print(std::string_view text, bool asError) {
   return WriteFile(output, text.data(), static_cast<DWORD>(text.size()), &count, nullptr) && count == text.size();
 }
 
+bool IsTerminal(bool asError) {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(asError ? STD_ERROR_HANDLE : STD_OUTPUT_HANDLE), &mode) != 0;
+}
+
 void RemoveUnfinishedWhenEnded() {
   SetConsoleCtrlHandler(RemoveUnfinished, TRUE);
 }

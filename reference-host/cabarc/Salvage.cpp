@@ -9,9 +9,9 @@
 #include <unordered_set>
 #include <utility>
 
-#include "cabarc/Blocks.h"
 #include "cabarc/Selection.h"
 #include "cabinet/Rescue.h"
+#include "unpack/Blocks.h"
 
 namespace cabarc {
 
@@ -50,28 +50,31 @@ std::string MadeSafe(std::string name) {
 // Names under which the members can stand beside each other, whatever damage made of their own.
 // True where nothing had to be changed.
 bool MakeNamesSafe(std::vector<Wanted>& wanted) {
-  const std::vector<Wanted> before = wanted;
+  bool unchanged = true;
   std::unordered_set<std::string> names;
   for (Wanted& one : wanted) {
     const std::string safe = MadeSafe(one.name);
-    one.name = safe;
-    for (int i = 2; !names.insert(platform::FoldName(one.name)).second; ++i) one.name = safe + "~" + std::to_string(i);
+    std::string name = safe;
+    for (int i = 2; !names.insert(platform::FoldName(name)).second; ++i) name = safe + "~" + std::to_string(i);
+    unchanged = unchanged && name == one.name;
+    one.name = std::move(name);
   }
   for (Wanted& one : wanted) {
     for (std::size_t end = one.name.find('\\'); end != std::string::npos; end = one.name.find('\\', end + 1)) {
-      while (names.contains(platform::FoldName(one.name.substr(0, end)))) one.name.insert(end++, 1, '_');
+      for (; names.contains(platform::FoldName(one.name.substr(0, end))); unchanged = false) {
+        one.name.insert(end++, 1, '_');
+      }
     }
   }
-  return std::equal(wanted.begin(), wanted.end(), before.begin(),
-                    [](const Wanted& one, const Wanted& other) { return one.name == other.name; });
+  return unchanged;
 }
 
 // Writes the members of one folder from the parts of its stream that are left.
 class SalvageSink {
  public:
   SalvageSink(std::vector<Wanted>::const_iterator first, std::vector<Wanted>::const_iterator last, TargetFolder& target,
-              bool partial, std::string doubt, SalvageReport& report)
-      : next_(first), last_(last), target_(target), partial_(partial), doubt_(std::move(doubt)), report_(report) {}
+              const SalvageOptions& options, Fate whole, SalvageReport& report)
+      : next_(first), last_(last), target_(target), options_(options), whole_(whole), report_(report) {}
 
   // The data at `offset`, which is not before what was taken last.
   Status Take(std::uint64_t offset, const std::uint8_t* data, std::size_t size) {
@@ -100,15 +103,15 @@ class SalvageSink {
 
  private:
   Status Write(std::uint64_t at, const std::uint8_t* data, std::size_t size) {
-    if (!file_.IsOpen()) {
+    if (!options_.look && !file_.IsOpen()) {
       if (Status status = Create(); status.Failed()) return status;
     }
     if (at != written_ + hole_) {
       hole_ = at - written_;
-      if (Status status = file_.Seek(at); status.Failed()) return status;
+      if (Status status = options_.look ? Status() : file_.Seek(at); status.Failed()) return status;
     }
     written_ += size;
-    return file_.Write(data, size);
+    return options_.look ? Status() : file_.Write(data, size);
   }
 
   Status Create() {
@@ -120,22 +123,27 @@ class SalvageSink {
     const std::uint32_t size = next_->member->size;
     Status status;
     if (written_ == size) {
-      if (!file_.IsOpen()) status = Create();
-      if (!status.Failed()) status = Commit();
+      if (!options_.look) status = CommitWhole();
       ++report_.whole;
-      Tell(doubt_.empty() ? "whole    " : "doubtful ", doubt_);
+      Tell(whole_);
     } else if (written_ > 0) {
-      if (partial_) status = CommitPartial();
+      if (options_.partial && !options_.look) status = CommitPartial();
       ++report_.partial;
-      Tell("partial  ", ": " + std::to_string(written_) + " of " + std::to_string(size) + " bytes");
+      Tell(Fate::Partial);
     } else {
       ++report_.lost;
-      Tell("lost     ", ": its data are damaged");
+      Tell(Fate::Lost);
     }
     file_.Discard();
     ++next_;
     written_ = hole_ = 0;
     return status;
+  }
+
+  Status CommitWhole() {
+    Status status;
+    if (!file_.IsOpen()) status = Create();
+    return status.Failed() ? status : Commit();
   }
 
   Status Commit() {
@@ -148,13 +156,16 @@ class SalvageSink {
     return Commit();
   }
 
-  void Tell(const char* fate, const std::string& words) { report_.lines.push_back(fate + next_->name + words); }
+  void Tell(Fate fate) {
+    if (options_.look && fate == Fate::Whole) return;
+    report_.members.push_back({fate, next_->name, next_->member->size, written_});
+  }
 
   std::vector<Wanted>::const_iterator next_;  // the member being written, or to come
   const std::vector<Wanted>::const_iterator last_;
   TargetFolder& target_;
-  const bool partial_;
-  const std::string doubt_;
+  const SalvageOptions& options_;
+  const Fate whole_;  // of a member of which nothing is missing
   SalvageReport& report_;
   NewFile file_;
   std::uint64_t written_ = 0;
@@ -163,14 +174,13 @@ class SalvageSink {
 
 class Salvager {
  public:
-  Salvager(const SalvageOptions& options, SalvageReport& report)
-      : options_(options), report_(report), target_(options.extract.target) {}
+  Salvager(Source& source, const SalvageOptions& options, SalvageReport& report)
+      : source_(source), options_(options), report_(report), target_(options.extract.target), window_(source) {}
 
-  Status Run(const std::string& path) {
-    Status status = Open(path);
+  Status Run() {
+    Status status = Open();
     if (!status.Failed()) status = Select();
-    if (!status.Failed()) status = CheckTarget(wanted_, target_, options_.extract.overwrite);
-    if (!status.Failed()) status = target_.Create();
+    if (!status.Failed() && !options_.look) status = PrepareTarget();
     for (auto first = wanted_.cbegin(); first != wanted_.cend() && !status.Failed();) {
       const auto last = std::find_if(
           first, wanted_.cend(), [first](const Wanted& one) { return one.member->folder != first->member->folder; });
@@ -181,15 +191,10 @@ class Salvager {
   }
 
  private:
-  Status Open(const std::string& path) {
-    if (!file_.OpenForReading(path)) return FileError("it cannot be opened: " + platform::LastError());
-    const std::optional<platform::FileInfo> info = file_.Info();
-    if (!info || info->kind != platform::Kind::File) return FileError("it is not a file");
-    source_.emplace(file_, info->size);
-    window_.emplace(*source_);
-    const base::Outcome read = RescueStructure(*source_, rescued_, {platform::FromCodePage});
-    if (!read.IsDone()) return source_->Failure().Failed() ? source_->Failure() : BrokenCabinet(read.cause);
-    folders_ = RescueBlocks(*source_, rescued_);
+  Status Open() {
+    const base::Outcome read = RescueStructure(source_, rescued_, {platform::FromCodePage});
+    if (!read.IsDone()) return BrokenCabinet(read.cause);
+    folders_ = RescueBlocks(source_, rescued_);
     for (const std::string& flaw : rescued_.flaws) Warn(flaw);
     for (const RescuedFolder& folder : folders_) {
       if (!folder.damages.empty()) Warn(folder.damages.front().words);
@@ -199,7 +204,7 @@ class Salvager {
 
   void Warn(const std::string& words) {
     report_.damaged = true;
-    report_.lines.push_back("warning  " + words);
+    report_.warnings.push_back(words);
   }
 
   Status Select() {
@@ -216,17 +221,22 @@ class Salvager {
     return {};
   }
 
+  Status PrepareTarget() {
+    Status status = CheckTarget(wanted_, target_, options_.extract.overwrite);
+    return status.Failed() ? status : target_.Create();
+  }
+
   Status SalvageFolder(std::vector<Wanted>::const_iterator first, std::vector<Wanted>::const_iterator last) {
     const std::size_t index = first->member->folder;
     const RescuedFolder& folder = folders_[index];
-    std::string doubt;
+    Fate whole = Fate::Whole;
     if (folder.damages.empty() && !CrcFits(index)) {
-      doubt = ": a part of its data may be of another cabinet";
+      whole = Fate::Doubtful;
       Warn("its data are damaged: they are not those it was written with");
     }
     const Member& lastMember = *std::prev(last)->member;
     const std::uint64_t end = std::uint64_t{lastMember.at} + lastMember.size;
-    SalvageSink sink(first, last, target_, options_.partial, doubt, report_);
+    SalvageSink sink(first, last, target_, options_, whole, report_);
     known_ = 0;
     usesHistory_ = false;
     const Status supported = CheckSupported(folder.method);
@@ -260,7 +270,7 @@ class Salvager {
 
   bool ReadBlock(const FoundBlock& block) {
     const std::size_t size = kBlockHeaderSize + rescued_.structure.blockReserve + block.header.packedSize;
-    const std::uint8_t* const bytes = window_->At(block.at, size);
+    const std::uint8_t* const bytes = window_.At(block.at, size);
     if (!bytes) return false;
     job_.blocks.assign(bytes, bytes + size);
     Mend(block, job_.blocks.data());
@@ -276,11 +286,11 @@ class Salvager {
     job_.history = usesHistory_;
     job_.places = {{0, job_.blocks.size(), block.header.unpackedSize}};
     unpacker_.Run(job_);
-    if (job_.states[0] == BlockState::NeedsHistory) {
+    if (job_.states[0] == unpack::BlockState::NeedsHistory) {
       usesHistory_ = true;
       if (history_.Unpack(job_, job_.places[0], job_.Data(), known_)) return true;
     }
-    return job_.states[0] == BlockState::Good || Forget();
+    return job_.states[0] == unpack::BlockState::Good || Forget();
   }
 
   bool Forget() {
@@ -295,26 +305,40 @@ class Salvager {
     known_ = std::min(kBlockSize, known_ + size);
   }
 
+  Source& source_;
   const SalvageOptions& options_;
   SalvageReport& report_;
   TargetFolder target_;
-  platform::File file_;
-  std::optional<FileSource> source_;
   RescuedStructure rescued_;
   std::vector<RescuedFolder> folders_;
   std::vector<Wanted> wanted_;
-  std::optional<Window> window_;
-  UnpackJob job_;
-  BlockUnpacker unpacker_;
-  HistoryUnpacker history_;
+  Window window_;
+  unpack::UnpackJob job_;
+  unpack::BlockUnpacker unpacker_;
+  unpack::HistoryUnpacker history_;
   std::size_t known_ = 0;  // bytes before the next block that were unpacked without a gap
   bool usesHistory_ = false;
 };
 
 }  // namespace
 
-Status Salvage(const std::string& path, const SalvageOptions& options, SalvageReport& report) {
-  return Salvager(options, report).Run(path);
+std::string Told(const SalvagedMember& member) {
+  switch (member.fate) {
+    case Fate::Whole:
+      return "whole    " + member.name;
+    case Fate::Doubtful:
+      return "doubtful " + member.name + ": a part of its data may be of another cabinet";
+    case Fate::Partial:
+      return "partial  " + member.name + ": " + std::to_string(member.saved) + " of " + std::to_string(member.size) +
+             " bytes";
+    case Fate::Lost:
+      return "lost     " + member.name + ": its data are damaged";
+  }
+  return {};
+}
+
+Status Salvage(Source& source, const SalvageOptions& options, SalvageReport& report) {
+  return Salvager(source, options, report).Run();
 }
 
 }  // namespace cabarc

@@ -44,26 +44,10 @@ std::optional<std::string> ConnectionText::Value(std::string_view key) const {
   return std::nullopt;
 }
 
-void ConnectionText::Set(std::string_view key, std::string value) {
-  for (auto& pair : pairs_) {
-    if (SameKey(pair.first, key)) {
-      pair.second = std::move(value);
-      return;
-    }
-  }
-  pairs_.emplace_back(key, std::move(value));
-}
-
 std::string ConnectionText::Take(std::string_view key) {
   std::string value = Value(key).value_or(std::string());
   std::erase_if(pairs_, [key](const auto& pair) { return SameKey(pair.first, key); });
   return value;
-}
-
-std::string ConnectionText::Text() const {
-  std::string text;
-  for (const auto& [name, value] : pairs_) text.append(name).append("=").append(value).append(";");
-  return text;
 }
 
 std::vector<Attachment> ParseAttachments(std::string_view list) {

@@ -16,11 +16,8 @@ class ConnectionText {
   explicit ConnectionText(std::string_view connection);
 
   std::optional<std::string> Value(std::string_view key) const;
-  /// Replaces the value, or adds the key at the end.
-  void Set(std::string_view key, std::string value);
   /// Takes the key out and returns what it held; empty when it was not there.
   std::string Take(std::string_view key);
-  std::string Text() const;
 
  private:
   std::vector<std::pair<std::string, std::string>> pairs_;

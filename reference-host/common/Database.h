@@ -1,10 +1,12 @@
-// One ODBC connection to a database of the demonstration host.
+// One connection to a database of the demonstration host.
 #pragma once
 
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
+
+struct sqlite3;
 
 namespace reference {
 
@@ -20,21 +22,16 @@ struct Rows {
 /// text literals too. A database's name becomes the name under which it is attached.
 std::string RewriteHostDialect(const std::string& statement);
 
-/// The name by which the database driver opens the Windows path `path`. On the demonstration machine
-/// the driver is a library of the system below Wine and knows no drive letters; where Wine is absent,
-/// and for a path in a folder that does not exist, the path itself.
-std::string DriverPath(const std::string& path);
-
 class Database {
  public:
-  /// `connection` is an ODBC connection string, such as "DRIVER=SQLite3;Database=C:\Tarsus\Database\Users.db".
+  /// `connection` is an ODBC connection string, such as "DRIVER=SQLite3;Database=C:\Tarsus\Database\Users.db". Of its
+  /// keys "Database" and "Timeout" count, which is in milliseconds.
   /// The key "Attach" is our own and lists further databases with the names that statements give
   /// them: "Attach=Patient=C:\Tarsus\Database\Patient.db,Study=C:\Tarsus\Database\Study.db".
   /// Null when it cannot be opened; a missing database file counts as that and is not created.
   static std::unique_ptr<Database> Open(const std::string& connection);
   /// The same with the connection string of a path table's entry, such as "StudyDB"; null without that entry.
   static std::unique_ptr<Database> OpenEntry(const std::string& entry);
-  ~Database();
 
   /// Runs one statement in SQLite's dialect. Nothing on an error, whose text is then in `error`, where given.
   std::optional<Rows> Run(const std::string& statement, std::string* error = nullptr);
@@ -45,9 +42,13 @@ class Database {
   std::optional<std::string> Setting(const std::string& group, const std::string& name);
 
  private:
-  struct Handles;
-  explicit Database(std::unique_ptr<Handles> handles);
-  std::unique_ptr<Handles> handles_;
+  struct Closer {
+    void operator()(sqlite3* connection) const;
+  };
+  using Connection = std::unique_ptr<sqlite3, Closer>;
+  explicit Database(Connection connection);
+
+  Connection connection_;
 };
 
 }  // namespace reference

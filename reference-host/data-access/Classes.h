@@ -14,7 +14,7 @@ namespace dataaccess {
 /// What a recordset asks of the object that it is given, to know one of ours.
 inline constexpr IID kOwnConnection = {0x6b1c1f52, 0x4b0e, 0x4d0c, {0x9a, 0x41, 0x7d, 0x0f, 0x5c, 0x53, 0x2e, 0x18}};
 
-/// ADODB.Connection: one ODBC connection.
+/// ADODB.Connection: one connection to a database.
 class Connection final : public AutomationObject {
  public:
   Connection();

@@ -19,25 +19,16 @@ bool Exists(const std::wstring& path) {
   return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 
-/// Keeps every other program from opening the file while it is compacted.
-class ExclusiveFile {
- public:
-  explicit ExclusiveFile(const std::wstring& path)
-      : handle_(CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr)) {}
-  ~ExclusiveFile() {
-    if (IsOpen()) CloseHandle(handle_);
-  }
-  ExclusiveFile(const ExclusiveFile&) = delete;
-  ExclusiveFile& operator=(const ExclusiveFile&) = delete;
+/// Whether any program has the file open, be it for reading.
+bool IsInUse(const std::wstring& path) {
+  const HANDLE file = CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return true;
+  CloseHandle(file);
+  return false;
+}
 
-  bool IsOpen() const { return handle_ != INVALID_HANDLE_VALUE; }
-
- private:
-  HANDLE handle_;
-};
-
-/// Locks the database against those who reach it through the driver, which Windows does not see.
-/// With this mode the lock of the empty transaction stays until the connection closes.
+/// Locks the database against every other connection. With this mode the lock of the empty transaction stays until the
+/// connection closes.
 bool Lock(reference::Database& database) {
   return database.Run("PRAGMA locking_mode = EXCLUSIVE") && database.Run("BEGIN EXCLUSIVE") && database.Run("COMMIT");
 }
@@ -46,13 +37,12 @@ Outcome Compact(const std::string& source, const std::string& target) {
   const std::wstring sourceFile = windows::Utf16(source), targetFile = windows::Utf16(target);
   if (!Exists(sourceFile)) return kFileMissing;
   if (Exists(targetFile)) return kFileExists;
-  const ExclusiveFile file(sourceFile);
-  if (!file.IsOpen()) return kFileInUse;
+  if (IsInUse(sourceFile)) return kFileInUse;
   const auto database = reference::Database::Open("DRIVER=SQLite3;Timeout=250;Database=" + source);
   if (!database) return kNotADatabase;
   if (!database->Run("PRAGMA schema_version")) return kNotADatabase;
   if (!Lock(*database)) return kFileInUse;
-  if (database->Run("VACUUM INTO ?", {reference::DriverPath(target)})) return {};
+  if (database->Run("VACUUM INTO ?", {target})) return {};
   // Half a database is worse than none.
   DeleteFileW(targetFile.c_str());
   return kNotADatabase;

@@ -11,8 +11,8 @@
 
 namespace qx::access {
 
-/// Offers the three jobs by the operator's right, and the way out. Leaves `ExitMode` for the end of
-/// the program. A right that allows nothing shows message 63361 and halts the program.
+/// Offers the three jobs by the operator's right, and the way out; tells what the last backup was. Leaves `ExitMode`
+/// for the end of the program. A right that allows nothing shows message 63361 and halts the program.
 class frmMainMenu : public forms::Form {
  public:
   /// Definitions and drives outlive the form.
@@ -24,6 +24,11 @@ class frmMainMenu : public forms::Form {
       forms::CommandButton{*this, "cmdMenu1", app::MessageId::RestoreMenuCaption},
       forms::CommandButton{*this, "cmdMenu2", app::MessageId::MaintenanceMenuCaption}};
   forms::CommandButton cmdEnd{*this, "cmdEnd", app::MessageId::EndCaption};
+  forms::Label lblLastBackup{*this, "lblLastBackup", forms::kNoCaption};  ///< when
+  forms::Label lblLastFolder{*this, "lblLastFolder", forms::kNoCaption};  ///< where
+  forms::CommandButton cmdJobs{*this, "cmdJobs", app::MessageId::PastJobsCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::MaintenanceTitle};  ///< of a maintenance log
+  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;
@@ -34,6 +39,8 @@ class frmMainMenu : public forms::Form {
   void RunBackup();
   void RunRestore();
   void RunMaintenanceLogBackup();
+  void ShowPastJobs();
+  void ShowLastBackup();
   void End(forms::ShiftState shift);
   void EnableByRight();
   void DisableAll();

@@ -137,6 +137,7 @@ void frmUserAuthentication::Accept() {
     Close();
   } else {
     application_.failures.Show(signedIn);
+    txtPassword.SetFocus();  // the next one typed takes this one's place
   }
 }
 

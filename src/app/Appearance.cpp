@@ -55,6 +55,7 @@ forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Contro
   forms::Appearance look{settings.Font, settings.FontSizeSS, settings.ColorBack, settings.ColorStr};
   switch (control.Kind()) {
     case forms::ControlKind::TextBox:
+    case forms::ControlKind::ListBox:
       look.fontSize = settings.FontSizeS;
       look.background = settings.ColorCtrl;
       break;
@@ -70,6 +71,7 @@ forms::Appearance LookOf(const AppearanceSettings& settings, const forms::Contro
     case forms::ControlKind::Frame:
     case forms::ControlKind::CheckBox:
     case forms::ControlKind::OptionButton:
+    case forms::ControlKind::ProgressBar:
       break;
   }
   return look;

@@ -8,9 +8,11 @@
 #include <string>
 
 #include "app/Appearance.h"
+#include "app/JobList.h"
 #include "app/Log.h"
 #include "app/Messages.h"
 #include "app/PathTable.h"
+#include "app/Progress.h"
 #include "app/Records.h"
 #include "forms/Toolkit.h"
 #include "host/Host.h"
@@ -67,6 +69,8 @@ class Application {
   Failures failures{messages, log};
   PathTable paths{host.qx32, failures};
   Records records{host.components, state};
+  Progress progress{host.clock};
+  JobList pastJobs{host.files, log, state.LogFolder};
 };
 
 }  // namespace app

@@ -57,9 +57,13 @@ Watch Watch::WithNewTime() const {
   return anew;
 }
 
+std::uint64_t Watch::Seconds() const {
+  const auto passed = std::chrono::steady_clock::now() - begun_;
+  return static_cast<std::uint64_t>(std::chrono::duration_cast<std::chrono::seconds>(passed).count());
+}
+
 std::string Watch::Summary() const {
-  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(std::chrono::steady_clock::now() - begun_);
-  return "Warnings: " + std::to_string(Warnings()) + "; " + std::to_string(seconds.count()) + " s";
+  return "Warnings: " + std::to_string(Warnings()) + "; " + std::to_string(Seconds()) + " s";
 }
 
 void NamedWarnings::Add(const std::string& what) {

@@ -58,6 +58,7 @@ class Watch {
   explicit Watch(const OperationLog& log)
       : log_(log), before_(log.Warnings()), begun_(std::chrono::steady_clock::now()) {}
   std::size_t Warnings() const { return log_.Warnings() - before_; }
+  std::uint64_t Seconds() const;
   /// The same, its seconds counted anew.
   Watch WithNewTime() const;
   /// What has passed, such as "Warnings: 0; 12 s".

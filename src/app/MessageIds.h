@@ -82,6 +82,7 @@ enum class MessageId : std::int32_t {
   RestoreWarnings = 61400,  ///< likewise
   RestoreInterrupted = 61401,   ///< at the next start, where the catalogue has it; the third insertion is the source
   MaintenanceWarnings = 61450,  ///< likewise
+  DocumentNotOpened = 61500,    ///< where the catalogue has it; the third insertion is the document
   ScheduledBackupRuns = 61603,
   BackupSpaceTooSmall = 62360,
   MaintenanceSpaceTooSmall = 62460,
@@ -141,6 +142,8 @@ enum class MessageId : std::int32_t {
   BackupMenuCaption = 66021,
   RestoreMenuCaption = 66022,
   MaintenanceMenuCaption = 66023,
+  LastBackupCaption = 66024,  ///< optional
+  PastJobsCaption = 66025,    ///< optional; with it, all that the dialog of past jobs needs
   BackupTitle = 66030,
   BackupPatientCaption = 66031,
   BackupSystemCaption = 66032,
@@ -184,6 +187,24 @@ enum class MessageId : std::int32_t {
   RecentImagesCaption = 66119,
   DaysCaption = 66120,
   JobRunsReason = 66130,  ///< why the workstation must not be shut down now; optional
+  JobsTitle = 66140,
+  JobsCaption = 66141,
+  SummaryCaption = 66142,
+  PrintCaption = 66143,
+  CloseCaption = 66144,
+  JobResultWord = 66145,
+  JobDoneWord = 66146,
+  JobStoppedWord = 66147,
+  JobFailedWord = 66148,
+  JobMessageWord = 66149,
+  JobEndedWord = 66150,
+  JobDurationWord = 66151,
+  JobUserWord = 66152,
+  JobFolderWord = 66153,
+  JobDataWord = 66154,
+  JobFilesWord = 66155,
+  JobSizeWord = 66156,
+  JobWarningsWord = 66157,
 };
 
 }  // namespace base

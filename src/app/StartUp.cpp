@@ -105,13 +105,17 @@ void Main(Application& application, StartUpDialogs& dialogs) {
     return;
   }
   application.log.WriteLog(LogLevel::Information, "Start Backup Utility");
-  application.toolkit.HelpRequested = [&application] { ShowManual(application.host.shell, application.log); };
+  application.toolkit.HelpRequested = [&application] { ShowManual(application); };
   CreateComponents(application);
   if (const base::Outcome prepared = Prepare(application); !prepared.IsDone()) {
     application.failures.Show(prepared);
     return FinishApplication(application, ExitMode::Halt);
   }
   LoadFixedTexts(application.messages, application.state);
+  // Not before: a line whose folder cannot be found shows a message.
+  if (!application.host.processes.HasAdministratorsRights()) {
+    application.log.WriteLog(LogLevel::Information, "Without administrator's rights");
+  }
   dialogs.ShowSignIn(application);
   if (application.state.SignedIn) dialogs.ShowMainMenu(application);
   FinishApplication(application, application.state.ExitMode);
@@ -157,9 +161,15 @@ bool IsProcessRunning(host::Processes& processes, host::MessageLoop& messageLoop
   return false;
 }
 
-void ShowManual(host::Shell& shell, OperationLog& log) {
+void ShowManual(Application& application) {
   const std::string manual = "QXBackupUtility.html";
-  if (!shell.OpenDocument(manual)) log.WriteLog(LogLevel::Warning, "Manual not opened : " + manual);
+  if (application.host.shell.OpenDocument(manual)) return;
+  application.log.WriteLog(LogLevel::Exclamation, "Manual not opened : " + manual);
+  TellNotOpened(application.messages, manual);
+}
+
+void TellNotOpened(Messages& messages, const std::string& document) {
+  if (messages.IsDefined(MessageId::DocumentNotOpened)) messages.ShowMessage(MessageId::DocumentNotOpened, document);
 }
 
 }  // namespace app

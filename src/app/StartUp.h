@@ -32,8 +32,10 @@ base::Outcome CheckExclusiveRun(host::Processes& processes, host::MessageLoop& m
 /// more than 15 never count.
 bool IsProcessRunning(host::Processes& processes, host::MessageLoop& messageLoop, const std::string& name);
 
-/// Opens the manual that stands beside the program. Where there is none, or nothing to open it
-/// with, a Warning line in the operation log is all that happens.
-void ShowManual(host::Shell& shell, OperationLog& log);
+/// Opens the manual that stands beside the program. Where there is none, or nothing to open it with, that is told.
+void ShowManual(Application& application);
+
+/// Tells that a document cannot be opened or printed, by message 61500, where the catalogue has it.
+void TellNotOpened(Messages& messages, const std::string& document);
 
 }  // namespace app

@@ -1,8 +1,8 @@
 // The backup dialog: what to back up.
 #include "backup/frmBackup.h"
 
-#include "app/Finish.h"
 #include "backup/mdlBUBackup.h"
+#include "backupset/EndedJob.h"
 #include "media/frmSelectFolder.h"
 
 namespace backup {
@@ -62,7 +62,8 @@ void frmBackup::EnableAll() {
 
 void frmBackup::DisableAll() {
   for (forms::Control* const control : Controls()) {
-    if (control != &fraBackup) control->SetEnabled(false);
+    const forms::ControlKind kind = control->Kind();
+    if (kind == forms::ControlKind::CheckBox || kind == forms::ControlKind::CommandButton) control->SetEnabled(false);
   }
 }
 
@@ -81,14 +82,9 @@ void frmBackup::Start() {
 
 bool frmBackup::BackUp() {
   BackupJob job(application_, Choice());
-  auto running = app::KeepRunning(application_);
-  const base::Outcome packed = GatherAndPack(application_, definitions_, job);
-  running.reset();
-  if (!packed.IsDone()) {
-    application_.failures.Show(packed);
-    backupset::RemoveWorkFolderOrSay(application_.failures, job.packed);
-    return false;
-  }
+  const auto gather = [&] { return GatherAndPack(application_, definitions_, job); };
+  const backupset::Gathering gathering{app::JobKind::Backup, job.packed, job.watch};
+  if (!backupset::GatherUnderBar(application_, prgJob, lblProgress, gathering, gather)) return false;
   // Logs that are not backed up must never be deleted, though the box keeps its tick while it is disabled.
   job.deleteLogs = chkDeleteLog.Value() && chkLogData.Value();
   application_.toolkit.SetPointer(forms::Pointer::Default);

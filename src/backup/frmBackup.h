@@ -23,6 +23,8 @@ class frmBackup : public forms::Form {
   forms::CheckBox chkReportData{*this, "chkReportData", app::MessageId::BackupReportCaption};
   forms::CommandButton cmdStart{*this, "cmdStart", app::MessageId::StartCaption};
   forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::BackupTitle};
+  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;

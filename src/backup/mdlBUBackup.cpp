@@ -50,6 +50,13 @@ base::Outcome PackBox(const jobs::Job& job, backupset::Box box, work::CopiedFile
   return any ? base::Result::Done : failure;
 }
 
+void PlanCategories(const jobs::Job& gathering, const backupset::Boxes& choice) {
+  for (const Category category : backupset::kPackingOrder) {
+    const backupset::CategoryRow& row = backupset::RowOf(category);
+    if (choice.contains(row.box)) jobs::PlanSection(gathering, row.backupSection, row.archive);
+  }
+}
+
 base::Outcome PackCategories(const jobs::Job& gathering, BackupJob& job) {
   for (const backupset::BoxRow& row : backupset::kBoxOrder) {
     if (!job.choice.contains(row.box)) continue;
@@ -103,10 +110,12 @@ base::Outcome GatherAndPack(app::Application& application, jobs::JobDefinitions&
   base::Outcome step = workFolder.Create(application.host.clock, application.host.messageLoop);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupWorkFolderNotMade);
   job.savedLogs.gatheredAt = workFolder.MadeAt();
-  job.savedLogs.ownLog = application.log.FilePath();
+  job.savedLogs.own = {application.log.FilePath(), application.pastJobs.FilePath()};
   step = LoadSections(application, definitions, job);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupSectionMissing);
-  step = PackCategories(jobs::JobOf(application, definitions, workFolder), job);
+  const jobs::Job gathering = jobs::JobOf(application, definitions, workFolder);
+  PlanCategories(gathering, job.choice);
+  step = PackCategories(gathering, job);
   if (!step.IsDone()) return std::move(step).OrSay(app::MessageId::BackupNotGathered);
   backupset::Measure(work::ToolsOf(application), backupset::MessagesOf(app::Operation::Backup), job.watch, job.packed);
   return base::Result::Done;
@@ -125,7 +134,7 @@ base::Outcome RunBackupDriver(app::Application& application, jobs::JobDefinition
 
 BackupOperation::BackupOperation(app::Application& application, jobs::JobDefinitions& definitions,
                                  media::MediaDrives& drives, BackupJob& job)
-    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::Backup)),
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::Backup), job.watch),
       definitions_(definitions),
       job_(job) {}
 

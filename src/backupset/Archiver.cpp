@@ -2,6 +2,10 @@
 #include "backupset/Archiver.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
+#include <numeric>
+#include <optional>
 #include <utility>
 
 #include "backupset/Pieces.h"
@@ -56,6 +60,54 @@ void TellEmptyFolders(app::OperationLog& log, const FileTree& files, const std::
                                                std::to_string(files.emptyFolders) + " (" + category + ")");
 }
 
+std::uint64_t BytesOf(const FileTree& files) {
+  return std::accumulate(files.sizes.begin(), files.sizes.end(), std::uint64_t{0},
+                         [](std::uint64_t sum, const auto& file) { return sum + file.second; });
+}
+
+/// How far the archiver is with an archive. It is asked to tell by an empty file that stands beside the archive under
+/// its name with ".progress" added: it writes the bytes that it has read or unpacked there, as a decimal number. One
+/// that does not know of this writes nothing.
+class ArchiversWord {
+ public:
+  ArchiversWord(const work::Tools& tools, const std::string& archive)
+      : files_(tools.files), path_(archive + ".progress"), asked_(tools.progress.IsShown()) {
+    if (asked_) static_cast<void>(files_.CreateText(path_));  // without it, nothing is told
+  }
+  ~ArchiversWord() {
+    if (asked_) static_cast<void>(files_.RemoveFile(path_));  // what stays goes with the folder
+  }
+  ArchiversWord(const ArchiversWord&) = delete;
+  ArchiversWord& operator=(const ArchiversWord&) = delete;
+
+  /// Bytes; nothing when it does not tell.
+  std::optional<std::uint64_t> Told() const {
+    const auto file = files_.OpenBinary(path_);
+    std::array<char, 24> text{};
+    const std::int64_t size = file ? file->Read(reinterpret_cast<std::byte*>(text.data()), text.size()) : 0;
+    std::uint64_t bytes = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + std::max<std::int64_t>(size, 0), bytes);
+    return error == std::errc() ? std::optional(bytes) : std::nullopt;
+  }
+
+ private:
+  host::FileSystem& files_;
+  const std::string path_;
+  const bool asked_;
+};
+
+/// What the archiver has packed: by its word, else by the size of the archive and what became of the bytes before.
+work::Sight Packed(const work::Tools& tools, const ArchiversWord& word, const std::string& archive) {
+  return [&, archive] {
+    if (const auto told = word.Told()) return *told;
+    constexpr double kOften = 0.7;  // images are packed already
+    const std::optional<double> share = tools.progress.PackedShare();
+    if (!share) tools.progress.Doubt();
+    const double size = static_cast<double>(work::SizeOfFile(tools.files, archive)());
+    return static_cast<std::uint64_t>(size / share.value_or(kOften));
+  };
+}
+
 /// One name that no archive can hold must not cost the others their archive.
 void LeaveOutLongNames(const work::Tools& tools, const std::string& folder, const std::string& category,
                        FileTree& files) {
@@ -73,7 +125,19 @@ work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& fol
                                 const std::string& target, const std::string& back, const std::string& category) {
   const work::CurrentFolderScope inFolder(tools.files, folder, back);
   if (!inFolder.Entered().IsDone()) return {false, std::nullopt, {}, inFolder.Entered().cause};
-  return work::RunProgram(tools, kUnpackCommand + archive + (target.empty() ? "" : " " + target), category);
+  const ArchiversWord word(tools, folder + archive);
+  const work::Sight grown = work::SizeOfTree(tools.files, tools.messageLoop, folder + target);
+  const work::Sight unpacked = [&] {
+    const auto told = word.Told();
+    return told ? *told : grown();
+  };
+  return work::RunProgram(tools, kUnpackCommand + archive + (target.empty() ? "" : " " + target), category,
+                          host::Where::ProgramsOnly, unpacked);
+}
+
+void PlanPacking(app::Progress& progress, const std::string& archiveName, std::uint64_t bytes) {
+  progress.Plan(app::Work::Packing, archiveName, bytes);
+  progress.Plan(app::Work::Checking, archiveName, bytes);
 }
 
 base::Outcome Archiver::PackCategory(const std::string& archiveName, Incomplete incomplete, Archive& made) const {
@@ -107,12 +171,28 @@ base::Outcome Archiver::RunArchiver(const std::string& archiveName, const std::s
   if (base::WideLength(command) > work::kLongestCommandLine) {
     return base::Failure("Too many files for one command line: cabarc (" + archiveName + ")");
   }
-  const work::ProgramEnd end = work::RunProgram(tools_, command, archiveName);
-  if (!end.started) return end.Started();
-  base::Outcome whole = CheckWhole(tools_, workFolder_.StagingFolder() + archiveName + kEnding, files);
+  const std::string archive = workFolder_.StagingFolder() + archiveName + kEnding;
+  PlanPacking(tools_.progress, archiveName, BytesOf(files));
+  {
+    const app::Progress::Part part(tools_.progress, app::Work::Packing, archiveName);
+    const ArchiversWord word(tools_, archive);
+    const work::ProgramEnd end =
+        work::RunProgram(tools_, command, archiveName, host::Where::ProgramsOnly, Packed(tools_, word, archive));
+    if (!end.started) return end.Started();
+  }
+  base::Outcome whole = CheckPacked(archiveName, files);
   if (whole.IsDone() || incomplete == Incomplete::Fails) return whole;
   tools_.log.WarnOfLoss(whole.cause, archiveName);
   return base::Result::Done;
+}
+
+base::Outcome Archiver::CheckPacked(const std::string& archiveName, const FileTree& files) const {
+  const std::string archive = workFolder_.StagingFolder() + archiveName + kEnding;
+  const std::uint64_t size = work::SizeOfFile(tools_.files, archive)();
+  tools_.progress.NotePacked(BytesOf(files), size);
+  tools_.progress.Plan(app::Work::Checking, archiveName, BytesOf(files), size);
+  const app::Progress::Part part(tools_.progress, app::Work::Checking, archiveName);
+  return CheckWhole(tools_, archive, files);
 }
 
 base::Outcome Archiver::MoveToArchiveFolder(const std::string& archive) const {
@@ -172,6 +252,7 @@ base::Outcome Archiver::JoinArchives(const BackupSet& set) const {
 base::Outcome Archiver::CopyIntoWorkFolder(const std::string& file) const {
   const std::string& staging = workFolder_.StagingFolder();
   const std::string name = base::FileNameOf(file);
+  const app::Progress::Part part(tools_.progress, app::Work::Copying, name);
   base::Outcome copied = work::CopyFileByXcopy(tools_, file, staging, name);
   return copied.IsDone() ? work::CompareSizes(tools_.files, file, staging + name) : copied;
 }
@@ -198,6 +279,7 @@ base::Outcome Archiver::Unpack(const std::string& name) const {
   // The archive folder is named relative to the work folder: the path above it may hold blanks,
   // and the archiver takes the name as it stands.
   const std::string& staging = workFolder_.StagingFolder();
+  const app::Progress::Part part(tools_.progress, app::Work::Unpacking, name);
   const work::ProgramEnd end =
       UnpackInFolder(tools_, staging, name, work::kArchiveFolderName, workFolder_.ProgramFolder(), name);
   if (!end.Succeeded()) return base::Failure(end.Cause());

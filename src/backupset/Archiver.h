@@ -1,6 +1,7 @@
 // The archives of a set, made and unpacked by the host's archiver cabarc.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,10 @@ namespace backupset {
 /// counts as an archiver that is not started: the archive would be unpacked into some other folder.
 work::ProgramEnd UnpackInFolder(const work::Tools& tools, const std::string& folder, const std::string& archive,
                                 const std::string& target, const std::string& back, const std::string& category);
+
+/// Plans, for the job's progress, that `bytes` will be packed into the archive of this name, without ".cab", and that
+/// it will be checked.
+void PlanPacking(app::Progress& progress, const std::string& archiveName, std::uint64_t bytes);
 
 /// What becomes of an archive that is not whole: it lacks files, or ends too early.
 enum class Incomplete {
@@ -60,6 +65,7 @@ class Archiver {
  private:
   base::Outcome RunArchiver(const std::string& archive, const std::string& list, const FileTree& files,
                             Incomplete incomplete) const;
+  base::Outcome CheckPacked(const std::string& archiveName, const FileTree& files) const;
   base::Outcome MoveToArchiveFolder(const std::string& archive) const;
   base::Outcome Rename(const std::vector<std::string>& from, const std::vector<std::string>& to) const;
   base::Outcome CopyIntoWorkFolder(const std::string& file) const;

@@ -88,19 +88,22 @@ base::Outcome Read(FileSource& source, const std::string& archive, cabinet::Stru
   return source.Opened().IsDone() ? About(archive, cabinet::ReadStructure(source, structure)) : source.Opened();
 }
 
-/// Keeps the screen alive during a walk.
+/// Keeps the screen alive during a walk, and tells the job's progress how far it is.
 class Serving : public cabinet::WalkObserver {
  public:
-  explicit Serving(host::MessageLoop& loop) : loop_(loop) {}
-  bool Sound(const cabinet::Block&) override {
-    constexpr int kServeEvery = 32;  // blocks, a megabyte
-    if (++blocks_ % kServeEvery == 0) loop_.Yield();
+  explicit Serving(const work::Tools& tools) : tools_(tools) {}
+  bool Sound(const cabinet::Block& block) override {
+    constexpr std::size_t kServeEvery = std::size_t{1} << 20;  // bytes
+    walked_ += block.size;
+    if (walked_ < kServeEvery) return true;
+    tools_.progress.Advance(std::exchange(walked_, 0));
+    tools_.messageLoop.Yield();
     return true;
   }
 
  private:
-  host::MessageLoop& loop_;
-  int blocks_ = 0;
+  const work::Tools& tools_;
+  std::size_t walked_ = 0;  ///< since it was told
 };
 
 /// Fails when something of `wanted` is not among `there`.
@@ -147,7 +150,7 @@ base::Outcome ReadWhole(const work::Tools& tools, const std::string& archive, Fi
   cabinet::Structure structure;
   if (base::Outcome read = Read(source, archive, structure); !read.IsDone()) return read;
   members = SizesOf(structure);
-  Serving serving(tools.messageLoop);
+  Serving serving(tools);
   return About(archive, cabinet::WalkBlocks(source, structure, serving));
 }
 

@@ -243,6 +243,11 @@ SetMark ReadMark(const work::Tools& tools, const std::string& folder) {
   return mark;
 }
 
+bool MayRestore(const SetMark& mark, const HostIdentity& host) {
+  return mark.appType == host.applicationType && SameMajorVersion(mark.appVersion, host.softwareVersion) &&
+         !mark.versions.empty();
+}
+
 std::string ReadIniValue(const work::Tools& tools, const std::string& folder, const std::string& fileName,
                          const std::string& key) {
   const std::string path = base::WithTrailingBackslash(base::Trim(folder)) + fileName;

@@ -78,6 +78,9 @@ struct SetMark {
 /// Reads it from the descriptor in `folder`, which ends in "\"; what is not there, or cannot be read, stays empty.
 SetMark ReadMark(const work::Tools& tools, const std::string& folder);
 
+/// Whether this system may restore anything of a set with this mark.
+bool MayRestore(const SetMark& mark, const HostIdentity& host);
+
 /// The trimmed value of the first line anywhere in the file that begins with `key` and "=";
 /// empty when there is none. Sections do not count, a blank before "=" or the key hides the
 /// line, and "*", "?", "#" and "[...]" in the key are wildcards.

@@ -111,7 +111,9 @@ class DestinationCopy {
 
   /// All archives are on the medium before the descriptor is written there, and that before anything is read back.
   base::Outcome CopyAndReadBack() {
+    Plan();
     for (const std::string& name : names_) {
+      const app::Progress::Part part(application_.progress, app::Work::Copying, name);
       const std::string copy = writing_.destination + name;
       base::Outcome step = work::CopyWholeFileByXcopy(writing_.tools, Staged(name), writing_.destination, name);
       if (step.IsDone()) step = files_.Flush(copy);
@@ -119,12 +121,20 @@ class DestinationCopy {
       application_.host.messageLoop.Yield();
     }
     for (const std::string& name : names_) {
+      const app::Progress::Part part(application_.progress, app::Work::Comparing, name);
       base::Outcome same = work::CompareOnMedium(writing_.tools, Staged(name), writing_.destination + name);
       if (!same.IsDone()) return same;
     }
     writing_.tools.log.WriteLog(app::LogLevel::Information,
                                 "Read back and compared: " + std::to_string(names_.size()) + " files");
     return base::Result::Done;
+  }
+
+  void Plan() {
+    for (const Archive& archive : writing_.packed.set.archives) {
+      application_.progress.Plan(app::Work::Copying, archive.name, archive.size);
+      application_.progress.Plan(app::Work::Comparing, archive.name, archive.size);
+    }
   }
 
   std::string Staged(const std::string& name) const { return writing_.packed.workFolder.StagingFolder() + name; }

@@ -29,6 +29,8 @@ class FloppyReader {
     const auto count = ReadDiskNumber(DescriptorValue("FDCount"));
     if (!count) return Incomplete("FDCount");
     mark_ = ReadMark(tools_, source_);
+    for (std::int32_t number = 1; number <= *count; ++number) PlanDisk(tools_.progress, number, kPieceSize);
+    tools_.progress.Plan(app::Work::Unpacking, kJoinedArchive, static_cast<std::uint64_t>(*count) * kPieceSize);
     // The disk may have been changed since the set was inspected.
     mark_.appVersion = set_.appVersion;
     mark_.versions = set_.versions;
@@ -105,6 +107,7 @@ class FloppyReader {
   }
 
   base::Outcome CopyPiece(const std::string& name) {
+    const app::Progress::Part part(tools_.progress, app::Work::Floppy, name);
     const std::string title = application_.messages.GetMessageText(app::MessageId::CopyingPieceTitle);
     base::Outcome copied = application_.host.shell.CopyWithProgress(source_ + name, staging_, title);
     return copied.IsDone() ? work::CompareSizes(tools_.files, source_ + name, staging_ + name) : copied;

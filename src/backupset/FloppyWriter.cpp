@@ -49,6 +49,7 @@ class FloppyWriter {
         letter_(base::DriveLetterOf(writing.destination)) {}
 
   base::Outcome Run() {
+    Plan();
     base::Outcome joined = Archiver(writing_.tools, workFolder_).JoinArchives(writing_.packed.set);
     if (!joined.IsDone()) return joined;
     if (const base::Outcome split = Split(); !split.IsDone()) return Say(split, app::MessageId::PathEntryUnreadable);
@@ -61,8 +62,19 @@ class FloppyWriter {
   }
 
  private:
+  /// Disk by disk; how many there are is nearly known before the archives are joined.
+  void Plan() {
+    const std::uint64_t size = writing_.packed.BackupSize;
+    PlanPacking(application_.progress, kJoinedArchiveName, size);
+    for (std::uint64_t before = 0; before < size; before += kPieceSize) {
+      const auto number = static_cast<std::int32_t>(before / kPieceSize + 1);
+      PlanDisk(application_.progress, number, std::min<std::uint64_t>(size - before, kPieceSize));
+    }
+  }
+
   /// The failure is shown here, and nothing else of it.
   base::Outcome Say(const base::Outcome& failure, app::MessageId message) {
+    application_.progress.Fail();
     application_.failures.Show(failure, message);
     return base::Result::Stopped;
   }
@@ -163,6 +175,7 @@ class FloppyWriter {
   }
 
   base::Outcome CopyPiece(const std::string& piece) {
+    const app::Progress::Part part(application_.progress, app::Work::Floppy, PieceName(disk_.number));
     host::FileSystem& files = writing_.tools.files;
     const std::string copy = kFloppy + base::FileNameOf(piece);
     const std::string descriptor = std::string(kFloppy) + kDescriptorFile;

@@ -63,6 +63,10 @@ std::string PieceName(std::int32_t number) {
   return kJoinedArchiveName + base::WithLeadingZeros(number, kDigits);
 }
 
+void PlanDisk(app::Progress& progress, std::int32_t number, std::uint64_t bytes) {
+  progress.Plan(app::Work::Floppy, PieceName(number), bytes);
+}
+
 base::Outcome WritePiece(host::FileSystem& files, host::BinaryReader& source, const std::string& piece,
                          std::uint32_t count) {
   if (count < 1) return base::Failure("nothing to write: " + piece);

@@ -36,6 +36,9 @@ std::optional<std::int16_t> ReadDiskNumber(const std::string& text);
 /// "FDDivide001" for 1.
 std::string PieceName(std::int32_t number);
 
+/// Plans, for the job's progress, that `bytes` are written to a disk of this number or read from it.
+void PlanDisk(app::Progress& progress, std::int32_t number, std::uint64_t bytes);
+
 /// Cuts archive folder + "FDDivide.cab", of `size` bytes, into pieces beside it. Reads the
 /// archive once, keeps one block in memory, and serves the user interface between the pieces. Fails when
 /// there is nothing to cut, the archive is shorter than `size`, or a piece cannot be written.

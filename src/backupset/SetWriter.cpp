@@ -2,6 +2,7 @@
 #include "backupset/SetWriter.h"
 
 #include "app/Finish.h"
+#include "backupset/EndedJob.h"
 #include "backupset/Pieces.h"
 #include "base/Path.h"
 #include "work/FileOperations.h"
@@ -49,6 +50,24 @@ void Measure(const work::Tools& tools, const WritingMessages& messages, const ap
                      std::string(messages.job) + " gathered: " + Description(packed.set) + "; " + gathering.Summary());
 }
 
+bool GatherUnderBar(app::Application& application, forms::ProgressBar& bar, forms::Label& numbers, const Gathering& job,
+                    const std::function<base::Outcome()>& gather) {
+  const app::Progress::Job shown(application.progress, bar, numbers);
+  auto running = app::KeepRunning(application);
+  const base::Outcome gathered = gather();
+  running.reset();
+  if (gathered.IsDone()) {
+    application.progress.Complete();
+    return true;
+  }
+  application.progress.Fail();
+  const BackupSet& set = job.packed.set;
+  ListEndedJob(application, job.kind, {}, set, set.categories, job.watch, gathered);
+  application.failures.Show(gathered);
+  RemoveWorkFolderOrSay(application.failures, job.packed);
+  return false;
+}
+
 base::Outcome WriteBackupSet(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
                              const WritingMessages& messages) {
   const Writing writing{work::ToolsOf(application), IdentityOf(application.state, application.appearance), packed,
@@ -77,9 +96,12 @@ base::Outcome ReportStopped(app::Application& application, const WritingMessages
 
 void ReportWritten(app::Application& application, const WritingMessages& messages, const BackupSet& set,
                    const app::Watch& job) {
-  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " +
-                                                           application.state.SelectedFolder + ": " + Description(set) +
-                                                           "; " + job.Summary());
+  const std::string& destination = application.state.SelectedFolder;
+  application.log.WriteLog(app::LogLevel::Information, std::string(messages.job) + " written to " + destination + ": " +
+                                                           Description(set) + "; " + job.Summary());
+  const base::Outcome end{base::Result::Done, messages.finished};
+  ListEndedJob(application, messages.kind, destination, set, set.categories, job, end);
+  application.progress.Complete();
   application.messages.TellWarnings(messages.warnings, job.Warnings());
   application.messages.ShowMessage(messages.finished);
 }
@@ -96,7 +118,9 @@ std::string Description(const BackupSet& set) {
 base::Outcome WritingOperation::Run() {
   application_.toolkit.SetPointer(forms::Pointer::Hourglass);
   const auto running = app::KeepRunning(application_);
-  return WithDefaultMessage(Write(), messages_);
+  tried_ = application_.state.SelectedFolder;
+  end_ = WithDefaultMessage(Write(), messages_);
+  return end_;
 }
 
 void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
@@ -104,7 +128,16 @@ void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed) {
   if (!removed.IsDone()) failures.Show(removed, app::MessageId::BackupWorkFolderNotRemoved);
 }
 
+/// What was written is listed already, and was before its success was told.
+void WritingOperation::ListUnlessWritten() {
+  if (end_.IsDone()) return;
+  const bool isTold = end_ == base::Result::Stopped && !tried_.empty();
+  const base::Outcome end = isTold ? base::Outcome(end_.result, messages_.stopped) : end_;
+  ListEndedJob(application_, messages_.kind, tried_, packed_.set, packed_.set.categories, job_, end);
+}
+
 void WritingOperation::Unloaded() {
+  ListUnlessWritten();
   RemoveWorkFolderOrSay(application_.failures, packed_);
 }
 

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "app/Application.h"
@@ -23,6 +24,19 @@ struct PackedSet {
 
 /// Measures what was gathered, and says in the log what it is and what has passed meanwhile.
 void Measure(const work::Tools& tools, const WritingMessages& messages, const app::Watch& gathering, PackedSet& packed);
+
+/// A set that is gathered and packed, and the job that does it.
+struct Gathering {
+  app::JobKind kind;
+  PackedSet& packed;
+  const app::Watch& watch;  ///< of the whole job
+};
+
+/// Has a set gathered and packed: the workstation goes on meanwhile, and `bar` and `numbers` show how far that is.
+/// Returns whether `gather` has done it; otherwise its failure was listed and shown, and there is no work folder any
+/// more.
+bool GatherUnderBar(app::Application& application, forms::ProgressBar& bar, forms::Label& numbers, const Gathering& job,
+                    const std::function<base::Outcome()>& gather);
 
 /// One try to write a set, as far as folder and floppies need the same.
 struct Writing {
@@ -56,8 +70,8 @@ void RemoveWorkFolderOrSay(app::Failures& failures, PackedSet& packed);
 /// Tells that it was stopped, and why, to the operator and the log; sets the pointer back, and returns Stopped.
 base::Outcome ReportStopped(app::Application& application, const WritingMessages& messages, const base::Outcome& why);
 
-/// Tells that the set was written: in the log with what it is made of, and what has passed in this job; on the screen,
-/// before the message of success, how many warnings there were, if any.
+/// Tells that the set was written: in the log with what it is made of, and what has passed in this job; in the list of
+/// past jobs; on the screen, before the message of success, how many warnings there were, if any.
 void ReportWritten(app::Application& application, const WritingMessages& messages, const BackupSet& set,
                    const app::Watch& job);
 
@@ -65,13 +79,15 @@ void ReportWritten(app::Application& application, const WritingMessages& message
 std::string Description(const BackupSet& set);
 
 /// What the two operations that write a set have in common towards the selection dialog: shows the space, gives
-/// failures their messages, and clears the work folder away when the dialog goes (message 60361 when that fails).
+/// failures their messages, lists the job that has written nothing, and clears the work folder away when the dialog
+/// goes (message 60361 when that fails).
 /// What is proposed and what is written is left to the one operation and the other.
 class WritingOperation : public media::SelectionOperation {
  public:
+  /// All outlive the operation; `job` watches the whole job.
   WritingOperation(app::Application& application, media::MediaDrives& drives, PackedSet& packed,
-                   const WritingMessages& messages)
-      : application_(application), drives_(drives), packed_(packed), messages_(messages) {}
+                   const WritingMessages& messages, const app::Watch& job)
+      : application_(application), drives_(drives), packed_(packed), messages_(messages), job_(job) {}
 
   std::optional<std::uint64_t> SpaceNeeded() const override { return packed_.BackupSize; }
   base::Outcome Run() override;
@@ -85,6 +101,13 @@ class WritingOperation : public media::SelectionOperation {
   media::MediaDrives& drives_;
   PackedSet& packed_;
   const WritingMessages& messages_;
+
+ private:
+  void ListUnlessWritten();
+
+  const app::Watch& job_;
+  std::string tried_;                          ///< destination of the last try
+  base::Outcome end_ = base::Result::Stopped;  ///< of that; without any, the dialog was only closed
 };
 
 }  // namespace backupset

@@ -9,6 +9,7 @@ namespace {
 using enum base::MessageId;
 
 constexpr WritingMessages kBackup{.job = "Backup",
+                                  .kind = app::JobKind::Backup,
                                   .medium = {BackupDriveError, BackupDriveUnusable, AskInsertBackupMedium},
                                   .prepareMedium = AskPrepareBackupMedium,
                                   .formatFailed = BackupFormatFailed,
@@ -31,6 +32,7 @@ constexpr WritingMessages kBackup{.job = "Backup",
 // The question about a foreign label and the failed descriptor have no number of their own here.
 constexpr WritingMessages kMaintenance{
     .job = "Maintenance log",
+    .kind = app::JobKind::MaintenanceLog,
     .medium = {MaintenanceDriveError, MaintenanceDriveUnusable, AskInsertMaintenanceMedium},
     .prepareMedium = AskPrepareMaintenanceMedium,
     .formatFailed = MaintenanceFormatFailed,

@@ -9,6 +9,7 @@ namespace backupset {
 
 struct WritingMessages {
   const char* job;  ///< what the log calls it
+  app::JobKind kind{};
   media::MediumMessages medium;
   app::MessageId prepareMedium{};  ///< question: the medium must be formatted
   app::MessageId formatFailed{};

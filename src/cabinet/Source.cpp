@@ -28,24 +28,24 @@ const std::uint8_t* Window::At(std::uint64_t offset, std::size_t count) {
   cannotBeRead_ = false;
   const bool there = offset >= start_ && offset - start_ <= size_ && size_ - (offset - start_) >= count;
   if (!there && !Fill(offset, count)) return nullptr;
-  return bytes_.data() + (offset - start_);
+  return bytes_.get() + (offset - start_);
 }
 
 bool Window::Fill(std::uint64_t offset, std::size_t count) {
   const bool overlaps = offset >= start_ && offset - start_ < size_;
   const std::size_t kept = overlaps ? size_ - static_cast<std::size_t>(offset - start_) : 0;
-  std::memmove(bytes_.data(), bytes_.data() + (size_ - kept), kept);
+  std::memmove(bytes_.get(), bytes_.get() + (size_ - kept), kept);
   start_ = offset;
   size_ = kept;
   // Where one bad place spoils a large piece, the bytes that are wanted may still be had.
-  return count <= kReach && (Read(count, bytes_.size()) || (cannotBeRead_ && Read(count, count)));
+  return count <= kReach && (Read(count, kSize) || (cannotBeRead_ && Read(count, count)));
 }
 
 /// Until there are `count` bytes, asking for as many as `atMost`.
 bool Window::Read(std::size_t count, std::size_t atMost) {
   cannotBeRead_ = false;
   while (size_ < count) {
-    const std::int64_t got = source_.ReadAt(start_ + size_, bytes_.data() + size_, atMost - size_);
+    const std::int64_t got = source_.ReadAt(start_ + size_, bytes_.get() + size_, atMost - size_);
     cannotBeRead_ = got < 0;
     if (got <= 0) return false;
     size_ += static_cast<std::size_t>(got);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace cabinet {
@@ -42,8 +43,10 @@ class Window {
   bool Fill(std::uint64_t offset, std::size_t count);
   bool Read(std::size_t count, std::size_t atMost);
 
+  static constexpr std::size_t kSize = 4 * kReach;
+
   Source& source_;
-  std::vector<std::uint8_t> bytes_ = std::vector<std::uint8_t>(4 * kReach);
+  std::unique_ptr<std::uint8_t[]> bytes_ = std::make_unique_for_overwrite<std::uint8_t[]>(kSize);
   std::uint64_t start_ = 0;  // where bytes_ stand in the source
   std::size_t size_ = 0;     // how many of them are there
   bool cannotBeRead_ = false;

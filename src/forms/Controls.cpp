@@ -72,6 +72,20 @@ void TextBox::SetText(const std::string& text) {
   if (Edited) Edited();
 }
 
+void ListBox::SetItems(std::vector<std::string> items) {
+  items_ = std::move(items);
+  picked_ = 0;
+  Changed(Aspect::Items);
+  if (Picked) Picked();
+}
+
+void ListBox::Pick(std::size_t item) {
+  if (item == picked_ || item >= items_.size()) return;
+  picked_ = item;
+  Changed(Aspect::Value);
+  if (Picked) Picked();
+}
+
 void ComboBox::AddItem(const std::string& item) {
   items_.push_back(item);
   Changed(Aspect::Items);
@@ -87,6 +101,23 @@ void ComboBox::SetText(const std::string& text) {
   text_ = text;
   Changed(Aspect::Text);
   if (Edited) Edited();
+}
+
+ProgressBar::ProgressBar(Form& form, std::string name, base::MessageId captionId)
+    : Control(form, ControlKind::ProgressBar, std::move(name), captionId) {
+  SetVisible(false);
+}
+
+void ProgressBar::SetValue(int value) {
+  if (value_ == value) return;
+  value_ = value;
+  Changed(Aspect::Value);
+}
+
+void ProgressBar::SetFailed(bool failed) {
+  if (failed_ == failed) return;
+  failed_ = failed;
+  Changed(Aspect::Value);
 }
 
 }  // namespace forms

@@ -6,6 +6,7 @@
 // drops the echo.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -17,7 +18,7 @@ namespace forms {
 
 class Form;
 
-enum class ControlKind { Label, Frame, CommandButton, CheckBox, OptionButton, TextBox, ComboBox };
+enum class ControlKind { Label, Frame, CommandButton, CheckBox, OptionButton, TextBox, ComboBox, ListBox, ProgressBar };
 
 /// What about a control or form has changed.
 enum class Aspect { Caption, Text, Value, Items, Enabled, Visible, Appearance, Focus };
@@ -64,7 +65,7 @@ class Control {
   void SetVisible(bool visible);
   const Appearance& Look() const { return appearance_; }
   void SetLook(const Appearance& appearance);
-  /// Asks the view to put the keyboard focus here.
+  /// Asks the view to put the keyboard focus here; all text of a field is selected then, and typing replaces it.
   void SetFocus();
 
  protected:
@@ -146,7 +147,7 @@ class TextBox : public Control {
   TextBox(Form& form, std::string name) : Control(form, ControlKind::TextBox, std::move(name)) {}
 
   const std::string& Text() const { return text_; }
-  /// Raises `Edited` when the text differs.
+  /// Raises `Edited` when the text differs. Lines of a box of several end in CR LF.
   void SetText(const std::string& text);
 
   std::function<void()> Edited;
@@ -156,6 +157,27 @@ class TextBox : public Control {
 
  private:
   std::string text_;
+};
+
+/// Entries of which one is picked.
+class ListBox : public Control {
+ public:
+  ListBox(Form& form, std::string name) : Control(form, ControlKind::ListBox, std::move(name)) {}
+
+  const std::vector<std::string>& Items() const { return items_; }
+  /// Replaces all entries. The first one is picked, if there is any; raises `Picked`.
+  void SetItems(std::vector<std::string> items);
+
+  /// Counts from 0; as many as there are entries where none is picked.
+  std::size_t PickedItem() const { return picked_; }
+  /// Raises `Picked` when the entry is another one.
+  void Pick(std::size_t item);
+
+  std::function<void()> Picked;
+
+ private:
+  std::vector<std::string> items_;
+  std::size_t picked_ = 0;
 };
 
 class ComboBox : public Control {
@@ -175,6 +197,26 @@ class ComboBox : public Control {
  private:
   std::vector<std::string> items_;
   std::string text_;
+};
+
+/// How far something is. Hidden from the beginning: most of the time there is nothing to show. Its caption is no text
+/// on the screen, but the name that a screen reader says with the value.
+class ProgressBar : public Control {
+ public:
+  static constexpr int kEnd = 1000;
+
+  ProgressBar(Form& form, std::string name, base::MessageId captionId);
+
+  /// From 0 to kEnd.
+  int Value() const { return value_; }
+  void SetValue(int value);
+  /// Whether it ended there because something went wrong.
+  bool HasFailed() const { return failed_; }
+  void SetFailed(bool failed);
+
+ private:
+  int value_ = 0;
+  bool failed_ = false;
 };
 
 }  // namespace forms

@@ -64,6 +64,9 @@ class Form {
   CommandButton* DefaultButton() const { return default_; }
   CommandButton* CancelButton() const { return cancel_; }
 
+  /// Whether keys but those for leaving and looking around count only after a moment of rest.
+  bool IsCautious() const { return cautious_; }
+
   /// The operator presses F1.
   void RequestHelp();
 
@@ -79,6 +82,8 @@ class Form {
   virtual void OnUnload() {}
   void SetDefaultButton(CommandButton& button) { default_ = &button; }
   void SetCancelButton(CommandButton& button) { cancel_ = &button; }
+  /// The form can start what nobody can take back: see KeyGuard.
+  void SetCautious() { cautious_ = true; }
   Toolkit& GetToolkit() const { return toolkit_; }
 
  private:
@@ -97,6 +102,7 @@ class Form {
   int top_ = 0;
   int width_ = 0;
   int height_ = 0;
+  bool cautious_ = false;
   bool enabled_ = true;
   bool loaded_ = false;
   bool open_ = false;

@@ -1,6 +1,7 @@
 // The workstation around the program: the Windows shell, the user interface's event queue, and the clock.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <memory>
 #include <string>
@@ -42,6 +43,10 @@ class Shell {
   /// message of its own.
   virtual bool OpenDocument(const std::string& fileName) = 0;
 
+  /// Hands a text document to whatever prints its kind, or opens it where nothing does, and does not wait for it.
+  /// Returns whether it was handed over; shows no message of its own.
+  virtual bool PrintDocument(const std::string& path) = 0;
+
   /// Shows the shell's format dialog. `drive` counts from 0 for A:.
   virtual FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) = 0;
 
@@ -63,6 +68,10 @@ class Clock {
  public:
   virtual ~Clock() = default;
   virtual base::LocalTime Now() = 0;
+  /// What has passed since some moment before the program's start. Never goes back, whoever sets the clock.
+  virtual std::chrono::milliseconds Running() = 0;
+  /// When a file was last written to, by its FolderEntry::modified.
+  virtual base::LocalTime LocalTimeOf(std::uint64_t modified) = 0;
   /// The system's short date format.
   virtual std::string ShortDate(const base::LocalTime& time) = 0;
   /// The system's long time format.

@@ -89,6 +89,8 @@ class FileSystem {
   /// be, reads as ever. Opening drops nothing that waits to be written: call Flush() before.
   virtual base::Obtained<BinaryReader> OpenUncached(const std::string& path) = 0;
   virtual base::Obtained<BinaryWriter> CreateBinary(const std::string& path) = 0;
+  /// Opens at the end and creates a missing file.
+  virtual base::Obtained<BinaryWriter> AppendBinary(const std::string& path) = 0;
   /// Returns when all that was written to a file, which must exist, has reached its medium. The file may be read-only.
   virtual base::Outcome Flush(const std::string& path) = 0;
 

@@ -1,7 +1,9 @@
 // Starting programs, waiting for them, and seeing which ones run.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,6 +27,10 @@ enum class Where {
   CurrentFolder,
 };
 
+/// What is to be done from time to time while a program is waited for, and at once when the wait begins. Returns after
+/// how long it wants to be called again.
+using Meanwhile = std::function<std::chrono::milliseconds()>;
+
 /// A program that was started. Letting go of the object does not end the program.
 class StartedProgram {
  public:
@@ -33,10 +39,10 @@ class StartedProgram {
   /// Never 0.
   virtual std::uint32_t Id() const = 0;
 
-  /// Waits until the program has ended, however long that takes, while the user
-  /// interface's events are served. Uses no measurable processor time and returns as
-  /// soon as the program ends. Returns the exit code; nothing when it cannot be had.
-  virtual std::optional<std::uint32_t> Wait() = 0;
+  /// Waits until the program has ended, however long that takes, while the user interface's events are served and,
+  /// where there is one, `meanwhile` is called. Uses no measurable processor time beside that and returns as soon as
+  /// the program ends. Returns the exit code; nothing when it cannot be had.
+  virtual std::optional<std::uint32_t> Wait(const Meanwhile& meanwhile = {}) = 0;
 };
 
 class Processes {
@@ -60,6 +66,10 @@ class Processes {
 
   /// Whether another instance of this program was running on this machine, in whatever session, when this one started.
   virtual bool HasPreviousInstance() = 0;
+
+  /// Whether this process may do what an administrator may, which Windows withholds from an ordinary start even of
+  /// such a user's.
+  virtual bool HasAdministratorsRights() = 0;
 
   /// Ends this process at once.
   [[noreturn]] virtual void EndThisProcess() = 0;

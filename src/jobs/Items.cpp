@@ -91,7 +91,64 @@ bool TakesRecentImages(const Job& job, const std::string& folder) {
          base::SameName(folder.substr(folder.size() - kLength), ".ddo\\");
 }
 
+/// Bytes of the files that fit, in a folder and below it.
+std::uint64_t BytesBelow(const work::Tools& tools, const std::string& folder, const std::string& pattern) {
+  std::uint64_t sum = 0;
+  for (const host::FolderEntry& entry : EntriesOf(tools, folder)) {
+    if (entry.isFolder) {
+      sum += entry.isLink ? 0 : BytesBelow(tools, folder + entry.name + "\\", pattern);
+    } else if (base::MatchesFileName(entry.name, pattern)) {
+      sum += entry.size;
+    }
+  }
+  return sum;
+}
+
+std::uint64_t BytesOfFiles(const Job& job, const std::string& item) {
+  const std::string name = base::FileNameOf(item);
+  if (name.find_first_of("*?") != std::string::npos) return BytesBelow(job.tools, base::FolderOf(item), name);
+  return static_cast<std::uint64_t>(std::max<std::int64_t>(job.tools.files.FileSize(item), 0));
+}
+
+std::uint64_t BytesOfFolder(const Job& job, const std::string& item) {
+  const std::string folder = WithDrive(base::WithTrailingBackslash(item), job.ApplicationRootFolder);
+  const std::uint64_t bytes = BytesBelow(job.tools, folder, "*");
+  if (!TakesRecentImages(job, folder)) return bytes;
+  job.tools.progress.Plan(app::Work::Gathering, kRecentImages, bytes);  // at most
+  return 0;
+}
+
+/// The items with their path variables expanded. One that cannot be is told when its turn comes.
+std::vector<std::string> Expanded(const Job& job, const std::vector<std::string>& items) {
+  std::vector<std::string> expanded;
+  for (std::string item : items) {
+    if (job.paths.ExpandQuietly(item).IsDone()) expanded.push_back(std::move(item));
+  }
+  return expanded;
+}
+
+/// A program writes its folder's files again, as far as that can be told before, and `most` of that is gathered then.
+void PlanProgram(const Job& job, const std::string& item, std::uint64_t most) {
+  const std::string folder = base::FolderOf(item);
+  const std::uint64_t there = folder.empty() ? 0 : work::BytesIn(job.tools.files, folder);
+  job.tools.progress.Plan(app::Work::Exporting, item, std::min(there, most));
+}
+
 }  // namespace
+
+std::uint64_t PlanGathering(const Job& job, const std::string& section) {
+  const JobDefinitions& definitions = job.definitions;
+  std::uint64_t bytes = 0;
+  for (const auto& item : Expanded(job, definitions.FilledItems(JobKey::CommonFile, section))) {
+    bytes += BytesOfFiles(job, item);
+  }
+  for (const auto& item : Expanded(job, definitions.FolderItems(section))) bytes += BytesOfFolder(job, item);
+  for (const JobKey key : {JobKey::BatFile, JobKey::EventLog, JobKey::RegFile}) {
+    for (const auto& item : Expanded(job, definitions.FilledItems(key, section))) PlanProgram(job, item, bytes);
+  }
+  job.tools.progress.Plan(app::Work::Gathering, section, bytes);
+  return bytes;
+}
 
 Job JobOf(app::Application& application, const JobDefinitions& definitions, const work::WorkFolder& workFolder,
           const std::optional<MaintenanceOptions>& options) {

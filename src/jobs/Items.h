@@ -45,6 +45,10 @@ struct Job {
 Job JobOf(app::Application& application, const JobDefinitions& definitions, const work::WorkFolder& workFolder,
           const std::optional<MaintenanceOptions>& options = std::nullopt);
 
+/// Plans what the executors of a loaded section will gather, as far as that is there already, for the job's progress:
+/// all of it under the section's name, the programs under their items. Returns its bytes.
+std::uint64_t PlanGathering(const Job& job, const std::string& section);
+
 /// Calls `action` with each item, its path variable expanded, until an expansion or an action is not Done; that
 /// outcome is the result.
 template <typename Action>

@@ -33,6 +33,7 @@ class SectionRun {
 
  private:
   void Gather() {
+    const app::Progress::Part part(job_.tools.progress, app::Work::Gathering, section_);
     // In an ordinary backup a batch file only prepares what other kinds then collect.
     Add(RunBatFileItems(job_, section_), job_.maintenance.has_value());
     Add(RunCommonFileItems(job_, section_, gathering_));
@@ -86,6 +87,12 @@ class SectionRun {
 };
 
 }  // namespace
+
+void PlanSection(const Job& job, const std::string& section, const std::string& archiveName) {
+  if (job.tools.progress.IsShown()) {
+    backupset::PlanPacking(job.tools.progress, archiveName, PlanGathering(job, section));
+  }
+}
 
 SectionResult RunSectionItems(const Job& job, const std::string& section, const std::string& archiveName,
                               work::CopiedFiles* copied) {

@@ -15,6 +15,9 @@ struct SectionResult {
   base::Outcome outcome;                ///< why there is no archive
 };
 
+/// Plans, for the job's progress, what RunSectionItems() will gather and pack.
+void PlanSection(const Job& job, const std::string& section, const std::string& archiveName);
+
 /// Gathers the items of a loaded section into the work folder and packs them into `archiveName`
 /// + ".cab" in the archive folder. `copied`, where it is given, learns which files were copied.
 SectionResult RunSectionItems(const Job& job, const std::string& section, const std::string& archiveName,

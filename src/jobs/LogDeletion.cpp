@@ -1,6 +1,7 @@
 // Deletes the host's logs after a backup that contains them.
 #include "jobs/LogDeletion.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <utility>
 #include <vector>
@@ -75,10 +76,13 @@ class LogDeletion {
     std::vector<host::FolderEntry> entries;
     Note(tools_.files.List(folder, pattern, entries));
     for (const host::FolderEntry& entry : entries) {
-      if (!entry.isFolder && !work::IsSamePath(folder + entry.name, saved_.ownLog))
-        DeleteSaved(folder + entry.name, entry);
+      if (!entry.isFolder && !IsOwn(folder + entry.name)) DeleteSaved(folder + entry.name, entry);
       tools_.messageLoop.Yield();
     }
+  }
+
+  bool IsOwn(const std::string& path) const {
+    return std::ranges::any_of(saved_.own, [&](const std::string& own) { return work::IsSamePath(path, own); });
   }
 
   void DeleteSaved(const std::string& path, const host::FolderEntry& entry) {

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "app/PathTable.h"
 #include "jobs/JobDefinitions.h"
@@ -14,7 +15,7 @@ namespace jobs {
 /// What is known of the files whose deletion the host asks for.
 struct SavedLogs {
   work::CopiedFiles copied;      ///< into the set, and how they looked then
-  std::string ownLog;            ///< this program's: it stays, being written to, and that is no failure
+  std::vector<std::string> own;  ///< this program's log and list of jobs: they stay, and that is no failure
   std::uint64_t gatheredAt = 0;  ///< when gathering began, as the file system counts
 };
 

@@ -47,12 +47,14 @@ void CopyRecentImages(const work::Tools& tools, const app::PathTable& paths, hos
 
   const auto query = components.CreateStudyDatabaseQuery();
   const std::int32_t count = CountRows(query.get(), days, tools.log);
+  const app::Progress::Part part(tools.progress, app::Work::Gathering, kRecentImages);
   for (std::int32_t row = 0; row < count; ++row) {
     std::string source;
     const bool read = query->FieldValue(row, 0, source).IsDone();
     if (!read) tools.log.WarnOfLoss("A row of the list of recent images cannot be read", kCategory);
     const bool onThisComputer = !source.starts_with("\\\\");
     if (read && onThisComputer) CopyImage(tools, source, base::Replaced(source, images, destination));
+    tools.progress.ReachPiece(static_cast<std::uint64_t>(row) + 1, static_cast<std::uint64_t>(count));
     tools.messageLoop.Yield();
   }
 }

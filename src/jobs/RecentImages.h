@@ -10,6 +10,9 @@
 
 namespace jobs {
 
+/// The part of the job's progress that CopyRecentImages() is.
+inline constexpr char kRecentImages[] = "recent images";
+
 /// Copies the image files of the studies of the last `days` days into `folder`, which ends in "\", as they stand below
 /// the host's image folder. Files on other computers, and those outside the image folder as the path table writes it,
 /// letter case included, stay where they are. A file that cannot be copied is logged and passed over; an unknown image

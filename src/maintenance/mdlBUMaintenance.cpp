@@ -3,7 +3,6 @@
 
 #include <optional>
 
-#include "app/Finish.h"
 #include "backupset/Archiver.h"
 #include "backupset/Pieces.h"
 #include "jobs/ClientLogs.h"
@@ -47,6 +46,7 @@ base::Outcome CollectMaintenanceSection(app::Application& application, const job
                                         MaintenanceJob& job, const std::string& section) {
   const work::WorkFolder& workFolder = job.packed.workFolder;
   const jobs::Job collecting = jobs::JobOf(application, definitions, workFolder, job.options);
+  jobs::PlanSection(collecting, section, kArchiveName);
   const jobs::SectionResult result = jobs::RunSectionItems(collecting, section, kArchiveName);
   job.PersonalInfoResult = result.PersonalInfoResult;
   if (!result.outcome.IsDone()) return result.outcome;
@@ -62,17 +62,13 @@ MaintenanceJob::MaintenanceJob(app::Application& application, const jobs::Mainte
       watch(application.log) {}
 
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
-                               media::MediaDrives& drives) {
+                               media::MediaDrives& drives, forms::ProgressBar& bar, forms::Label& numbers) {
   const auto options = AskForOptions(application);
   if (!options) return;
   MaintenanceJob job(application, *options);
-  auto running = app::KeepRunning(application);
-  const base::Outcome collected = MaintenanceLogBackup(application, definitions, job);
-  running.reset();
-  if (!collected.IsDone()) {
-    application.failures.Show(collected);
-    return backupset::RemoveWorkFolderOrSay(application.failures, job.packed);
-  }
+  const auto gather = [&] { return MaintenanceLogBackup(application, definitions, job); };
+  const backupset::Gathering gathering{app::JobKind::MaintenanceLog, job.packed, job.watch};
+  if (!backupset::GatherUnderBar(application, bar, numbers, gathering, gather)) return;
   if (job.PersonalInfoResult != 0) {
     application.messages.ShowMessage(app::MessageId::PersonalInfoLeft, {}, std::to_string(job.PersonalInfoResult), {});
   }
@@ -103,7 +99,8 @@ std::string MaintenanceSectionName(const jobs::MaintenanceOptions& options) {
 
 MaintenanceOperation::MaintenanceOperation(app::Application& application, media::MediaDrives& drives,
                                            MaintenanceJob& job)
-    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup)),
+    : WritingOperation(application, drives, job.packed, backupset::MessagesOf(app::Operation::MaintenanceLogBackup),
+                       job.watch),
       job_(job) {}
 
 std::string MaintenanceOperation::ProposeFolder() {

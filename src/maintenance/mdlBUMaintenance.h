@@ -19,10 +19,10 @@ struct MaintenanceJob {
   app::Watch watch;
 };
 
-/// Asks for the options, collects, and has the destination chosen, where the bundle is written. Whatever
-/// goes wrong was shown when this returns, and no work folder is left.
+/// Asks for the options, collects, with `bar` and `numbers` showing how far that is, and has the destination chosen,
+/// where the bundle is written. Whatever goes wrong was shown when this returns, and no work folder is left.
 void StartMaintenanceLogBackup(app::Application& application, jobs::JobDefinitions& definitions,
-                               media::MediaDrives& drives);
+                               media::MediaDrives& drives, forms::ProgressBar& bar, forms::Label& numbers);
 
 /// Collects and packs everything into a new work folder and measures it. Client logs are imported first, whatever
 /// comes of that. A failure carries message 60460, 60470 or 60471.

@@ -10,8 +10,8 @@
 
 namespace media {
 
-/// One per opening of the dialog, which calls it in this order: ProposeFolder once, Run for every OK, Unloaded once;
-/// SpaceNeeded whenever it shows the space.
+/// One per opening of the dialog, which calls it in this order: ProposeFolder once, Run for every OK, and MeantFolder
+/// after one that was stopped, Unloaded once; SpaceNeeded whenever it shows the space, BrowseFrom for every Browse.
 class SelectionOperation {
  public:
   virtual ~SelectionOperation() = default;
@@ -25,6 +25,12 @@ class SelectionOperation {
   /// Carries the operation out on `SelectedFolder`. Done closes the dialog, Stopped leaves it open for another choice;
   /// a failure is shown, by the message that it carries, and closes it. The dialog sets the pointer back.
   virtual base::Outcome Run() = 0;
+
+  /// Where Browse opens while `shown` is the folder in the dialog.
+  virtual std::string BrowseFrom(const std::string& shown) { return shown; }
+
+  /// After a Run that was stopped: the folder that the operator may have meant; empty where none is known.
+  virtual std::string MeantFolder() { return {}; }
 
   /// The dialog goes: clears away what the operation has left for it.
   virtual void Unloaded() = 0;

@@ -48,12 +48,13 @@ void frmSelectFolder::Refer() {
   application_.log.WriteLog(app::LogLevel::Information, "Refer Folder");
   EnableButtons(false);
   const std::string title = application_.messages.GetMessageText(app::MessageId::BrowserTitle);
-  const std::string folder = application_.host.shell.BrowseForFolder(title, txtFolder.Text());
+  const std::string folder = application_.host.shell.BrowseForFolder(title, operation_.BrowseFrom(txtFolder.Text()));
   EnableButtons(true);
   if (folder.empty()) return;
   txtFolder.SetText(folder);
   TakeFolder();
   ShowSpace();
+  cmdOK.SetFocus();  // where the operator goes on
 }
 
 void frmSelectFolder::Accept() {
@@ -61,12 +62,24 @@ void frmSelectFolder::Accept() {
   EnableButtons(false);
   // Taken here and not while it is typed: the text box stays open to the operator during the run.
   TakeFolder();
-  const base::Outcome outcome = operation_.Run();
-  const bool stopped = outcome == base::Result::Stopped;
-  if (!outcome.IsDone() && !stopped) application_.failures.Show(outcome);
+  const bool stopped = Run() == base::Result::Stopped;
   application_.toolkit.SetPointer(forms::Pointer::Default);
   EnableButtons(true);
-  if (!stopped) Close();
+  if (!stopped) return Close();
+  const std::string meant = operation_.MeantFolder();
+  if (meant.empty()) return;
+  txtFolder.SetText(meant);
+  txtFolder.SetFocus();
+}
+
+base::Outcome frmSelectFolder::Run() {
+  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
+  base::Outcome outcome = operation_.Run();
+  if (!outcome.IsDone() && outcome != base::Result::Stopped) {
+    application_.progress.Fail();
+    application_.failures.Show(outcome);
+  }
+  return outcome;
 }
 
 void frmSelectFolder::Cancel() {

@@ -24,6 +24,8 @@ class frmSelectFolder : public forms::Form {
   forms::TextBox txtCapacity{*this, "txtCapacity"};
   forms::CommandButton cmdOK{*this, "cmdOK", app::MessageId::OkCaption};
   forms::CommandButton cmdCancel{*this, "cmdCancel", app::MessageId::CancelCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", app::MessageId::SelectFolderTitle};
+  forms::Label lblProgress{*this, "lblProgress", forms::kNoCaption};
 
  protected:
   void OnLoad() override;
@@ -32,6 +34,8 @@ class frmSelectFolder : public forms::Form {
  private:
   void Refer();
   void Accept();
+  /// Runs the operation, and shows its failure.
+  base::Outcome Run();
   void Cancel();
   void TakeFolder();
   void ShowSpace();

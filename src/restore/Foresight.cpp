@@ -15,40 +15,6 @@ namespace {
 
 using backupset::RowOf;
 
-/// Where the members go whose paths begin with `head`; a head that is no folder is one member's whole path, or a
-/// pattern of names.
-struct Target {
-  std::string head;
-  std::string place;
-};
-
-/// The targets of a section, as RestoreActions has them. An item that cannot be expanded is told there.
-std::vector<Target> TargetsOf(const Putting& putting, const std::string& section) {
-  std::vector<Target> targets;
-  for (std::string item : putting.definitions.FilledItems(jobs::JobKey::CommonFile, section)) {
-    if (putting.paths.ExpandQuietly(item).IsDone()) targets.push_back({base::FileNameOf(item), item});
-  }
-  for (std::string item : putting.definitions.FolderItems(section)) {
-    if (!putting.paths.ExpandQuietly(item).IsDone()) continue;
-    const std::string folder = base::WithoutTrailingBackslash(jobs::WithDrive(item, putting.ApplicationRootFolder));
-    targets.push_back({base::FileNameOf(folder) + "\\", folder + "\\"});
-  }
-  return targets;
-}
-
-/// Where a member goes by this target; empty when it does not.
-std::string PlaceOf(const std::string& member, const Target& target) {
-  if (target.head.find_first_of("*?") != std::string::npos) {
-    // A pattern takes files in folders below, too, with their folders.
-    const bool fits = base::MatchesFileName(base::FileNameOf(member), target.head);
-    return fits ? base::FolderOf(target.place) + member : std::string();
-  }
-  const std::size_t length = target.head.size();
-  if (!base::SameName(member.substr(0, length), target.head)) return {};
-  if (target.head.ends_with('\\')) return target.place + member.substr(length);
-  return member.size() == length ? target.place : std::string();
-}
-
 std::uint64_t BytesOf(const backupset::FileSizes& members) {
   return std::accumulate(members.begin(), members.end(), std::uint64_t{0},
                          [](std::uint64_t sum, const auto& member) { return sum + member.second; });
@@ -88,7 +54,8 @@ class Needs {
 
  private:
   void ForEachPlace(const ArchiveAhead& archive, const std::function<void(const std::string&, std::uint64_t)>& visit) {
-    const std::vector<Target> targets = TargetsOf(putting_, RowOf(archive.category).restoreSection);
+    const std::vector<Target> targets = TargetsOf(putting_.paths, putting_.definitions, putting_.ApplicationRootFolder,
+                                                  RowOf(archive.category).restoreSection);
     for (const auto& [member, size] : archive.members) {
       for (const Target& target : targets) {
         if (const std::string place = PlaceOf(member, target); !place.empty()) visit(place, size);
@@ -108,7 +75,43 @@ base::Outcome Missing(const std::string& archive, bool copied) {
   return {base::Result::StepFailed, app::MessageId::ArchiveNotUnpacked, words};
 }
 
+/// What is done with an archive, for the job's progress. Its own size stands for what is in it.
+void Plan(app::Progress& progress, const ArchiveAhead& archive, bool copied) {
+  const backupset::CategoryRow& row = RowOf(archive.category);
+  const std::string name = base::FileNameOf(archive.path);
+  progress.Plan(app::Work::Checking, name, archive.size);
+  if (copied) progress.Plan(app::Work::Copying, name, archive.size);
+  progress.Plan(app::Work::Unpacking, name, archive.size, BytesOf(archive.members));
+  progress.Plan(app::Work::PuttingBack, row.restoreSection, archive.size, BytesOf(archive.members));
+}
+
 }  // namespace
+
+std::vector<Target> TargetsOf(const app::PathTable& paths, const jobs::JobDefinitions& definitions,
+                              const std::string& applicationRoot, const std::string& section) {
+  std::vector<Target> targets;
+  for (std::string item : definitions.FilledItems(jobs::JobKey::CommonFile, section)) {
+    if (paths.ExpandQuietly(item).IsDone()) targets.push_back({base::FileNameOf(item), item});
+  }
+  for (std::string item : definitions.FolderItems(section)) {
+    if (!paths.ExpandQuietly(item).IsDone()) continue;
+    const std::string folder = base::WithoutTrailingBackslash(jobs::WithDrive(item, applicationRoot));
+    targets.push_back({base::FileNameOf(folder) + "\\", folder + "\\"});
+  }
+  return targets;
+}
+
+std::string PlaceOf(const std::string& member, const Target& target) {
+  if (target.head.find_first_of("*?") != std::string::npos) {
+    // A pattern takes files in folders below, too, with their folders.
+    const bool fits = base::MatchesFileName(base::FileNameOf(member), target.head);
+    return fits ? base::FolderOf(target.place) + member : std::string();
+  }
+  const std::size_t length = target.head.size();
+  if (!base::SameName(member.substr(0, length), target.head)) return {};
+  if (target.head.ends_with('\\')) return target.place + member.substr(length);
+  return member.size() == length ? target.place : std::string();
+}
 
 base::Outcome WalkArchives(const work::Tools& tools, const std::string& folder, bool copied,
                            const std::vector<backupset::Category>& categories, std::vector<ArchiveAhead>& archives) {
@@ -117,10 +120,15 @@ base::Outcome WalkArchives(const work::Tools& tools, const std::string& folder, 
     const std::int64_t size = tools.files.FileSize(archive.path);
     if (size < 0) return Missing(archive.path, copied);
     archive.size = static_cast<std::uint64_t>(size);
+    Plan(tools.progress, archive, copied);
+    archives.push_back(std::move(archive));
+  }
+  for (ArchiveAhead& archive : archives) {
+    const app::Progress::Part part(tools.progress, app::Work::Checking, base::FileNameOf(archive.path));
     if (base::Outcome walked = backupset::ReadWhole(tools, archive.path, archive.members); !walked.IsDone()) {
       return walked;
     }
-    archives.push_back(std::move(archive));
+    Plan(tools.progress, archive, copied);
   }
   return base::Result::Done;
 }

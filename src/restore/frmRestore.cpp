@@ -1,7 +1,11 @@
 // The restore dialog: what the chosen backup set holds, and which of it to put back.
 #include "restore/frmRestore.h"
 
+#include <utility>
+#include <vector>
+
 #include "app/Finish.h"
+#include "base/Text.h"
 #include "restore/mdlBURestore.h"
 
 namespace restore {
@@ -13,14 +17,14 @@ frmRestore::frmRestore(app::Application& application, jobs::JobDefinitions& defi
       application_(application),
       definitions_(definitions),
       drives_(drives),
-      rows_{{{Category::PatientData, chkPatientData, LblPatient},
-             {Category::MenuData, chkMenuData, LblMenu},
-             {Category::SystemData, chkSystemData, LblSystem},
-             {Category::UserData, chkUserData, LblUser},
-             {Category::ExplanationData, chkExplanationData, LblExplanation},
-             {Category::ReportSetData, chkReportSetData, LblReportSet},
-             {Category::ReportData, chkReportData, LblReport},
-             {Category::IPCounter, chkIPCounter, lblIPCounter}}},
+      rows_{{{Category::PatientData, chkPatientData, LblPatient, lblPatientSize},
+             {Category::MenuData, chkMenuData, LblMenu, lblMenuSize},
+             {Category::SystemData, chkSystemData, LblSystem, lblSystemSize},
+             {Category::UserData, chkUserData, LblUser, lblUserSize},
+             {Category::ExplanationData, chkExplanationData, LblExplanation, lblExplanationSize},
+             {Category::ReportSetData, chkReportSetData, LblReportSet, lblReportSetSize},
+             {Category::ReportData, chkReportData, LblReport, lblReportSize},
+             {Category::IPCounter, chkIPCounter, lblIPCounter, lblIPCounterSize}}},
       watch_(application.log) {
   for (const Row& row : rows_) row.box.Clicked = [this, &row] { BoxClicked(row); };
   cmdStart.Clicked = [this](forms::ShiftState) { Start(); };
@@ -30,6 +34,7 @@ frmRestore::frmRestore(app::Application& application, jobs::JobDefinitions& defi
   };
   SetDefaultButton(cmdStart);
   SetCancelButton(cmdCancel);
+  SetCautious();  // an Enter that was meant for the dialog before must not replace data
 }
 
 void frmRestore::OnLoad() {
@@ -48,6 +53,7 @@ void frmRestore::OnLoad() {
   ShowOffers(inspection);
   lblAppVersionValue.SetCaption(set_.appVersion);
   lblBackupDateValue.SetCaption(set_.date);
+  ShowLocalDate();
   cmdStart.SetEnabled(ticked_ != 0);
   application_.toolkit.SetPointer(forms::Pointer::Default);
   accepted_ = true;
@@ -70,15 +76,35 @@ void frmRestore::ShowOffers(const backupset::Inspection& inspection) {
     const bool visible = row.category != Category::IPCounter || IsPrivileged();
     row.box.SetVisible(visible);
     row.note.SetVisible(visible);
+    row.size.SetVisible(visible);
     if (!visible) continue;
     const backupset::Offer offer = inspection.offers.at(row.category);
     if (offer == backupset::Offer::Fits) {
       row.box.SetEnabled(true);
       row.box.SetValue(true);
+      ShowSize(row);
     } else {
       row.note.SetCaption(offer == backupset::Offer::Missing ? notInSet : inOtherVersion);
     }
   }
+}
+
+/// Of the archive; what stands on floppies is not seen before they are gathered.
+void frmRestore::ShowSize(const Row& row) {
+  const std::string archive = set_.folder + backupset::RowOf(row.category).archive + ".cab";
+  const std::int64_t size = application_.host.files.FileSize(archive);
+  if (size >= 0) row.size.SetCaption(base::FormatMegabytes(static_cast<std::uint64_t>(size)) + " MB");
+}
+
+/// The date of a set is a text in the form of the host that made it. Its descriptor was written at that time.
+void frmRestore::ShowLocalDate() {
+  std::vector<host::FolderEntry> entries;
+  static_cast<void>(application_.host.files.List(set_.folder, backupset::kDescriptorFile, entries));
+  if (entries.size() != 1) return;
+  host::Clock& clock = application_.host.clock;
+  const base::LocalTime written = clock.LocalTimeOf(entries.front().modified);
+  const std::string day = clock.ShortDate(written);
+  if (!set_.date.starts_with(day)) lblBackupDateLocal.SetCaption("(" + day + " " + clock.LongTime(written) + ")");
 }
 
 void frmRestore::BoxClicked(const Row& row) {
@@ -99,20 +125,27 @@ void frmRestore::Start() {
 }
 
 void frmRestore::Run() {
+  const app::Progress::Job shown(application_.progress, prgJob, lblProgress);
   RestoreJob job(application_, watch_, set_, Ticked());
   if (const base::Outcome made = job.workFolder.Create(application_.host.clock, application_.host.messageLoop);
       !made.IsDone()) {
     application_.failures.Show(made, app::MessageId::RestoreWorkFolderNotMade);
     app::FinishApplication(application_, app::ExitMode::Halt);
   }
-  const base::Outcome outcome = RunRestore(application_, definitions_, drives_, job);
-  if (outcome == base::Result::Stopped) return Stopped(outcome);
+  base::Outcome outcome = RunRestore(application_, definitions_, drives_, job);
+  if (outcome == base::Result::Stopped) {
+    ListRestore(application_, job, {outcome.result, app::MessageId::RestoreStopped});
+    return Stopped(outcome);
+  }
   restored_ = outcome.IsDone();
   if (restored_) {
     ReportRestored(application_, job);
   } else {
+    application_.progress.Fail();
     const bool stepFailed = outcome == base::Result::StepFailed;
-    application_.failures.Show(outcome, stepFailed ? app::MessageId::RestoreStepFailed : app::MessageId::RestoreFailed);
+    outcome = std::move(outcome).OrSay(stepFailed ? app::MessageId::RestoreStepFailed : app::MessageId::RestoreFailed);
+    ListRestore(application_, job, outcome);
+    application_.failures.Show(outcome);
   }
   Release();
   RemoveWorkFolderOrSay(application_.failures, job.workFolder);

@@ -9,8 +9,11 @@
 #include "app/Finish.h"
 #include "backupset/Archiver.h"
 #include "backupset/Descriptor.h"
+#include "backupset/EndedJob.h"
 #include "backupset/FloppyReader.h"
 #include "backupset/Pieces.h"
+#include "backupset/SetSearch.h"
+#include "base/Path.h"
 #include "base/Text.h"
 #include "restore/Foresight.h"
 #include "restore/RestoreActions.h"
@@ -44,7 +47,7 @@ class InterruptionMark {
 class RestoreRun {
  public:
   RestoreRun(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
-             const RestoreJob& job)
+             RestoreJob& job)
       : application_(application),
         definitions_(definitions),
         drives_(drives),
@@ -99,6 +102,7 @@ class RestoreRun {
     base::Outcome step = WalkArchives(tools_, folder, copied, Chosen(), archives);
     if (!step.IsDone()) return step;
     for (const ArchiveAhead& archive : archives) {
+      job_.set.archives.push_back({base::FileNameOf(archive.path), archive.size, archive.members.size()});
       // A section that is missing is told when its turn comes.
       static_cast<void>(definitions_.Load(tools_, state.SystemFolder, jobs::kJobDefinitionFile,
                                           backupset::RowOf(archive.category).restoreSection));
@@ -128,6 +132,7 @@ class RestoreRun {
     if (extracted == base::Result::StepFailed) return FailStep(app::MessageId::ArchiveNotUnpacked, extracted);
     if (!extracted.IsDone()) return extracted;
     const Putting putting = PuttingOf();
+    const app::Progress::Part part(tools_.progress, app::Work::PuttingBack, row.restoreSection);
     for (const auto action : {RestoreCommonFiles, RunBatchFiles, RestoreFolders}) {
       const base::Outcome done = action(putting, row.restoreSection);
       if (!done.IsDone()) return {base::Result::StepFailed, done.cause};
@@ -149,7 +154,7 @@ class RestoreRun {
   app::Application& application_;
   jobs::JobDefinitions& definitions_;
   media::MediaDrives& drives_;
-  const RestoreJob& job_;
+  RestoreJob& job_;
   work::Tools tools_;
   backupset::Archiver archiver_;
 };
@@ -166,6 +171,7 @@ RestoreJob::RestoreJob(app::Application& application, const app::Watch& sinceIns
 base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& definitions, media::MediaDrives& drives,
                          RestoreJob& job) {
   const auto running = app::KeepRunning(application);
+  job.set.archives.clear();
   base::Outcome outcome = RestoreRun(application, definitions, drives, job).Run();
   RemoveWorkFolderOrSay(application.failures, job.workFolder);
   application.toolkit.SetPointer(forms::Pointer::Default);
@@ -184,8 +190,14 @@ void TellInterruptedRestore(app::Application& application) {
   static_cast<void>(application.host.qx32.RegSetKeySZ(kRunning, {}));  // it would only be told again
 }
 
+void ListRestore(app::Application& application, const RestoreJob& job, const base::Outcome& end) {
+  backupset::ListEndedJob(application, app::JobKind::Restore, job.set.folder, job.set, job.choice, job.watch, end);
+}
+
 void ReportRestored(app::Application& application, const RestoreJob& job) {
   application.log.WriteLog(app::LogLevel::Information, "Restored from " + job.set.folder + "; " + job.watch.Summary());
+  application.progress.Complete();
+  ListRestore(application, job, {base::Result::Done, app::MessageId::RestoreComplete});
   application.messages.TellWarnings(app::MessageId::RestoreWarnings, job.watch.Warnings());
   application.messages.ShowMessage(app::MessageId::RestoreComplete);
 }
@@ -193,6 +205,22 @@ void ReportRestored(app::Application& application, const RestoreJob& job) {
 void RemoveWorkFolderOrSay(app::Failures& failures, work::WorkFolder& workFolder) {
   const base::Outcome removed = workFolder.Remove();
   if (!removed.IsDone()) failures.Show(removed, app::MessageId::RestoreWorkFolderNotRemoved);
+}
+
+/// Empty where the folder is a set itself, or none is found below it.
+std::string RestoreOperation::NewestSetIn(const std::string& folder) {
+  if (application_.host.files.FileExists(folder + backupset::kDescriptorFile)) return {};
+  application_.toolkit.SetPointer(forms::Pointer::Hourglass);
+  const std::string found = backupset::FindNewestSet(
+      work::ToolsOf(application_), backupset::IdentityOf(application_.state, application_.appearance), folder);
+  application_.toolkit.SetPointer(forms::Pointer::Default);
+  if (!found.empty()) application_.log.WriteLog(app::LogLevel::Information, "Newest set found: " + found);
+  return found;
+}
+
+std::string RestoreOperation::BrowseFrom(const std::string& shown) {
+  const std::string found = NewestSetIn(base::WithTrailingBackslash(base::Trim(shown)));
+  return found.empty() ? shown : found;
 }
 
 base::Outcome RestoreOperation::Run() {
@@ -204,6 +232,7 @@ base::Outcome RestoreOperation::Run() {
     dialog.ShowModal();
   } else {
     dialog.Unload();
+    meant_ = NewestSetIn(application_.state.SelectedFolder);
   }
   return dialog.IsRestored() ? base::Result::Done : base::Result::Stopped;
 }

@@ -1,6 +1,9 @@
 // A restore: the driver that brings the archives in, unpacks each category and puts it back.
 #pragma once
 
+#include <string>
+#include <utility>
+
 #include "app/Application.h"
 #include "backupset/BackupSet.h"
 #include "jobs/JobDefinitions.h"
@@ -32,7 +35,10 @@ base::Outcome RunRestore(app::Application& application, jobs::JobDefinitions& de
 /// may hold half of a set.
 void TellInterruptedRestore(app::Application& application);
 
-/// Tells that the restore has ended, after a message with the number of warnings, when it has left any.
+/// Lists a restore that ends with this result and message among the past jobs.
+void ListRestore(app::Application& application, const RestoreJob& job, const base::Outcome& end);
+
+/// Lists it, and tells that the restore has ended, after a message with the number of warnings, when it has left any.
 void ReportRestored(app::Application& application, const RestoreJob& job);
 
 /// Removes the work folder, if it is there; message 60411 when that fails.
@@ -49,13 +55,20 @@ class RestoreOperation : public media::SelectionOperation {
   /// Checks the drive, then shows the restore dialog for the set in `SelectedFolder`. Done when a
   /// restore has fully succeeded; everything else was said and is Stopped.
   base::Outcome Run() override;
+  /// The newest set on the medium that fits this system, unless a set is chosen already.
+  std::string BrowseFrom(const std::string& shown) override;
+  /// The same, after a folder without a set was refused.
+  std::string MeantFolder() override { return std::exchange(meant_, {}); }
   /// A restore clears its own work folder away.
   void Unloaded() override {}
 
  private:
+  std::string NewestSetIn(const std::string& folder);
+
   app::Application& application_;
   jobs::JobDefinitions& definitions_;
   media::MediaDrives& drives_;
+  std::string meant_;
 };
 
 }  // namespace restore

@@ -61,7 +61,8 @@ class Listing {
   base::Outcome listed_;
 };
 
-/// Walks source and copy side by side.
+/// Walks source and copy side by side. Made before the copy: what it finds right is told to the job's progress from
+/// there on.
 class Comparison {
  public:
   Comparison(const Tools& tools, std::string pattern, bool below, const std::string& category, CopiedFiles* noted)
@@ -116,6 +117,8 @@ class Comparison {
       static_cast<void>(tools_.files.SetReadOnly(copy + entry.name));  // the file itself is whole
     }
     ++right_;
+    bytes_ += entry.size;
+    tools_.progress.Reach(before_ + bytes_);
     if (noted_ != nullptr) noted_->Note(source + entry.name, entry);
   }
 
@@ -136,6 +139,8 @@ class Comparison {
   const std::string& category_;
   CopiedFiles* noted_;
   std::size_t right_ = 0;
+  std::uint64_t bytes_ = 0;  ///< of them
+  const std::uint64_t before_ = tools_.progress.Reached();
   std::size_t added_ = 0;
   app::NamedWarnings missing_{tools_.log, category_};
 };
@@ -158,9 +163,11 @@ std::optional<bool> CopiedFiles::IsUnchanged(const std::string& path, const host
 
 CopyResult CopyFilesChecked(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                             const std::string& category, CopiedFiles* noted) {
-  const ProgramEnd end = RunXcopy(tools, source, destinationFolder);
   const std::string name = base::FileNameOf(source);
+  const Sight sight = IsPattern(name) ? SizeOfTree(tools.files, tools.messageLoop, destinationFolder)
+                                      : SizeOfFile(tools.files, destinationFolder + name);
   Comparison comparison(tools, name, IsPattern(name), category, noted);
+  const ProgramEnd end = RunXcopy(tools, source, destinationFolder, sight);
   comparison.Walk(base::FolderOf(source), destinationFolder);
   return comparison.Conclude(source, OutcomeOfXcopy(end));
 }
@@ -169,8 +176,8 @@ CopyResult CopyFolderChecked(const Tools& tools, const std::string& sourceFolder
                              const std::string& category, CopiedFiles* noted) {
   const std::string source = base::WithoutTrailingBackslash(sourceFolder);
   const std::string copy = destinationFolder + base::FileNameOf(source) + "\\";
-  const ProgramEnd end = RunXcopy(tools, source, copy);
   Comparison comparison(tools, "*", true, category, noted);
+  const ProgramEnd end = RunXcopy(tools, source, copy, SizeOfTree(tools.files, tools.messageLoop, copy));
   comparison.Walk(source + "\\", copy);
   return comparison.Conclude(source, OutcomeOfXcopy(end));
 }

@@ -34,23 +34,24 @@ bool ReadBlock(host::BinaryReader& reader, std::vector<std::byte>& block) {
 }
 
 /// Whether both go on alike to their ends.
-bool HoldTheSame(host::MessageLoop& loop, host::BinaryReader& left, host::BinaryReader& right) {
+bool HoldTheSame(const Tools& tools, host::BinaryReader& left, host::BinaryReader& right) {
   std::vector<std::byte> one;
   std::vector<std::byte> other;
   do {
     if (!ReadBlock(left, one) || !ReadBlock(right, other) || one != other) return false;
-    loop.Yield();
+    tools.progress.Advance(one.size());
+    tools.messageLoop.Yield();
   } while (one.size() == kBlock);
   return true;
 }
 
 }  // namespace
 
-ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination) {
+ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination, const Sight& sight) {
   // The interpreter looks in the current folder first, and gathered files may bear any name, its tools' too.
   const CurrentFolderScope inOwnFolder(tools.files, tools.programFolder, tools.files.CurrentFolder());
   const std::string paths = base::Quoted(source) + " " + base::Quoted(destination);
-  return RunAndWait(tools.processes, "CMD /C xcopy " + paths + " /S /Y");
+  return RunAndWait(tools, "CMD /C xcopy " + paths + " /S /Y", host::Where::ProgramsOnly, sight);
 }
 
 base::Outcome OutcomeOfXcopy(const ProgramEnd& end) {
@@ -61,7 +62,8 @@ base::Outcome OutcomeOfXcopy(const ProgramEnd& end) {
 
 base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, const std::string& destinationFolder,
                               const std::string& category) {
-  base::Outcome copied = OutcomeOfXcopy(RunXcopy(tools, source, destinationFolder));
+  const Sight copy = SizeOfFile(tools.files, destinationFolder + base::FileNameOf(source));
+  base::Outcome copied = OutcomeOfXcopy(RunXcopy(tools, source, destinationFolder, copy));
   if (!copied.IsDone()) tools.log.WarnOfLoss(copied.cause, category);
   return copied;
 }
@@ -77,7 +79,7 @@ base::Outcome CompareOnMedium(const Tools& tools, const std::string& source, con
   if (!wanted) return wanted.Why();
   const auto there = tools.files.OpenUncached(copy);
   if (!there) return there.Why();
-  if (HoldTheSame(tools.messageLoop, *wanted, *there)) return base::Result::Done;
+  if (HoldTheSame(tools, *wanted, *there)) return base::Result::Done;
   return base::Failure("Copy cannot be read back as it was written: " + copy);
 }
 
@@ -148,11 +150,7 @@ base::Outcome EnsureFolder(host::FileSystem& files, const std::string& path) {
 
 std::uint64_t GetFolderSize(const Tools& tools, const std::string& folder, const std::string& back) {
   const CurrentFolderScope inFolder(tools.files, folder, back);
-  std::vector<host::FolderEntry> entries;
-  static_cast<void>(tools.files.List(base::WithTrailingBackslash(folder), "*", entries));
-  std::uint64_t sum = 0;
-  for (const host::FolderEntry& entry : entries) sum += entry.size;
-  return sum;
+  return BytesIn(tools.files, folder);
 }
 
 }  // namespace work

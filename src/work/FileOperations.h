@@ -10,8 +10,9 @@
 
 namespace work {
 
-/// Runs "CMD /C xcopy" on a file, a file pattern or a folder and waits. Nothing is logged.
-ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination);
+/// Runs "CMD /C xcopy" on a file, a file pattern or a folder and waits; what grows meanwhile is seen by `sight`.
+/// Nothing is logged.
+ProgramEnd RunXcopy(const Tools& tools, const std::string& source, const std::string& destination, const Sight& sight);
 
 /// Done for exit code 0, Failed for 4 or a command that could not be run, StepFailed for any other code.
 base::Outcome OutcomeOfXcopy(const ProgramEnd& end);
@@ -24,7 +25,7 @@ base::Outcome CopyFileByXcopy(const Tools& tools, const std::string& source, con
 base::Outcome CompareSizes(host::FileSystem& files, const std::string& source, const std::string& copy);
 
 /// Done when `copy`, read from its medium past the system's cache, holds the bytes of `source`. Serves the user
-/// interface meanwhile; needs the same memory for any size.
+/// interface meanwhile and tells the job's progress what was read; needs the same memory for any size.
 base::Outcome CompareOnMedium(const Tools& tools, const std::string& source, const std::string& copy);
 
 /// CopyFileByXcopy for one file, and the comparison; a copy that is short or missing is logged.

@@ -17,10 +17,13 @@ bool IsPlain(char character) {
 
 }  // namespace
 
-ProgramEnd RunAndWait(host::Processes& processes, const std::string& command, host::Where where) {
-  const auto program = processes.Start(command, host::WindowStyle::Hidden, where);
+ProgramEnd RunAndWait(const Tools& tools, const std::string& command, host::Where where, const Sight& sight) {
+  const auto program = tools.processes.Start(command, host::WindowStyle::Hidden, where);
   if (!program) return {false, std::nullopt, "Not started: " + command, program.Why().cause};
-  ProgramEnd end{true, program->Wait(), {}, {}};
+  Observation observation(tools.clock, tools.progress, sight);
+  host::Meanwhile look;
+  if (sight && tools.progress.IsShown()) look = [&observation] { return observation.Look(); };
+  ProgramEnd end{true, program->Wait(look), {}, {}};
   if (!end.exitCode) {
     end.description = "Exit code unknown: " + command;
   } else if (!end.Succeeded()) {
@@ -29,8 +32,9 @@ ProgramEnd RunAndWait(host::Processes& processes, const std::string& command, ho
   return end;
 }
 
-ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category, host::Where where) {
-  ProgramEnd end = RunAndWait(tools.processes, command, where);
+ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category, host::Where where,
+                      const Sight& sight) {
+  ProgramEnd end = RunAndWait(tools, command, where, sight);
   if (!end.Succeeded()) tools.log.WarnOfLoss(end.description, category);
   return end;
 }
@@ -39,8 +43,11 @@ ProgramEnd RunInItsFolder(const Tools& tools, const std::string& item, const std
                           const std::string& category) {
   const std::string folder = base::FolderOf(item);
   const CurrentFolderScope inFolder(tools.files, folder, back);
-  if (!folder.empty() && inFolder.Entered().IsDone())
-    return RunProgram(tools, base::FileNameOf(item), category, host::Where::CurrentFolder);
+  if (!folder.empty() && inFolder.Entered().IsDone()) {
+    const app::Progress::Part part(tools.progress, app::Work::Exporting, item);
+    const Sight written = [&] { return BytesIn(tools.files, folder); };
+    return RunProgram(tools, base::FileNameOf(item), category, host::Where::CurrentFolder, written);
+  }
   ProgramEnd end{false, std::nullopt, "Folder cannot be entered: " + item, inFolder.Entered().cause};
   tools.log.WarnOfLoss(end.description, category);
   return end;

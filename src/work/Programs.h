@@ -7,22 +7,26 @@
 #include <string>
 
 #include "app/Application.h"
+#include "work/Sights.h"
 
 namespace work {
 
-/// The disk, other programs, the screen that must stay alive meanwhile, the log, and this program's own folder.
-/// References only: whoever hands them out keeps the objects alive.
+/// The disk, other programs, the screen that must stay alive meanwhile, the log, this program's own folder, the clock,
+/// and how far the job is. References only: whoever hands them out keeps the objects alive.
 struct Tools {
   host::FileSystem& files;
   host::Processes& processes;
   host::MessageLoop& messageLoop;
   app::OperationLog& log;
   const std::string& programFolder;
+  host::Clock& clock;
+  app::Progress& progress;
 };
 
 inline Tools ToolsOf(app::Application& application) {
   const host::Host& host = application.host;
-  return {host.files, host.processes, host.messageLoop, application.log, application.state.StartupDirectory};
+  return {host.files, host.processes,      host.messageLoop, application.log, application.state.StartupDirectory,
+          host.clock, application.progress};
 }
 
 /// Windows refuses a command line of more characters (UTF-16 units) than this.
@@ -42,18 +46,20 @@ struct ProgramEnd {
   base::Outcome Started() const { return started ? base::Outcome() : base::Failure(Cause()); }
 };
 
-/// Starts a command hidden and waits for its end, while the user interface is served. Nothing is logged.
-ProgramEnd RunAndWait(host::Processes& processes, const std::string& command,
-                      host::Where where = host::Where::ProgramsOnly);
+/// Starts a command hidden and waits for its end, while the user interface is served and the job's progress is seen by
+/// `sight`. Nothing is logged.
+ProgramEnd RunAndWait(const Tools& tools, const std::string& command, host::Where where = host::Where::ProgramsOnly,
+                      const Sight& sight = {});
 
 /// The same; a command that is not started, or ends with another exit code than 0, leaves a warning in the operation
 /// log that names it, its exit code and `category` (the job it belongs to): most callers go on regardless, and nothing
 /// would tell that data is missing.
 ProgramEnd RunProgram(const Tools& tools, const std::string& command, const std::string& category,
-                      host::Where where = host::Where::ProgramsOnly);
+                      host::Where where = host::Where::ProgramsOnly, const Sight& sight = {});
 
 /// Splits a job item at its last "\" and runs the name with the folder current; the folder `back` is current
 /// afterwards. An item without a folder, or with one that cannot be entered, counts as a program that is not started.
+/// What it writes there moves the part of the job that is named for the item, where one is planned.
 ProgramEnd RunInItsFolder(const Tools& tools, const std::string& item, const std::string& back,
                           const std::string& category);
 

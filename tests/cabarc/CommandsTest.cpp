@@ -37,6 +37,21 @@ TEST_F(Commands, PackAndUnpackACategory) {
   EXPECT_EQ(packed, Read());
 }
 
+// Who waits for the archiver asks by a file; it is neither made nor packed otherwise.
+TEST_F(Commands, TellsHowFarItIsWhereItIsAsked) {
+  Write("a", std::string(300'000, 'a'));
+  Write("s/b", "some more");
+  Succeeds("-r -p n quiet.cab a s");
+  EXPECT_FALSE(fs::exists("quiet.cab.progress"));
+  Write("c.cab.progress", "");
+  Succeeds("-r -p n c.cab a s");
+  EXPECT_EQ("300009", ReadFile("c.cab.progress").substr(0, 6));
+  Write("c.cab.progress", "");
+  fs::create_directory("out");
+  Succeeds("-r -p X c.cab out");
+  EXPECT_EQ("300009              ", ReadFile("c.cab.progress"));
+}
+
 TEST_F(Commands, OptionsDecideWhatIsFoundAndHowItIsNamed) {
   for (const char* path : {"a.txt", "b.dat", "s/c.txt", "s/t/d.txt"}) Write(path, path);
   Write("list", "b.dat\r\n\ns\\c.txt");

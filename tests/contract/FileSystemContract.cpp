@@ -209,6 +209,10 @@ TEST_F(FileSystemContract, TextIsWrittenAsItStands) {
   EXPECT_EQ(Contents(At("text")), "anew");
   EXPECT_EQ(Files().AppendText(At("created"))->Write("first"), Done);
   EXPECT_EQ(Contents(At("created")), "first");
+  for (const char byte : {'\xC3', '\xBC'}) {  // as they stand, and behind what is there
+    EXPECT_EQ(Files().AppendBinary(At("bytes"))->Write(reinterpret_cast<const std::byte*>(&byte), 1), Done);
+  }
+  EXPECT_EQ(Contents(At("bytes")), "\xC3\xBC");
 }
 
 TEST_F(FileSystemContract, MovingRenamesAndNeverReplaces) {

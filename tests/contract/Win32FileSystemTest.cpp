@@ -67,6 +67,44 @@ TEST_F(Win32FileSystemTest, AFileInUseAloneStaysOfAFolderAndIsNamed) {
   EXPECT_EQ(Files().RemoveFolder(At("many")), Done);
 }
 
+/// Opens a file, lets nobody else have it, and lets it go in a moment, as a virus scanner does.
+class Scanner {
+ public:
+  explicit Scanner(const std::string& path)
+      : file_(CreateFileW(windows::ApiPath(path).c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, 0, nullptr)),
+        end_([this] {
+          Sleep(400);
+          file_.Close();
+        }) {
+    EXPECT_TRUE(file_) << path;
+  }
+
+ private:
+  windows::Handle file_;
+  std::jthread end_;
+};
+
+TEST_F(Win32FileSystemTest, WhatAScannerHoldsIsWaitedForAndWhatStaysInUseOnce) {
+  const auto whileScanned = [&](const std::string& name, auto step) {
+    const Scanner scanner(At(name));
+    EXPECT_EQ(step(), Done) << name;
+  };
+  Put(At("a"), "new");
+  Put(At("b"), "old");
+  whileScanned("a", [&] { return Files().OpenBinary(At("a")).Why(); });
+  whileScanned("a", [&] { return Files().CopyTo(At("a"), At("c")); });
+  whileScanned("b", [&] { return Files().MoveOver(At("a"), At("b")); });
+  whileScanned("b", [&] { return Files().CopyTo(At("c"), At("b")); });
+  whileScanned("b", [&] { return Files().MoveTo(At("b"), At("d")); });
+  whileScanned("d", [&] { return Files().RemoveFile(At("d")); });
+  EXPECT_EQ(Names(At("")), Texts{"c"});
+
+  const auto user = Files().AppendText(At("c"));
+  const ULONGLONG begun = GetTickCount64();
+  for (int time = 0; time < 20; ++time) EXPECT_TRUE(Fails(Files().RemoveFile(At("c")), At("c")));
+  EXPECT_LT(GetTickCount64() - begun, 12000U);
+}
+
 // Another program starts a new log while the old one is read.
 TEST_F(Win32FileSystemTest, AFileThatIsReadMayBeRenamedMeanwhile) {
   Put(At("log"), "one\r\ntwo\r\n");

@@ -33,6 +33,9 @@ TEST(Win32Clock, FormatsTheGivenTime) {
   const std::string text = clock.ShortDate(time) + " " + clock.LongTime(time);
   for (const char* part : {"12", "14", "06", "07"}) EXPECT_NE(text.find(part), std::string::npos) << text;
   EXPECT_GT(clock.Now().year, 2011);
+  constexpr std::uint64_t kNoon = 129'762'000'000'000'000;  // of 14 March 2012, universal time; no zone is a day off
+  const base::LocalTime local = clock.LocalTimeOf(kNoon);
+  EXPECT_TRUE(local.year == 2012 && local.month == 3 && local.day >= 13 && local.day <= 15) << clock.ShortDate(local);
 }
 
 // A batch file stands for a document here: it leaves a trace of having been opened.
@@ -42,6 +45,7 @@ TEST(Win32Shell, KnowsTheDesktopAndOpensWhatStandsBesideTheProgram) {
   windows::Win32Shell shell(loop);
   EXPECT_TRUE(files.FolderExists(shell.DesktopFolder()));
   EXPECT_FALSE(shell.OpenDocument("missing.html"));
+  EXPECT_FALSE(shell.PrintDocument("C:\\missing.txt"));
 
   const std::string document = windows::Utf8(windows::ProgramFolder()) + "shell-test.bat";
   const std::string trace = files.TemporaryFolder() + "shell-test.txt";

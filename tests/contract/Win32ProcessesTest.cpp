@@ -49,6 +49,17 @@ class Win32ProcessesTest : public ::testing::Test {
   windows::Win32Processes processes_{loop_};
 };
 
+// Called at the times that it asks for, it must not keep the wait from ending with the program.
+TEST_F(Win32ProcessesTest, DoesSomethingElseMeanwhile) {
+  int calls = 0;
+  const auto program = processes_.Start("contract_child sleep 700", host::WindowStyle::Hidden);
+  ASSERT_TRUE(program);
+  const ULONGLONG begun = GetTickCount64();
+  EXPECT_EQ(program->Wait([&calls] { return std::chrono::milliseconds(++calls < 4 ? 100 : 60'000); }), 0U);
+  EXPECT_EQ(calls, 4);
+  EXPECT_LT(GetTickCount64() - begun, 10'000U);
+}
+
 // 259 is what the system answers for a program that still runs: a wait that asks for it never ends.
 TEST_F(Win32ProcessesTest, ReportsExitCodesAndWhyAProgramDoesNotStart) {
   for (const std::uint32_t code : {0U, 1U, 4U, 259U, 0xFFFFFFFFU}) {
@@ -157,6 +168,19 @@ TEST_F(Win32ProcessesTest, AnInstanceIsSeenInEverySessionAndGoesWithItsProcess) 
   }
   const windows::Handle mark(OpenMutexW(SYNCHRONIZE, FALSE, L"Global\\QXBackupUtility.Instance"));
   EXPECT_TRUE(mark);
+}
+
+TEST_F(Win32ProcessesTest, AProgramThatDiesLeavesADumpAndDiesAllTheSame) {
+  const fs::path dump = folder_ / "BackupUtility.dmp";
+  for (const auto& [way, code] : {std::pair("fault", 0xC0000005U), {"throw", 0xE0515842U}}) {
+    SCOPED_TRACE(way);
+    EXPECT_EQ(Run(std::string("contract_child ") + way + " \"" + folder_.string() + "\""), code);
+    std::ifstream file(dump, std::ios::binary);
+    const std::string bytes{std::istreambuf_iterator<char>(file), {}};
+    EXPECT_TRUE(bytes.starts_with("MDMP"));
+    file.close();
+    EXPECT_TRUE(fs::remove(dump));
+  }
 }
 
 TEST_F(Win32ProcessesTest, SeesWhatRuns) {

@@ -2,8 +2,10 @@
 // folder that the environment variable PACKAGES names, beside the folder bin of their build; an older package
 // of the program is in its folder older.
 
+#include <algorithm>
 #include <cstdlib>
 #include <set>
+#include <stdexcept>
 
 #include "EndToEndTest.h"
 // After windows.h, on which it rests.
@@ -12,6 +14,8 @@
 namespace endtoend {
 namespace {
 
+constexpr wchar_t kDriver[] = L"SOFTWARE\\ODBC\\ODBCINST.INI\\SQLite3";
+constexpr wchar_t kEventSource[] = L"SYSTEM\\CurrentControlSet\\Services\\EventLog\\Application\\QXBackupUtility";
 constexpr wchar_t kUninstall[] = L"Software\\Microsoft\\Windows\\CurrentVersion\\Uninstall\\";
 /// What an installer answers.
 enum : DWORD {
@@ -24,6 +28,7 @@ enum : DWORD {
 
 const fs::path kAlone = L"C:\\Program Files\\QXBackupUtility";
 const fs::path kBesideHost = kTarsus / "Program";
+const fs::path kFolders[] = {kAlone, kTarsus, L"C:\\Elsewhere"};
 const fs::path kShortcut = L"C:\\ProgramData\\Microsoft\\Windows\\Start Menu\\Programs\\QXBackupUtility.lnk";
 
 fs::path Packages() {
@@ -33,7 +38,8 @@ fs::path Packages() {
 
 std::string Package(const fs::path& folder, const std::wstring& name) {
   for (const auto& entry : fs::directory_iterator(folder)) {
-    if (entry.path().filename().wstring().starts_with(name)) return "\"" + Utf8(entry.path().wstring()) + "\"";
+    const std::wstring file = entry.path().filename().wstring();
+    if (file.starts_with(name) && file.ends_with(L"-setup.exe")) return "\"" + Utf8(entry.path().wstring()) + "\"";
   }
   return "no package";
 }
@@ -64,6 +70,13 @@ DWORD NumberAt(const std::wstring& key, const wchar_t* value) {
   return number;
 }
 
+bool HasKey(const std::wstring& path) {
+  HKEY key = nullptr;
+  const bool has = RegOpenKeyExW(HKEY_LOCAL_MACHINE, path.c_str(), 0, KEY_READ, &key) == ERROR_SUCCESS;
+  if (has) RegCloseKey(key);
+  return has;
+}
+
 /// Uninstalls as the list of installed programs would, and waits for the end. True also when nothing is installed.
 bool Uninstall(const std::wstring& product = L"QXBackupUtility") {
   const std::string command = Listed(L"QuietUninstallString", product);
@@ -81,6 +94,14 @@ std::set<std::string> NamesIn(const fs::path& folder) {
   return names;
 }
 
+/// Whether nothing stands where the packages go. Asked once, before the first of them: what is there later, they
+/// brought.
+bool HadNothing() {
+  static const bool had =
+      HasKey(kHostKey) || std::ranges::any_of(kFolders, [](const auto& f) { return fs::exists(f); });
+  return !had;
+}
+
 std::string BuiltProgram() {
   return ReadBytes(Packages().parent_path() / "bin" / "QXBackupUtility.exe");
 }
@@ -91,19 +112,24 @@ class Installer : public EndToEndTest {
   void TearDown() override { Clean(); }
 
   static void Clean() {
-    TidyUp();
+    if (!HadNothing()) throw std::runtime_error("this machine has a host system, or the program, that is not ours");
+    for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
     EXPECT_TRUE(Uninstall());
     EXPECT_TRUE(Uninstall(L"TarsusReferenceHost"));
     std::error_code ignored;
-    for (const auto& folder : {kAlone, kTarsus, fs::path(L"C:\\Elsewhere")}) fs::remove_all(folder, ignored);
+    for (const auto& folder : kFolders) fs::remove_all(folder, ignored);
     RegDeleteTreeW(HKEY_LOCAL_MACHINE, kHostKey);
   }
 };
 
 TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
-  ASSERT_EQ(InstallProgram(), kInstalled);
-  const std::set<std::string> installed = {"QXBackupUtility.exe", "QXBackupUtility.html", "QXHostCheck.exe",
-                                           "QXBackupUtility-uninstall.exe", "cabarc.exe"};
+  const fs::path log = fs::temp_directory_path() / "a log.txt";
+  ASSERT_EQ(InstallProgram("/LOG=\"" + Utf8(log.wstring()) + "\""), kInstalled);
+  EXPECT_NE(ReadBytes(log).find("Installed in " + Utf8(kAlone.wstring())), std::string::npos) << ReadBytes(log);
+  EXPECT_TRUE(HasKey(kEventSource));
+  const std::set<std::string> installed = {
+      "QXBackupUtility.exe", "QXBackupUtility.html", "QXBackupUtility-notices.txt",   "QXBackupUtility.cdx.json",
+      "QXHostCheck.exe",     "QXSetCheck.exe",       "QXBackupUtility-uninstall.exe", "cabarc.exe"};
   EXPECT_EQ(NamesIn(kAlone), installed);
   EXPECT_EQ(ReadBytes(kAlone / "QXBackupUtility.exe"), BuiltProgram());
   EXPECT_TRUE(fs::exists(kShortcut));
@@ -113,9 +139,13 @@ TEST_F(Installer, InstallsTheProgramAloneAndRemovesEverything) {
   EXPECT_NE(Package(Packages(), L"QXBackupUtility-").find("-" + Listed(L"DisplayVersion") + "-"), std::string::npos);
   EXPECT_GE(NumberAt(kUninstall + std::wstring(L"QXBackupUtility"), L"EstimatedSize"), BuiltProgram().size() / 1024);
 
+  EXPECT_EQ(ExitCodeOf("\"" + Utf8((kAlone / "QXBackupUtility-uninstall.exe").wstring()) +
+                       "\" /S /ALL _?=" + Utf8(kAlone.wstring())),
+            kWrongOption);
   ASSERT_TRUE(Uninstall());
   EXPECT_FALSE(fs::exists(kAlone));
   EXPECT_FALSE(fs::exists(kShortcut));
+  EXPECT_FALSE(HasKey(kEventSource));
 }
 
 TEST_F(Installer, TheArchiverIsForFoldersWithoutOne) {
@@ -141,8 +171,8 @@ TEST_F(Installer, TheArchiverIsForFoldersWithoutOne) {
     EXPECT_EQ(ReadBytes(archiver), row.before ? "other" : "");
     fs::remove_all(folder);
   }
-  EXPECT_EQ(InstallProgram("/CABARC=maybe"), kWrongOption);
-  EXPECT_EQ(InstallProgram("/D=Q:\\Nowhere"), kWrongOption);
+  for (const char* options : {"/CABARC=maybe", "/D=Q:\\Nowhere", "/SILENT", "stray", "/LOG=Q:\\no.log"})
+    EXPECT_EQ(InstallProgram(options), kWrongOption) << options;
   fs::create_directories(folder / "QXBackupUtility.html");  // in the file's way
   EXPECT_EQ(InstallProgram("/D=C:\\Elsewhere"), kAborted);
   EXPECT_TRUE(Listed(L"DisplayName").empty());
@@ -151,8 +181,10 @@ TEST_F(Installer, TheArchiverIsForFoldersWithoutOne) {
 
 TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
   ASSERT_EQ(InstallHost(), kInstalled);
+  EXPECT_TRUE(HasKey(kDriver));
   EXPECT_TRUE(fs::exists(kTarsus / "THIS IS A DEMONSTRATION.txt"));
   const std::set<std::string> hostFiles = NamesIn(kBesideHost);
+  EXPECT_TRUE(hostFiles.contains("ReferenceHost-notices.txt") && hostFiles.contains("ReferenceHost.cdx.json"));
   ASSERT_EQ(InstallProgram(), kInstalled);
   EXPECT_EQ(Listed(L"InstallLocation"), Utf8(kBesideHost.wstring()));
   EXPECT_EQ(ExitCodeOf("cmd /c C:\\Tarsus\\Program\\QXHostCheck.exe >nul"), 0U) << "things are missing";
@@ -172,6 +204,7 @@ TEST_F(Installer, TheProgramRunsOnTheInstalledHostAndCannotBeTouchedMeanwhile) {
   ASSERT_TRUE(Uninstall());
   EXPECT_EQ(NamesIn(kBesideHost), hostFiles);
   ASSERT_TRUE(Uninstall(L"TarsusReferenceHost"));
+  EXPECT_FALSE(HasKey(kDriver));
   CLSID classId = {};
   EXPECT_TRUE(FAILED(CLSIDFromProgID(L"Tarsus.LogWriter", &classId)));
   // What the work at the host has left, and nothing that was installed.

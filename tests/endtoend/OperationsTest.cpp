@@ -68,7 +68,7 @@ Fault UnformattedMedium() {
   EXPECT_TRUE(WaitUntil([] { return !fs::exists(kMedium); }));
   return Fault(nullptr, [=](void*) {
     RunNative("rm -rf \"$WINEPREFIX.blank\"* " + device + "; ln -sfn \"$WINEPREFIX.medium\" " + drive);
-    WaitUntil([] { return fs::exists(kMedium / ".windows-label"); });
+    WaitUntil([] { return fs::exists(kMedium / kFolderMark); });  // which the formatted one has not
     fs::remove(formatter);
   });
 }
@@ -115,6 +115,40 @@ TEST_F(Operations, DamagedArchivesTouchNothing) {
     EXPECT_TRUE(Snapshot(kTarsus / "Data") == before);
     EXPECT_TRUE(IsTemporaryFolderEmpty());
   }
+  person.End();
+}
+
+/// Waits until the keyboard works on a control of the window.
+bool HasKeyboard(const Window& window, int control) {
+  return WaitUntil([&] { return GetForegroundWindow() == window.Handle() && window.HasFocus(control); });
+}
+
+// The second Enter of a hasty hand was meant for the dialog before. Once the restore has ended, the menu has the
+// keyboard again, though messages were shown over a dialog that took no input.
+TEST_F(Operations, ASecondEnterBeginsNoRestore) {
+  Operator person;
+  const Window menu = person.SignIn();
+  person.Accept(person.StartBackup(person.OpenBackup({.report = true})), "E:\\Set\\");
+  person.ConsentUntil(BackupComplete, {AskMakeBackupFolder});
+  person.MainMenu().Press(ID_frmMainMenu_cmdMenu1);
+  const Window source = person.DestinationDialog();
+  source.Type(ID_frmSelectFolder_txtFolder, "E:\\");
+  ASSERT_TRUE(HasKeyboard(source, ID_frmSelectFolder_txtFolder));
+  PressKey(VK_RETURN);
+  EXPECT_EQ(person.Answer(), NoDescriptor);
+  ASSERT_TRUE(HasKeyboard(source, ID_frmSelectFolder_txtFolder));
+  EXPECT_EQ(source.Text(ID_frmSelectFolder_txtFolder), "E:\\Set\\") << "the newest set below";
+
+  PressKey(VK_RETURN);
+  Sleep(350);
+  PressKey(VK_RETURN);
+  const Window restore = person.TheProgram().WaitForDialog(ID_frmRestore_cmdStart);
+  Sleep(1500);
+  EXPECT_TRUE(restore.IsOpen() && restore.IsEnabled(ID_frmRestore_cmdStart));
+  EXPECT_EQ(ReadBytes(kTarsus / "Log" / "BackupUtility.log").find("Start Restore"), std::string::npos);
+  PressKey(VK_RETURN);
+  EXPECT_EQ(person.Answer(), RestoreComplete);
+  EXPECT_TRUE(HasKeyboard(menu, ID_frmMainMenu_cmdMenu1));
   person.End();
 }
 

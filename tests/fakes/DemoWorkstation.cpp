@@ -51,8 +51,9 @@ void FillCatalogue(FakeHost& host) {
   for (const char* name : {"Patient data", "System group", "Log data", "Menu data", "System data", "User data",
                            "Explanations", "IP counter", "Report data"})
     rows[base::MessageId{category++}] = name;
-  for (int id = 66001; id <= 66120; ++id)
-    if (id <= 66063 || id >= 66100) rows.try_emplace(base::MessageId{id}, "text " + std::to_string(id));
+  for (int id = 66001; id <= 66157; ++id)
+    if (id <= 66063 || (id >= 66100 && id <= 66120) || id >= 66140)
+      rows.try_emplace(base::MessageId{id}, "text " + std::to_string(id));
 }
 
 void FillPeople(FakeHost& host) {

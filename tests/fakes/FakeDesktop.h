@@ -22,9 +22,11 @@ class FakeShell : public host::Shell {
   std::string desktop = "C:\\Users\\Operator\\Desktop";
   std::string lastTitle;  ///< of the browser or the progress window
   std::string openedDocument;
+  std::string browsedFrom;  ///< where the browser opened last
 
   std::string BrowseForFolder(const std::string& title, const std::string& initialFolder) override {
     lastTitle = title;
+    browsedFrom = initialFolder;
     return calls_.Fails(__func__, initialFolder) ? "" : person_.AtBrowse();
   }
   std::string DesktopFolder() override { return calls_.Fails(__func__) ? "" : desktop; }
@@ -37,6 +39,12 @@ class FakeShell : public host::Shell {
   bool OpenDocument(const std::string& fileName) override {
     if (calls_.Fails(__func__, fileName)) return false;
     openedDocument = fileName;
+    return true;
+  }
+  std::string printedDocument;
+  bool PrintDocument(const std::string& path) override {
+    if (calls_.Fails(__func__, path) || !disk_.IsFile(path)) return false;
+    printedDocument = disk_.Read(path);
     return true;
   }
   /// Empties the medium when the operator lets it.
@@ -68,7 +76,15 @@ class FakeClock : public host::Clock {
  public:
   base::LocalTime now{2012, 3, 15, 9, 30, 12};
 
+  std::chrono::milliseconds running{0};
+  std::chrono::milliseconds perLook{0};  ///< passes with every look at `running`
+
   base::LocalTime Now() override { return now; }
+  std::chrono::milliseconds Running() override { return running += perLook; }
+  /// The disk's changes took a second each, on the day before.
+  base::LocalTime LocalTimeOf(std::uint64_t modified) override {
+    return {2012, 3, 14, 8, static_cast<int>(modified / 60 % 60), static_cast<int>(modified % 60)};
+  }
   std::string ShortDate(const base::LocalTime& t) override { return Joined("%04d/%02d/%02d", t.year, t.month, t.day); }
   std::string LongTime(const base::LocalTime& t) override {
     return Joined("%02d:%02d:%02d", t.hour, t.minute, t.second);

@@ -169,6 +169,9 @@ class FakeFileSystem : public host::FileSystem {
   base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override {
     return Open<FakeBinaryWriter>(__func__, path, [&] { return disk_.Create(path); });
   }
+  base::Obtained<host::BinaryWriter> AppendBinary(const std::string& path) override {
+    return Open<FakeBinaryWriter>(__func__, path, [&] { return disk_.OpenEnd(path); });
+  }
   base::Outcome RemoveFile(const std::string& path) override {
     return Do(__func__, path, [&] { return disk_.IsFile(path) && disk_.Remove(path); });
   }

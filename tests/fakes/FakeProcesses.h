@@ -44,8 +44,11 @@ class FakeProcesses : public host::Processes {
 
   /// Runs before each program's own work, with its command line: the place for a medium that vanishes.
   std::function<void(const std::string& commandLine)> beforeWork;
+  /// What the waiting program does while one is at work; an action that takes its time calls it. May be empty.
+  host::Meanwhile meanwhile;
   std::vector<std::string> running = {"System", "explorer.exe", "QXBackupUtility.exe"};
   bool previousInstance = false;
+  bool administratorsRights = true;
   std::vector<StartRecord> started;
   bool ended = false;
 
@@ -66,6 +69,7 @@ class FakeProcesses : public host::Processes {
     return calls_.Fails("Processes", __func__) ? std::vector<std::string>() : running;
   }
   bool HasPreviousInstance() override { return previousInstance; }
+  bool HasAdministratorsRights() override { return administratorsRights; }
   [[noreturn]] void EndThisProcess() override {
     ended = true;
     throw ProcessEnded();
@@ -75,7 +79,10 @@ class FakeProcesses : public host::Processes {
   struct Program : host::StartedProgram {
     Program(FakeProcesses& owner, std::size_t place) : processes(owner), number(place) {}
     std::uint32_t Id() const override { return 4000 + 4 * static_cast<std::uint32_t>(number); }
-    std::optional<std::uint32_t> Wait() override { return processes.Work(number); }
+    std::optional<std::uint32_t> Wait(const host::Meanwhile& meanwhile) override {
+      processes.meanwhile = meanwhile;
+      return processes.Work(number);
+    }
 
     FakeProcesses& processes;
     std::size_t number;

@@ -92,10 +92,22 @@ void ScriptedOperator::AtPlainMessage(const std::string& text) {
   if (!steps_.empty() || !messageHabit) Take("plain message: " + text);
 }
 
+void BarWatch::ControlChanged(forms::Control& control, forms::Aspect aspect) {
+  if (control.Kind() != forms::ControlKind::ProgressBar || !control.Visible()) return;
+  const auto& bar = static_cast<const forms::ProgressBar&>(control);
+  if (aspect == forms::Aspect::Visible) values.clear(), failed = false;
+  const int last = values.empty() ? 0 : values.back();
+  EXPECT_GE(bar.Value(), last) << "it goes back";
+  EXPECT_TRUE(!failed || bar.Value() == last) << "it goes on after a failure";
+  if (values.empty() || bar.Value() != last) values.push_back(bar.Value());
+  failed = bar.HasFailed();
+}
+
 void ScriptedToolkit::CreateView(forms::Form& form) {
   constexpr int kWidth = 6000;  // twips
   constexpr int kHeight = 4000;
   windows_.insert(form.Name());
+  form.SetView(&bars[form.Name()]);
   form.TakeSize(kWidth, kHeight);
 }
 
@@ -104,6 +116,7 @@ void ScriptedToolkit::RunModal(forms::Form& form) {
 }
 
 void ScriptedToolkit::DestroyView(forms::Form& form) {
+  form.SetView(nullptr);
   EXPECT_EQ(windows_.erase(form.Name()), 1u) << "no window of " << form.Name() << " to destroy";
 }
 

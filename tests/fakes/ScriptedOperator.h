@@ -147,13 +147,25 @@ class ScriptedOperator {
   bool failed_ = false;
 };
 
+/// Watches the bar of a form: while it is shown it never goes back, and only there does it move.
+class BarWatch : public forms::View {
+ public:
+  std::vector<int> values;  ///< since it was shown last, in their order
+  bool failed = false;      ///< when it was shown last
+
+  void FormChanged(forms::Aspect) override {}
+  void FormMoved() override {}
+  void ControlChanged(forms::Control& control, forms::Aspect aspect) override;
+};
+
 /// Shows forms to the operator instead of on a screen.
 class ScriptedToolkit : public forms::Toolkit {
  public:
   explicit ScriptedToolkit(ScriptedOperator& person) : person_(person) {}
 
   forms::Pointer pointer = forms::Pointer::Default;
-  std::string font;  ///< by which dialogs are laid out, such as "Tahoma 9"
+  std::string font;                      ///< by which dialogs are laid out, such as "Tahoma 9"
+  std::map<std::string, BarWatch> bars;  ///< by the names of the forms
 
   void CreateView(forms::Form& form) override;
   void RunModal(forms::Form& form) override;

@@ -48,7 +48,7 @@ Tree Declared(const std::string& path, bool keepPaths, bool allowUnchecked) {
   for (auto& folder : data) {
     const auto take = [&](const std::uint8_t* bytes, std::size_t size) {
       if (folder.second.size() < kComparedAtMost) folder.second.append(bytes, bytes + size);
-      return cabarc::Status();
+      return true;
     };
     if (reader.ReadFolder(folder.first, {1, allowUnchecked}, take).Failed()) break;  // what came until then was right
   }

@@ -61,6 +61,7 @@ TEST_F(Media, TellsAMediumThatMustBePreparedFromNone) {
 }
 
 TEST_F(Media, EmptiesAndLabelsRemovableMediaOnlyAndLeavesNothingElse) {
+  endtoend::RequireTestFolder("A:\\");
   WriteFile("A:\\BackupInfo.ini", "x");
   WriteFile("A:\\Deep\\er\\Übung.cab", "x");
   SetFileAttributesW(L"A:\\BackupInfo.ini", FILE_ATTRIBUTE_READONLY);

@@ -28,6 +28,7 @@ done
 sqlite3 "$host/DeleteList.db" <$given/deleteList.sql
 cp $given/Directory.ini "$host/System/"
 
+mark_for_tests "$prefix" "$host" "$prefix.medium"
 wine_quietly reg add 'HKLM\Software\Wine\Drives' /v a: /d floppy /f # the server looks at it when it starts anew
 use_null_display
 wine_quietly reg add 'HKLM\SOFTWARE\Orvantis\TARSUS' /v PathAppl /d 'C:\Host' /f

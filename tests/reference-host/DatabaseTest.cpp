@@ -1,4 +1,4 @@
-// The demonstration databases through ODBC: text that survives, names across databases, failures.
+// The demonstration databases: text that survives, names across databases, failures.
 #include "common/Database.h"
 
 #include <gtest/gtest.h>

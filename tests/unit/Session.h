@@ -63,6 +63,7 @@ inline forms::CheckBox& BoxOf(frmRestore& form, Box box) {
 struct Session : fakes::FakeHost {
   explicit Session(const Arrangement& arrange = Nothing) {
     FillDemoWorkstation(*this);
+    clock.perLook = std::chrono::milliseconds(250);
     arrange(*this);
   }
 

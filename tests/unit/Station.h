@@ -57,6 +57,10 @@ struct JobStation : Workstation {
     Jobs(lines)(host);
     return definitions.Load(tools, fakes::kSystemFolder, jobs::kJobDefinitionFile, section);
   }
+  /// The job's tools on another file system.
+  work::Tools ToolsOn(host::FileSystem& files) const {
+    return {files, tools.processes, tools.messageLoop, tools.log, tools.programFolder, tools.clock, tools.progress};
+  }
   Names Staged() { return NamesBelow(kStaging); }
 
   work::Tools tools = work::ToolsOf(application);

@@ -1,6 +1,8 @@
 // The binder: the same state in form and window, whoever changes it, and every change told once.
 #include "WindowTest.h"
 #include "windows/toolkit/Window.h"
+// After Win32.h, on which it rests.
+#include <commctrl.h>
 
 namespace windows_tests {
 
@@ -116,6 +118,55 @@ TEST_F(BinderTest, OptionButtonsExcludeEachOtherWithinTheirFrameOnly) {
       EXPECT_EQ(IsChecked(ItemOf(form, *option)), option->Value()) << option->Name();
     EXPECT_TRUE(form.Option1.Value());
   });
+}
+
+/// A part of the restore dialog, which takes no input while it works.
+struct WorkingForm : forms::Form {
+  explicit WorkingForm(forms::Toolkit& toolkit) : Form(toolkit, "frmRestore", forms::kNoCaption) {
+    SetTitle("Test work");
+    cmdCancel.SetEnabled(false);
+  }
+  forms::CheckBox chkMenuData{*this, "chkMenuData", forms::kNoCaption};
+  forms::Label LblMenu{*this, "LblMenu", forms::kNoCaption};
+  forms::CommandButton cmdStart{*this, "cmdStart", forms::kNoCaption};
+  forms::CommandButton cmdCancel{*this, "cmdCancel", forms::kNoCaption};
+  forms::ProgressBar prgJob{*this, "prgJob", forms::kNoCaption};
+};
+
+// A person must see that nothing can be pressed; what tells of the work does not turn grey.
+TEST_F(BinderTest, AFormThatTakesNoInputLooksSo) {
+  WorkingForm form(toolkit_);
+  const auto usable = [&](const forms::Control& control) { return IsWindowEnabled(ItemOf(form, control)) != FALSE; };
+  Show(form, [&] {
+    form.cmdStart.SetFocus();
+    form.SetEnabled(false);
+    EXPECT_FALSE(usable(form.chkMenuData) || usable(form.cmdStart) || usable(form.cmdCancel));
+    EXPECT_TRUE(usable(form.LblMenu) && usable(form.prgJob));
+    form.chkMenuData.SetEnabled(false);
+    form.chkMenuData.SetEnabled(true);
+    EXPECT_FALSE(usable(form.chkMenuData)) << "the form takes no input yet";
+    form.SetEnabled(true);
+    EXPECT_TRUE(usable(form.chkMenuData) && usable(form.cmdStart));
+    EXPECT_FALSE(usable(form.cmdCancel)) << "it was disabled before";
+  });
+}
+
+TEST_F(BinderTest, AProgressBarIsARealOneWithAName) {
+  WorkingForm form(toolkit_);
+  form.Load();
+  HWND bar = ItemOf(form, form.prgJob);
+  EXPECT_FALSE(IsVisible(bar)) << "nothing is at work";
+  form.prgJob.SetCaption("Restore");
+  form.prgJob.SetValue(420);
+  form.prgJob.SetVisible(true);
+  EXPECT_TRUE(IsVisible(bar));
+  EXPECT_EQ(windows::TextOf(bar), "Restore") << "what a screen reader calls it";
+  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 420);
+  EXPECT_EQ(SendMessageW(bar, PBM_GETRANGE, FALSE, 0), forms::ProgressBar::kEnd);
+  const auto colour = SendMessageW(bar, PBM_GETBARCOLOR, 0, 0);
+  form.prgJob.SetFailed(true);
+  EXPECT_NE(SendMessageW(bar, PBM_GETBARCOLOR, 0, 0), colour);
+  EXPECT_EQ(SendMessageW(bar, PBM_GETPOS, 0, 0), 420);
 }
 
 TEST_F(BinderTest, PlaceAndSizeAreInTwips) {

@@ -41,6 +41,22 @@ TEST_F(ModalTest, EnterAndEscPressTheRightButton) {
   });
 }
 
+TEST_F(ModalTest, ACautiousDialogTakesNoHastyKey) {
+  form_.SetCautious();
+  Show(form_, [&] {
+    Key(VK_RETURN);
+    Key(VK_SPACE);
+    EXPECT_TRUE(form_.events.empty());
+    Key(VK_ESCAPE);
+    EXPECT_EQ(form_.events, (Events{"Cancel"})) << "leaving is always possible";
+    Click(Item(form_.cmdOK));
+    EXPECT_EQ(form_.events.back(), "OK") << "and so is the mouse";
+    Sleep(forms::KeyGuard::kMoment + 100);
+    Key(VK_RETURN);
+    EXPECT_EQ(form_.events, (Events{"Cancel", "OK", "OK"}));
+  });
+}
+
 TEST_F(ModalTest, CloseBoxPressesCancel) {
   Show(form_, [&] {
     form_.cmdCancel.SetEnabled(false);

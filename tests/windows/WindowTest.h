@@ -50,6 +50,7 @@ struct SignInForm : forms::Form {
     cmbUserName.Edited = [this] { events.push_back("user=" + cmbUserName.Text()); };
     txtPassword.Edited = [this] { events.push_back("password=" + txtPassword.Text()); };
   }
+  using Form::SetCautious;
   void OnDeviceChanged(int deviceType) override { events.push_back("device " + std::to_string(deviceType)); }
   void Record(const std::string& button, forms::ShiftState held) {
     events.push_back(button);

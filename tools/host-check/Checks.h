@@ -2,26 +2,10 @@
 // None of them writes anything but its lines of the report.
 #pragma once
 
-#include <string>
-
 #include "app/Application.h"
+#include "host-check/Report.h"
 
 namespace hostcheck {
-
-/// What the check prints: one line for each thing that it looked for.
-class Report {
- public:
-  /// "ok", or "MISSING" for what the program cannot do without. `purpose` says what it is for.
-  void Require(bool there, const std::string& subject, const std::string& purpose);
-  /// "ok", or "note" for what may be as it is, but is worth a look.
-  void Expect(bool there, const std::string& subject, const std::string& purpose);
-
-  /// How many lines said "MISSING".
-  int Missing() const { return missing_; }
-
- private:
-  int missing_ = 0;
-};
 
 /// The host's DLLs and every export that the program's adapters look for.
 void CheckLibraries(Report& report);
@@ -43,6 +27,13 @@ void CheckJobs(Report& report, app::Application& application);
 
 /// Programs of the host and of the system, and room to work in.
 void CheckPrograms(Report& report, app::Application& application);
+
+/// What this user may not do that a job needs: write to the host's registry key and where a restore puts things back,
+/// export the registry, start the host application.
+void CheckRights(Report& report, app::Application& application);
+
+/// What Windows and the host's batch files may do otherwise than the jobs expect.
+void CheckSurroundings(Report& report, app::Application& application);
 
 /// Whether this user may create files in `folder`.
 bool MayWriteTo(const std::string& folder);

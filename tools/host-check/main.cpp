@@ -1,35 +1,12 @@
 // Examines a host system and prints what the program would miss on it. Stands in the folder that the program is
 // to live in: libraries and archiver are looked for there, as the program does.
-//
-//   QXHostCheck
-//
-// The exit code is the number of lines that say "MISSING", 100 at most.
-#include <algorithm>
 #include <cstdio>
+#include <optional>
+#include <string>
 
 #include "host-check/Checks.h"
 #include "windows/adapters/WindowsHost.h"
 #include "windows/toolkit/Win32Toolkit.h"
-
-namespace hostcheck {
-namespace {
-
-void Print(const char* verdict, const std::string& subject, const std::string& purpose) {
-  std::printf("%-8s %s - %s\n", verdict, subject.c_str(), purpose.c_str());
-}
-
-}  // namespace
-
-void Report::Require(bool there, const std::string& subject, const std::string& purpose) {
-  Print(there ? "ok" : "MISSING", subject, purpose);
-  if (!there) ++missing_;
-}
-
-void Report::Expect(bool there, const std::string& subject, const std::string& purpose) {
-  Print(there ? "ok" : "note", subject, purpose);
-}
-
-}  // namespace hostcheck
 
 namespace {
 
@@ -45,9 +22,36 @@ host::Host Quiet(host::Host host, QuietComponents& components) {
           host.files, host.drives,  host.processes, host.shell, host.clock,     host.messageLoop};
 }
 
-}  // namespace
+// As monitoring programs understand them.
+constexpr int kNothingMissing = 0;
+constexpr int kMissing = 2;
+constexpr int kWrongCall = 3;
 
-int main() {
+constexpr char kHelp[] =
+    "QXHostCheck [--all | --json | --help]\n"
+    "\n"
+    "Examines this host system and prints what QXBackupUtility would miss on it, and what is worth a look.\n"
+    "Changes nothing. Run it in the folder of the host's programs.\n"
+    "\n"
+    "  --all    also prints what is in order\n"
+    "  --json   prints everything for other programs\n"
+    "  --help   prints this, and examines nothing\n"
+    "\n"
+    "Exit code: 0 nothing is missing, 2 something is, 3 wrong call.\n";
+
+enum class Wanted { Findings, Everything, Json, Help };
+
+/// Nothing for a call that is wrong.
+std::optional<Wanted> WantedBy(int count, char** arguments) {
+  if (count == 1) return Wanted::Findings;
+  const std::string option = count == 2 ? arguments[1] : "";
+  if (option == "--all") return Wanted::Everything;
+  if (option == "--json") return Wanted::Json;
+  if (option == "--help" || option == "/?") return Wanted::Help;
+  return std::nullopt;
+}
+
+hostcheck::Report Examine() {
   windows::WindowsHost host;
   QuietComponents components;
   windows::Win32Toolkit toolkit(host.Loop());
@@ -61,7 +65,21 @@ int main() {
   hostcheck::CheckDatabases(report, application);
   hostcheck::CheckJobs(report, application);
   hostcheck::CheckPrograms(report, application);
+  hostcheck::CheckRights(report, application);
+  hostcheck::CheckSurroundings(report, application);
   application.host.catalogue.Abandon();
-  std::printf("%d missing\n", report.Missing());
-  return std::min(report.Missing(), 100);
+  return report;
+}
+
+}  // namespace
+
+int main(int count, char** arguments) {
+  const std::optional<Wanted> wanted = WantedBy(count, arguments);
+  if (!wanted || *wanted == Wanted::Help) {
+    std::fputs(kHelp, wanted ? stdout : stderr);
+    return wanted ? kNothingMissing : kWrongCall;
+  }
+  const hostcheck::Report report = Examine();
+  std::fputs((*wanted == Wanted::Json ? report.Json() : report.Text(*wanted == Wanted::Everything)).c_str(), stdout);
+  return report.Count(hostcheck::Verdict::Missing) == 0 ? kNothingMissing : kMissing;
 }

@@ -99,6 +99,13 @@ void Operator::ConsentUntil(base::MessageId last, const std::vector<base::Messag
   }
 }
 
+Window Operator::OpenPastJobs() {
+  MainMenu().Press(ID_frmMainMenu_cmdJobs);
+  const Window dialog = program_.WaitForDialog(ID_frmJobs_lstJobs);
+  Tell("Past jobs", dialog);
+  return dialog;
+}
+
 base::MessageId Operator::NextMessage() {
   return Program::MessageNumber(program_.WaitForMessageWindow());
 }

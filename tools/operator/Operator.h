@@ -56,6 +56,8 @@ class Operator {
   /// Chooses what a maintenance bundle holds, collects it, and returns the destination dialog. The
   /// question that an unprotected bundle raises is consented to.
   Window CollectMaintenanceLog(bool protect, int imageDays);
+  /// Opens the past jobs and returns their dialog.
+  Window OpenPastJobs();
   /// Waits for the next message and returns its number; it stays open.
   base::MessageId NextMessage();
   /// Answers the next message and returns its number.

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "MessageDialogIds.h"
+#include "operator/TestMachine.h"
 
 namespace endtoend {
 namespace {
@@ -31,6 +32,7 @@ bool IsMessage(const Window& window) {
 }  // namespace
 
 Program::Program(const std::string& commandLine) {
+  RequireTestMachine();
   std::wstring command = Utf16(commandLine);
   STARTUPINFOW startup{};
   startup.cb = sizeof(startup);

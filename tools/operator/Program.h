@@ -16,7 +16,7 @@ enum class Answer { Consent, Refuse };
 
 /// Starts the program and ends it, with all its programs, when it goes out of scope.
 /// Calls throw std::runtime_error, which names what is on the screen, when what they
-/// wait for does not come in time.
+/// wait for does not come in time, and on a machine that is not marked for tests.
 class Program {
  public:
   explicit Program(const std::string& commandLine);

@@ -1,6 +1,8 @@
 // Asks and works the controls of a window.
 #include "operator/Window.h"
 
+#include <commctrl.h>
+
 #include <stdexcept>
 
 #include "operator/Desktop.h"
@@ -44,6 +46,11 @@ std::string Window::Title() const {
 
 bool Window::IsTicked(int control) const {
   return Ask(Control(control), BM_GETCHECK) == BST_CHECKED;
+}
+
+std::optional<int> Window::Progress(int control) const {
+  HWND bar = Control(control);
+  return IsWindowVisible(bar) ? std::optional(static_cast<int>(Ask(bar, PBM_GETPOS))) : std::nullopt;
 }
 
 bool Window::HasFocus(int control) const {

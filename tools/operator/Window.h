@@ -3,6 +3,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 
 #include "windows/adapters/Text.h"
@@ -28,6 +29,8 @@ class Window {
   std::string Text(int control) const { return Window(Control(control)).Title(); }
   bool IsEnabled(int control) const { return IsWindowEnabled(Control(control)); }
   bool IsTicked(int control) const;
+  /// How far a progress bar is, of 1000; nothing while it is hidden.
+  std::optional<int> Progress(int control) const;
   /// Whether the keyboard works on the control or a part of it.
   bool HasFocus(int control) const;
 

@@ -15,6 +15,15 @@ namespace {
 
 constexpr std::size_t kTimeStampLength = 21;  // "[yyyy/mm/dd hh:mm:ss]"
 
+/// Deletes what lies in a marked folder, but for the mark. Wine keeps a medium's label in a file on it.
+void Empty(const fs::path& folder) {
+  std::error_code ignored;
+  for (const auto& entry : fs::directory_iterator(folder, ignored)) {
+    const fs::path name = entry.path().filename();
+    if (name != kFolderMark && name != L".windows-label") fs::remove_all(entry.path(), ignored);
+  }
+}
+
 std::vector<DWORD> ProcessesOf(const std::wstring& executable) {
   std::vector<DWORD> found;
   HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
@@ -46,6 +55,7 @@ std::vector<std::string> LogLines() {
 }
 
 Fault Altered(const fs::path& path, const std::optional<std::string>& contents) {
+  RequireTestFolder(path);
   const fs::path aside = path.native() + L".aside";
   fs::rename(path, aside);
   if (contents) WriteBytes(path, *contents);
@@ -57,6 +67,7 @@ Fault Altered(const fs::path& path, const std::optional<std::string>& contents) 
 }
 
 Fault WithoutValue(const std::wstring& key, const std::wstring& name) {
+  RequireTestMachine();
   std::array<BYTE, 1024> data;
   DWORD type = 0, size = data.size();
   if (RegGetValueW(HKEY_LOCAL_MACHINE, key.c_str(), name.c_str(), RRF_RT_ANY, &type, data.data(), &size))
@@ -85,6 +96,7 @@ bool IsRunning(const std::wstring& executable) {
 }
 
 void EndAll(const std::wstring& executable) {
+  RequireTestMachine();
   WaitUntil([&] {
     for (const DWORD id : ProcessesOf(executable)) {
       HANDLE process = OpenProcess(PROCESS_TERMINATE, FALSE, id);
@@ -96,12 +108,15 @@ void EndAll(const std::wstring& executable) {
 }
 
 void TidyUp() {
-  for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
+  std::vector<fs::path> folders = {fs::temp_directory_path()};
   std::error_code ignored;
-  for (const auto& folder : {kMedium, kForeignMedium, fs::temp_directory_path()})
-    for (const auto& entry : fs::directory_iterator(folder, ignored))
-      // Wine keeps a medium's label in a file on it.
-      if (entry.path().filename() != ".windows-label") fs::remove_all(entry.path(), ignored);
+  for (const fs::path& folder : {kMedium, kForeignMedium})
+    if (fs::exists(folder, ignored)) folders.push_back(folder);
+  // All of them before the first change.
+  RequireTestHost();
+  for (const fs::path& folder : folders) RequireTestFolder(folder);
+  for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
+  for (const fs::path& folder : folders) Empty(folder);
   fs::remove(kTarsus / "Log" / "BackupUtility.log", ignored);
 }
 

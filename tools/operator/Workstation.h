@@ -1,4 +1,5 @@
-// The demonstration workstation below C:\Tarsus, as tests see and disturb it.
+// The demonstration workstation below C:\Tarsus, as tests see and disturb it. What disturbs it throws
+// std::runtime_error where it has no proof that the workstation was made for tests (TestMachine.h).
 #pragma once
 
 #include <windows.h>
@@ -10,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "operator/TestMachine.h"
+
 namespace endtoend {
 
 namespace fs = std::filesystem;
@@ -18,7 +21,6 @@ inline const fs::path kTarsus = L"C:\\Tarsus";
 inline const fs::path kMedium = L"E:\\";  ///< labelled BACKUP
 inline const fs::path kForeignMedium = L"F:\\";
 inline constexpr char kProgram[] = "C:\\Tarsus\\Program\\QXBackupUtility.exe";
-inline constexpr wchar_t kHostKey[] = L"SOFTWARE\\Orvantis\\TARSUS";  ///< below HKEY_LOCAL_MACHINE
 
 /// The file's bytes; empty when it does not exist.
 std::string ReadBytes(const fs::path& path);

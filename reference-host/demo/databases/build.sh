@@ -8,7 +8,8 @@
 # Param; all are SQLite files, those ending in .mdb too. What is there already
 # is replaced. Where OUTDIR holds patients and images (Data/Patient, Data/Image.ddo),
 # the databases name just these; else they name those that demo-data makes with
-# its default size. Times are relative to now.
+# its default size. Times are relative to now, or, for whoever makes a package, to
+# SOURCE_DATE_EPOCH: then the same bytes come at any time.
 #
 # The users stand in users.tsv: display name, user ID, password, and the right
 # none, backup, restore, both or full (privileged).
@@ -16,12 +17,14 @@ set -euo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
 [ $# = 1 ] || { echo "usage: build.sh OUTDIR" >&2; exit 2; }
 root=$1
+now="'now', 'localtime'"
+[ -z "${SOURCE_DATE_EPOCH:-}" ] || now=$(date -u -d "@$SOURCE_DATE_EPOCH" "+'%F %T'")
 mkdir -p "$root/Database" "$root/Config" "$root/Param"
 databases=$(cd "$root/Database" && pwd)
 
 make_database() { # FILE SCHEMA
   rm -f "$1" "$1-journal"
-  sqlite3 -bail -batch "$1" <"$here/$2.sql"
+  sed "s/'now', 'localtime'/$now/" "$here/$2.sql" | sqlite3 -bail -batch "$1"
 }
 
 # A text as a literal of SQL.
@@ -35,7 +38,7 @@ add_users() {
   local name id password right salt hash kind order=0
   while IFS=$'\t' read -r name id password right; do
     order=$((order + 1))
-    salt=$(od -An -N8 -tx1 /dev/urandom | tr -d ' \n')
+    salt=$(printf 'salt of %s' "$id" | sha256sum | cut -c 1-16)
     hash=$(printf '%s%s' "$salt" "$password" | sha256sum | cut -d ' ' -f 1)
     kind=1
     [ "$right" != full ] || kind=6

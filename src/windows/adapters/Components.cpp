@@ -19,6 +19,22 @@ class Component : public Contract {
   Dispatch component_;
 };
 
+/// Keeps the window in front enabled while a message is over it: when that closes, Windows activates another program's
+/// window where this one is disabled. The host's message takes all input meanwhile, and a disabled form takes none.
+class EnabledFront {
+ public:
+  explicit EnabledFront(HWND front) : front_(front), wasEnabled_(EnableWindow(front, TRUE) == FALSE) {}
+  ~EnabledFront() {
+    if (!wasEnabled_) EnableWindow(front_, FALSE);
+  }
+  EnabledFront(const EnabledFront&) = delete;
+  EnabledFront& operator=(const EnabledFront&) = delete;
+
+ private:
+  HWND front_;
+  bool wasEnabled_;
+};
+
 class MessageDialog : public Component<host::MessageDialog> {
  public:
   MessageDialog(Dispatch component, Win32MessageLoop* loop) : Component(std::move(component)), loop_(loop) {}
@@ -30,6 +46,7 @@ class MessageDialog : public Component<host::MessageDialog> {
                     const std::string& text3) override {
     constexpr auto kNotShown = static_cast<std::int32_t>(host::Answer::NotShown);
     if (loop_ != nullptr) loop_->ServeWithoutInput();
+    const EnabledFront front(loop_ == nullptr ? nullptr : loop_->FrontWindow());
     return host::Answer{
         component_.CallNumber(kNotShown, L"ShowMessage", static_cast<std::int32_t>(id), text1, text2, text3)};
   }

@@ -117,6 +117,13 @@ DWORD ErrorOf(BOOL succeeded) {
   return succeeded != FALSE ? DWORD{ERROR_SUCCESS} : error;
 }
 
+/// Whether somebody has the file open who does not let it go.
+bool IsHeld(const std::wstring& file) {
+  const Handle handle(CreateFileW(file.c_str(), DELETE, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                                  OPEN_EXISTING, 0, nullptr));
+  return !handle && GetLastError() == ERROR_SHARING_VIOLATION;
+}
+
 DWORD CALLBACK CallOnProgress(LARGE_INTEGER /*size*/, LARGE_INTEGER /*copied*/, LARGE_INTEGER /*streamSize*/,
                               LARGE_INTEGER /*streamCopied*/, DWORD /*stream*/, DWORD /*reason*/, HANDLE /*source*/,
                               HANDLE /*target*/, LPVOID call) {
@@ -187,12 +194,14 @@ long long SizeOf(const std::wstring& file) {
   return handle && GetFileSizeEx(handle.Get(), &size) != FALSE ? size.QuadPart : kNotKnown;
 }
 
-DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
+DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, Patience& patience) {
   if (Exists(target)) return ERROR_FILE_EXISTS;
-  std::function<void()> call = meanwhile;
-  const bool copied =
-      CopyFileExW(source.c_str(), target.c_str(), CallOnProgress, &call, nullptr, COPY_FILE_FAIL_IF_EXISTS) != FALSE;
-  const DWORD error = GetLastError();
+  std::function<void()> call = patience.Meanwhile();
+  const DWORD error = patience.WhileInUse([&] {
+    return ErrorOf(
+        CopyFileExW(source.c_str(), target.c_str(), CallOnProgress, &call, nullptr, COPY_FILE_FAIL_IF_EXISTS));
+  });
+  const bool copied = error == ERROR_SUCCESS;
   // A source that could not be read to its end has been seen to count as copied.
   const long long size = SizeOf(source);
   if (copied && size >= 0 && size == SizeOf(target)) return ERROR_SUCCESS;
@@ -200,12 +209,17 @@ DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, cons
   return copied ? ERROR_READ_FAULT : error;
 }
 
-DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile) {
+DWORD Replace(const std::wstring& source, const std::wstring& target, DWORD flags) {
+  const DWORD error = ErrorOf(MoveFileExW(source.c_str(), target.c_str(), flags | MOVEFILE_REPLACE_EXISTING));
+  // The system denies access for it, as it does where the right is lacking.
+  return error == ERROR_ACCESS_DENIED && IsHeld(target) ? DWORD{ERROR_SHARING_VIOLATION} : error;
+}
+
+DWORD CopyOver(const std::wstring& source, const std::wstring& target, Patience& patience) {
   const std::wstring copy = FreeNameBeside(target);
-  DWORD error = CopyToNewFile(source, copy, meanwhile);
+  DWORD error = CopyToNewFile(source, copy, patience);
   if (error != ERROR_SUCCESS) return error;
-  error = DespiteMark(target,
-                      [&] { return ErrorOf(MoveFileExW(copy.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING)); });
+  error = patience.WhileInUse([&] { return DespiteMark(target, [&] { return Replace(copy, target, 0); }); });
   if (error != ERROR_SUCCESS) DeleteForced(copy);
   return error;
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "base/Outcome.h"
+#include "windows/adapters/Patience.h"
 #include "windows/adapters/Win32.h"
 
 namespace windows {
@@ -25,13 +26,14 @@ base::Outcome DeleteTree(const std::wstring& folder, const std::function<void()>
 /// Length in bytes, that of its target for a link; -1 when the file cannot be examined.
 long long SizeOf(const std::wstring& file);
 
-/// Copies one file to a name that is not taken; leaves nothing behind on a failure. Calls `meanwhile` from time to
-/// time.
-DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
+/// Copies one file to a name that is not taken; leaves nothing behind on a failure. A source in use is waited for.
+DWORD CopyToNewFile(const std::wstring& source, const std::wstring& target, Patience& patience);
 
-/// Copies one file over another one, read-only or not, which stays as it was when that fails. Calls `meanwhile` from
-/// time to time.
-DWORD CopyOver(const std::wstring& source, const std::wstring& target, const std::function<void()>& meanwhile);
+/// Copies one file over another one, read-only or not, which stays as it was when that fails. Waits for both.
+DWORD CopyOver(const std::wstring& source, const std::wstring& target, Patience& patience);
+
+/// Gives `source` the name of `target`, whose file goes. A target in use is told as that.
+DWORD Replace(const std::wstring& source, const std::wstring& target, DWORD flags);
 
 /// Has all that was written to a file brought to its medium. The file may be read-only.
 DWORD FlushFile(const std::wstring& file);

@@ -70,6 +70,10 @@ class Busy : public host::BusyTime {
 
 constexpr int kLongestFormat = 256;
 
+base::LocalTime LocalTimeFrom(const SYSTEMTIME& time) {
+  return {time.wYear, time.wMonth, time.wDay, time.wHour, time.wMinute, time.wSecond};
+}
+
 SYSTEMTIME SystemTimeOf(const base::LocalTime& time) {
   SYSTEMTIME result{};
   result.wYear = static_cast<WORD>(time.year);
@@ -167,12 +171,20 @@ base::Outcome Win32Shell::CopyWithProgress(const std::string& source, const std:
 }
 
 bool Win32Shell::OpenDocument(const std::string& fileName) {
-  const std::wstring path = ProgramFolder() + Utf16(fileName);
+  return HandOver(nullptr, ProgramFolder() + Utf16(fileName));
+}
+
+bool Win32Shell::PrintDocument(const std::string& path) {
+  return HandOver(L"print", FullPath(path)) || HandOver(nullptr, FullPath(path));
+}
+
+bool Win32Shell::HandOver(const wchar_t* verb, const std::wstring& path) {
   if (GetFileAttributesW(path.c_str()) == INVALID_FILE_ATTRIBUTES) return false;
   SHELLEXECUTEINFOW open{};
   open.cbSize = sizeof open;
   open.fMask = SEE_MASK_ASYNCOK | SEE_MASK_FLAG_NO_UI;
   open.hwnd = loop_.FrontWindow();
+  open.lpVerb = verb;
   open.lpFile = path.c_str();
   open.nShow = SW_SHOWNORMAL;
   return ShellExecuteExW(&open) != FALSE;
@@ -193,7 +205,21 @@ std::unique_ptr<host::BusyTime> Win32Shell::BeginBusy(const std::string& reason)
 base::LocalTime Win32Clock::Now() {
   SYSTEMTIME now;
   GetLocalTime(&now);
-  return {now.wYear, now.wMonth, now.wDay, now.wHour, now.wMinute, now.wSecond};
+  return LocalTimeFrom(now);
+}
+
+base::LocalTime Win32Clock::LocalTimeOf(std::uint64_t modified) {
+  const FILETIME time{static_cast<DWORD>(modified), static_cast<DWORD>(modified >> 32)};
+  SYSTEMTIME universal{};
+  SYSTEMTIME local{};
+  FileTimeToSystemTime(&time, &universal);
+  SystemTimeToTzSpecificLocalTime(nullptr, &universal, &local);
+  return LocalTimeFrom(local);
+}
+
+std::chrono::milliseconds Win32Clock::Running() {
+  using namespace std::chrono;
+  return duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
 }
 
 std::string Win32Clock::ShortDate(const base::LocalTime& time) {

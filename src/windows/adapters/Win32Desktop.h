@@ -66,16 +66,22 @@ class Win32Shell : public host::Shell {
   base::Outcome CopyWithProgress(const std::string& source, const std::string& targetFolder,
                                  const std::string& title) override;
   bool OpenDocument(const std::string& fileName) override;
+  bool PrintDocument(const std::string& path) override;
   host::FormatAnswer FormatDrive(std::uint32_t drive, std::uint32_t formatId, std::uint32_t options) override;
   std::unique_ptr<host::BusyTime> BeginBusy(const std::string& reason) override;
 
  private:
+  /// Opens a document, or does what `verb` says of its kind.
+  bool HandOver(const wchar_t* verb, const std::wstring& path);
+
   Win32MessageLoop& loop_;
 };
 
 class Win32Clock : public host::Clock {
  public:
   base::LocalTime Now() override;
+  std::chrono::milliseconds Running() override;
+  base::LocalTime LocalTimeOf(std::uint64_t modified) override;
   /// Both formats are those of the Windows user's own regional settings.
   std::string ShortDate(const base::LocalTime& time) override;
   std::string LongTime(const base::LocalTime& time) override;

@@ -41,10 +41,14 @@ constexpr Opening kForWriting = {GENERIC_WRITE, FILE_SHARE_READ, CREATE_ALWAYS, 
 constexpr Opening kForAppending = {FILE_APPEND_DATA, FILE_SHARE_READ, OPEN_ALWAYS, FILE_ATTRIBUTE_NORMAL};
 
 template <typename Contract, typename Stream>
-base::Obtained<Contract> Open(const std::string& path, const Opening& how) {
+base::Obtained<Contract> Open(Patience& patience, const std::string& path, const Opening& how) {
   const std::wstring name = ApiPath(path);
-  Handle file(CreateFileW(name.c_str(), how.access, how.sharing, nullptr, how.disposition, how.flags, nullptr));
-  if (!file) return Failed(path, GetLastError());
+  Handle file;
+  const DWORD error = patience.WhileInUse([&] {
+    file = Handle(CreateFileW(name.c_str(), how.access, how.sharing, nullptr, how.disposition, how.flags, nullptr));
+    return file ? DWORD{ERROR_SUCCESS} : GetLastError();
+  });
+  if (!file) return Failed(path, error);
   return std::make_unique<Stream>(std::move(file), path);
 }
 
@@ -115,35 +119,39 @@ base::Outcome Win32FileSystem::List(const std::string& folder, const std::string
 }
 
 base::Obtained<host::TextReader> Win32FileSystem::OpenText(const std::string& path) {
-  return Open<host::TextReader, FileTextReader>(path, kForReading);
+  return Open<host::TextReader, FileTextReader>(patience_, path, kForReading);
 }
 
 base::Obtained<host::TextWriter> Win32FileSystem::AppendText(const std::string& path) {
-  return Open<host::TextWriter, FileTextWriter>(path, kForAppending);
+  return Open<host::TextWriter, FileTextWriter>(patience_, path, kForAppending);
 }
 
 base::Obtained<host::TextWriter> Win32FileSystem::CreateText(const std::string& path) {
-  return Open<host::TextWriter, FileTextWriter>(path, kForWriting);
+  return Open<host::TextWriter, FileTextWriter>(patience_, path, kForWriting);
 }
 
 base::Obtained<host::BinaryReader> Win32FileSystem::OpenBinary(const std::string& path) {
-  return Open<host::BinaryReader, FileBinaryReader>(path, kForReading);
+  return Open<host::BinaryReader, FileBinaryReader>(patience_, path, kForReading);
 }
 
 base::Obtained<host::BinaryReader> Win32FileSystem::OpenUncached(const std::string& path) {
-  return Open<host::BinaryReader, UncachedReader>(path, kForUncachedReading);
+  return Open<host::BinaryReader, UncachedReader>(patience_, path, kForUncachedReading);
+}
+
+base::Obtained<host::BinaryWriter> Win32FileSystem::AppendBinary(const std::string& path) {
+  return Open<host::BinaryWriter, FileBinaryWriter>(path, kForAppending);
 }
 
 base::Obtained<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
-  return Open<host::BinaryWriter, FileBinaryWriter>(path, kForWriting);
+  return Open<host::BinaryWriter, FileBinaryWriter>(patience_, path, kForWriting);
 }
 
 base::Outcome Win32FileSystem::Flush(const std::string& path) {
-  return OutcomeOfError(FlushFile(ApiPath(path)), path);
+  return OutcomeOfError(patience_.WhileInUse([&] { return FlushFile(ApiPath(path)); }), path);
 }
 
 base::Outcome Win32FileSystem::RemoveFile(const std::string& path) {
-  return OutcomeOfError(DeleteForced(ApiPath(path)), path);
+  return OutcomeOfError(patience_.WhileInUse([&] { return DeleteForced(ApiPath(path)); }), path);
 }
 
 base::Outcome Win32FileSystem::RemoveFolder(const std::string& path) {
@@ -152,27 +160,21 @@ base::Outcome Win32FileSystem::RemoveFolder(const std::string& path) {
   // A drive has no folder of its own to delete; emptying it instead would be a disaster.
   if (IsDriveRoot(folder)) return Failed(path, ERROR_CURRENT_DIRECTORY);
   if (!FolderExists(path)) return Failed(path, ERROR_PATH_NOT_FOUND);
-  // A program that has just ended, or a virus scanner, may hold a file for a moment longer.
-  constexpr int kTries = 120;
-  constexpr DWORD kPause = 25;  // milliseconds
-  for (int tries = 1;; ++tries) {
-    base::Outcome deleted = DeleteTree(folder, [this] { StayAlive(); });
-    if (deleted.IsDone() || tries == kTries) return deleted;
-    Sleep(kPause);
-    StayAlive();
-  }
+  // What is left of a tree may also be a folder that is not empty for a moment longer.
+  return patience_.Repeat([&] { return DeleteTree(folder, patience_.Meanwhile()); },
+                          [](const base::Outcome& deleted) { return !deleted.IsDone(); });
 }
 
 base::Outcome Win32FileSystem::MoveTo(const std::string& source, const std::string& target) {
   if (!FileExists(source)) return Failed(source, ERROR_FILE_NOT_FOUND);
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
-  if (MoveFileExW(from.c_str(), to.c_str(), 0) != FALSE) return {};
-  DWORD error = GetLastError();
+  DWORD error = patience_.WhileInUse(
+      [&] { return MoveFileExW(from.c_str(), to.c_str(), 0) != FALSE ? DWORD{ERROR_SUCCESS} : GetLastError(); });
   if (error == ERROR_NOT_SAME_DEVICE) {
     // The system's own move to another volume deletes the source without a look at the copy.
-    error = CopyToNewFile(from, to, [this] { StayAlive(); });
-    if (error == ERROR_SUCCESS) error = DeleteForced(from);
+    error = CopyToNewFile(from, to, patience_);
+    if (error == ERROR_SUCCESS) error = patience_.WhileInUse([&] { return DeleteForced(from); });
   }
   return OutcomeOfError(error, FromTo(source, target));
 }
@@ -183,16 +185,16 @@ base::Outcome Win32FileSystem::MoveOver(const std::string& source, const std::st
   // Not every system refuses these of its own.
   if (old != INVALID_FILE_ATTRIBUTES && (IsFolder(old) || (old & FILE_ATTRIBUTE_READONLY) != 0))
     return Failed(FromTo(source, target), ERROR_ACCESS_DENIED);
-  constexpr DWORD kAtOnce = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
-  return OutcomeOf(MoveFileExW(ApiPath(source).c_str(), ApiPath(target).c_str(), kAtOnce), FromTo(source, target));
+  const DWORD error =
+      patience_.WhileInUse([&] { return Replace(ApiPath(source), ApiPath(target), MOVEFILE_WRITE_THROUGH); });
+  return OutcomeOfError(error, FromTo(source, target));
 }
 
 base::Outcome Win32FileSystem::CopyTo(const std::string& source, const std::string& target) {
   const std::wstring from = ApiPath(source);
   const std::wstring to = ApiPath(target);
   const bool isNew = AttributesOf(target) == INVALID_FILE_ATTRIBUTES;
-  const auto meanwhile = [this] { StayAlive(); };
-  const DWORD error = isNew ? CopyToNewFile(from, to, meanwhile) : CopyOver(from, to, meanwhile);
+  const DWORD error = isNew ? CopyToNewFile(from, to, patience_) : CopyOver(from, to, patience_);
   return OutcomeOfError(error, FromTo(source, target));
 }
 

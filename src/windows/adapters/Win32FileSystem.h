@@ -2,13 +2,15 @@
 #pragma once
 
 #include "host/FileSystem.h"
+#include "windows/adapters/Patience.h"
 #include "windows/adapters/Win32Desktop.h"
 
 namespace windows {
 
 class Win32FileSystem : public host::FileSystem {
  public:
-  /// `loop`, where there is one, serves painting and other windows while a call works on many files or a large one.
+  /// `loop`, where there is one, serves painting and other windows while a call works on many files or a large one, or
+  /// waits for a file that is in use: opening, deleting, moving and copying do, for some seconds.
   explicit Win32FileSystem(Win32MessageLoop* loop = nullptr) : loop_(loop) {}
 
   bool FileExists(const std::string& path) override;
@@ -22,6 +24,7 @@ class Win32FileSystem : public host::FileSystem {
   base::Obtained<host::BinaryReader> OpenBinary(const std::string& path) override;
   base::Obtained<host::BinaryReader> OpenUncached(const std::string& path) override;
   base::Obtained<host::BinaryWriter> CreateBinary(const std::string& path) override;
+  base::Obtained<host::BinaryWriter> AppendBinary(const std::string& path) override;
   base::Outcome Flush(const std::string& path) override;
   base::Outcome RemoveFile(const std::string& path) override;
   base::Outcome RemoveFolder(const std::string& path) override;
@@ -41,6 +44,7 @@ class Win32FileSystem : public host::FileSystem {
   }
 
   Win32MessageLoop* loop_;
+  Patience patience_{[this] { StayAlive(); }};
 };
 
 class Win32Drives : public host::Drives {

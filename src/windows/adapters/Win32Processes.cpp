@@ -30,6 +30,24 @@ HANDLE OpenInstanceMark(DWORD& error) {
   return mark;
 }
 
+/// Calls something again and again, each time when it has asked for it.
+class Interval {
+ public:
+  explicit Interval(const host::Meanwhile& action) : action_(action) {}
+
+  /// Returns the milliseconds until it must be asked again.
+  DWORD CallWhenDue() {
+    if (!action_) return INFINITE;
+    if (GetTickCount64() >= dueAt_) dueAt_ = GetTickCount64() + static_cast<ULONGLONG>(action_().count());
+    const ULONGLONG now = GetTickCount64();
+    return now < dueAt_ ? static_cast<DWORD>(dueAt_ - now) : 0;
+  }
+
+ private:
+  const host::Meanwhile& action_;
+  ULONGLONG dueAt_ = 0;
+};
+
 class Program : public host::StartedProgram {
  public:
   /// `console` is the one for hidden programs; null when this one is shown.
@@ -38,26 +56,27 @@ class Program : public host::StartedProgram {
 
   std::uint32_t Id() const override { return id_; }
 
-  std::optional<std::uint32_t> Wait() override {
-    const bool ended = WaitForEnd();
+  std::optional<std::uint32_t> Wait(const host::Meanwhile& meanwhile) override {
+    const bool ended = WaitForEnd(meanwhile);
     DWORD code = 0;
     if (!ended || GetExitCodeProcess(process_.Get(), &code) == FALSE) return std::nullopt;
     return code;
   }
 
  private:
-  bool WaitForEnd() {
+  bool WaitForEnd(const host::Meanwhile& meanwhile) {
     // A WM_QUIT is posted again only after the wait: left in the queue it would wake every
     // following wait at once, and the loop would burn a processor until the program ends.
     std::optional<int> quit;
     const HANDLE process = process_.Get();
     const std::jthread keeping = console_ != nullptr ? console_->KeepThatOf(process, id_) : std::jthread();
+    Interval calls(meanwhile);
     DWORD cause = WAIT_FAILED;
     do {
-      cause = MsgWaitForMultipleObjectsEx(1, &process, INFINITE, QS_ALLINPUT, MWMO_INPUTAVAILABLE);
+      cause = MsgWaitForMultipleObjectsEx(1, &process, calls.CallWhenDue(), QS_ALLINPUT, MWMO_INPUTAVAILABLE);
       const std::optional<int> asked = loop_.ServeWaiting();
       if (asked) quit = asked;
-    } while (cause == WAIT_OBJECT_0 + 1);
+    } while (cause == WAIT_OBJECT_0 + 1 || cause == WAIT_TIMEOUT);
     if (quit) PostQuitMessage(*quit);
     return cause == WAIT_OBJECT_0;
   }
@@ -192,6 +211,14 @@ std::vector<std::string> Win32Processes::RunningExecutables() {
     names.push_back(Utf8(entry.szExeFile));
   }
   return names;
+}
+
+bool Win32Processes::HasAdministratorsRights() {
+  std::byte group[SECURITY_MAX_SID_SIZE];
+  DWORD size = sizeof group;
+  BOOL isMember = FALSE;
+  return CreateWellKnownSid(WinBuiltinAdministratorsSid, nullptr, group, &size) != FALSE &&
+         CheckTokenMembership(nullptr, group, &isMember) != FALSE && isMember != FALSE;
 }
 
 void Win32Processes::EndThisProcess() {

@@ -61,6 +61,7 @@ class Win32Processes : public host::Processes {
                                              host::Where where = host::Where::ProgramsOnly) override;
   std::vector<std::string> RunningExecutables() override;
   bool HasPreviousInstance() override { return hasPreviousInstance_; }
+  bool HasAdministratorsRights() override;
   [[noreturn]] void EndThisProcess() override;
 
  private:

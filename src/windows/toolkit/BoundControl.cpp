@@ -1,6 +1,7 @@
 // State of one control, from its member to its window and back.
 #include "windows/toolkit/BoundControl.h"
 
+#include <commctrl.h>
 #include <uxtheme.h>
 
 #include "windows/adapters/Text.h"
@@ -12,10 +13,6 @@ namespace {
 
 using forms::Aspect;
 using forms::ControlKind;
-
-bool IsInput(ControlKind kind) {
-  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
-}
 
 bool IsToggle(ControlKind kind) {
   return kind == ControlKind::CheckBox || kind == ControlKind::OptionButton;
@@ -57,7 +54,21 @@ void WriteText(const BoundControl& bound) {
   }
 }
 
+/// In a theme the colour of a failure is the theme's, without one it is ours.
+void WriteProgress(HWND window, const forms::ProgressBar& bar) {
+  SendMessageW(window, PBM_SETRANGE32, 0, forms::ProgressBar::kEnd);
+  SendMessageW(window, PBM_SETPOS, static_cast<WPARAM>(bar.Value()), 0);
+  SendMessageW(window, PBM_SETSTATE, bar.HasFailed() ? PBST_ERROR : PBST_NORMAL, 0);
+  SendMessageW(window, PBM_SETBARCOLOR, 0, static_cast<LPARAM>(bar.HasFailed() ? kErrorColour : CLR_DEFAULT));
+}
+
 void WriteValue(const BoundControl& bound) {
+  if (bound.control->Kind() == ControlKind::ProgressBar) {
+    return WriteProgress(bound.window, *static_cast<const forms::ProgressBar*>(bound.control));
+  }
+  if (bound.control->Kind() == ControlKind::ListBox) {
+    SendMessageW(bound.window, LB_SETCURSEL, static_cast<const forms::ListBox*>(bound.control)->PickedItem(), 0);
+  }
   if (!IsToggle(bound.control->Kind())) return;
   const WPARAM value = static_cast<const forms::ToggleControl*>(bound.control)->Value() ? BST_CHECKED : BST_UNCHECKED;
   // To clear an option button, clear already or not, takes its tab stop away.
@@ -66,8 +77,17 @@ void WriteValue(const BoundControl& bound) {
   }
 }
 
-/// Items are only ever added at the end or all removed.
+void WriteList(const BoundControl& bound) {
+  SendMessageW(bound.window, LB_RESETCONTENT, 0, 0);
+  for (const std::string& item : static_cast<const forms::ListBox*>(bound.control)->Items()) {
+    SendMessageW(bound.window, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(Utf16(item).c_str()));
+  }
+  WriteValue(bound);
+}
+
+/// Items of a combo box are only ever added at the end or all removed.
 void WriteItems(const BoundControl& bound) {
+  if (bound.control->Kind() == ControlKind::ListBox) return WriteList(bound);
   if (bound.control->Kind() != ControlKind::ComboBox) return;
   const auto& combo = *static_cast<const forms::ComboBox*>(bound.control);
   auto shown = static_cast<std::size_t>(SendMessageW(bound.window, CB_GETCOUNT, 0, 0));
@@ -89,6 +109,10 @@ void WriteLook(const BoundControl& bound, GdiCache& gdi) {
 }
 
 }  // namespace
+
+bool IsInput(ControlKind kind) {
+  return kind == ControlKind::TextBox || kind == ControlKind::ComboBox || kind == ControlKind::ListBox;
+}
 
 forms::Appearance TemplateLook(HWND window, bool isInput) {
   LOGFONTW font = {};
@@ -156,6 +180,11 @@ void ReadText(const BoundControl& bound) {
 }
 
 void ReadPick(const BoundControl& bound) {
+  if (bound.control->Kind() == ControlKind::ListBox) {
+    const LRESULT item = SendMessageW(bound.window, LB_GETCURSEL, 0, 0);
+    if (item >= 0) static_cast<forms::ListBox*>(bound.control)->Pick(static_cast<std::size_t>(item));
+    return;
+  }
   auto& combo = *static_cast<forms::ComboBox*>(bound.control);
   const LRESULT picked = SendMessageW(bound.window, CB_GETCURSEL, 0, 0);
   if (picked < 0 || static_cast<std::size_t>(picked) >= combo.Items().size()) return ReadText(bound);

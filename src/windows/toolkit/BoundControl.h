@@ -12,6 +12,9 @@ struct BoundControl {
   HWND window = nullptr;
 };
 
+/// Whether it is a field, with colours of its own and without a caption.
+bool IsInput(forms::ControlKind kind);
+
 /// Gives the member what its template says and its form does not: caption, font, colours,
 /// and being disabled or hidden.
 void TakeFromTemplate(const BoundControl& bound);
@@ -25,7 +28,7 @@ void WriteAll(const BoundControl& bound, GdiCache& gdi);
 /// Takes the text of a text box or combo box into its member; other kinds have none.
 void ReadText(const BoundControl& bound);
 
-/// Takes the picked entry of a combo box; its window shows it only after this event.
+/// Takes the picked entry of a list or combo box; the window of the latter shows it only after this event.
 void ReadPick(const BoundControl& bound);
 
 /// Font and colours of a window that nobody has configured yet.

@@ -81,7 +81,10 @@ INT_PTR DialogView::Handle(UINT message, WPARAM wParam, LPARAM lParam) {
       TakeSize();
       return FALSE;
     case WM_ACTIVATE:
-      if (LOWORD(wParam) != WA_INACTIVE) PostMessageW(window_, kSettleFocus, 0, 0);
+      if (LOWORD(wParam) != WA_INACTIVE) {
+        keyGuard_.Shown(GetTickCount());
+        PostMessageW(window_, kSettleFocus, 0, 0);
+      }
       RedrawButton(form_.DefaultButton());
       return FALSE;
     case WM_DPICHANGED:
@@ -136,8 +139,12 @@ void DialogView::OnNotice(const BoundControl& bound, int code) {
       if (code == CBN_EDITCHANGE) ReadText(bound);
       if (code == CBN_SELCHANGE) ReadPick(bound);
       return;
+    case forms::ControlKind::ListBox:
+      if (code == LBN_SELCHANGE) ReadPick(bound);
+      return;
     case forms::ControlKind::Label:
     case forms::ControlKind::Frame:
+    case forms::ControlKind::ProgressBar:
       return;
   }
 }
@@ -187,8 +194,7 @@ INT_PTR DialogView::OnControlColour(HDC context, HWND window) {
   const bool plain =
       bound == nullptr || bound->control->Kind() == forms::ControlKind::CommandButton || !bound->control->Enabled();
   const forms::Appearance& look = plain ? form_.Look() : bound->control->Look();
-  const bool input = !plain && (bound->control->Kind() == forms::ControlKind::TextBox ||
-                                bound->control->Kind() == forms::ControlKind::ComboBox);
+  const bool input = !plain && IsInput(bound->control->Kind());
   SetTextColor(context, look.foreground);
   SetBkColor(context, look.background);
   SetBkMode(context, input ? OPAQUE : TRANSPARENT);
@@ -202,7 +208,7 @@ INT_PTR DialogView::OnDrawItem(const DRAWITEMSTRUCT& item) {
   const ButtonColours colours = IsHighContrast()
                                     ? ButtonColours{GetSysColor(COLOR_BTNFACE), GetSysColor(COLOR_BTNTEXT), true}
                                     : ButtonColours{look.background, look.foreground};
-  const bool isDefault = bound->control == EnterButton() && bound->control->Enabled() && GetActiveWindow() == window_;
+  const bool isDefault = bound->control == EnterButton() && IsUsable(*bound) && GetActiveWindow() == window_;
   PaintButton(item, colours, isDefault, gdi_);
   return TRUE;
 }

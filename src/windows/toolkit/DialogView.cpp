@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "windows/adapters/Text.h"
+#include "windows/toolkit/Widening.h"
 #include "windows/toolkit/Window.h"
 
 namespace windows {
@@ -73,7 +74,9 @@ void DialogView::FormChanged(forms::Aspect aspect) {
   const Writing guard(*this);
   if (aspect == forms::Aspect::Caption) WriteTitle();
   if (aspect == forms::Aspect::Appearance) Redraw();
-  if (aspect == forms::Aspect::Enabled) SetCovered(covered_);
+  if (aspect != forms::Aspect::Enabled) return;
+  for (const BoundControl& bound : controls_) Write(bound, forms::Aspect::Enabled);
+  SetCovered(covered_);
 }
 
 void DialogView::WriteTitle() {
@@ -106,13 +109,33 @@ void DialogView::ControlChanged(forms::Control& control, forms::Aspect aspect) {
   if (bound == nullptr) return;
   const Writing guard(*this);
   if (aspect == forms::Aspect::Focus) return focus_.Give(bound->window);
-  const bool usable = control.Enabled() && control.Visible();
-  if (!usable) focus_.BeforeLeaving(bound->window);
-  WriteAspect(*bound, aspect, gdi_);
-  if (usable) focus_.AfterReturning(bound->window);
+  Write(*bound, aspect);
+  if (control.Kind() == forms::ControlKind::ProgressBar) {
+    taskBar_.Show(window_, static_cast<const forms::ProgressBar&>(control));
+  }
+}
+
+bool DialogView::IsUsable(const BoundControl& bound) const {
+  const forms::ControlKind kind = bound.control->Kind();
+  const bool shows =
+      kind == forms::ControlKind::Label || kind == forms::ControlKind::Frame || kind == forms::ControlKind::ProgressBar;
+  return bound.control->Enabled() && (shows || form_.Enabled());
+}
+
+void DialogView::Write(const BoundControl& bound, forms::Aspect aspect) {
+  const bool usable = IsUsable(bound) && bound.control->Visible();
+  if (!usable) focus_.BeforeLeaving(bound.window);
+  if (aspect == forms::Aspect::Enabled) {
+    EnableWindow(bound.window, IsUsable(bound) ? TRUE : FALSE);
+  } else {
+    WriteAspect(bound, aspect, gdi_);
+  }
+  if (usable) focus_.AfterReturning(bound.window);
 }
 
 void DialogView::Show() {
+  keyGuard_.Shown(GetTickCount());
+  if (IsWindowVisible(window_) == FALSE) WidenForCaptions(window_, controls_);
   // Not ShowWindow: its first call obeys the start-up information of the process instead.
   SetWindowPos(window_, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_SHOWWINDOW);
   SetForegroundWindow(window_);
@@ -136,6 +159,18 @@ void DialogView::SetCovered(bool covered) {
 
 bool DialogView::Owns(HWND window) const {
   return window == window_ || IsChild(window_, window) != FALSE;
+}
+
+/// By the time at which the key went down, which may have been before there was this dialog. Every key that enters a
+/// character may press a button by its underlined letter; Tab, Esc, arrows and the like change nothing.
+bool DialogView::TakesKey(const MSG& message) {
+  const bool down = message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN;
+  if (!down || !form_.IsCautious()) return true;
+  constexpr LPARAM kWasDown = 1 << 30;
+  constexpr UINT kDeadKey = 0x80000000;
+  const UINT character = MapVirtualKeyW(static_cast<UINT>(message.wParam), MAPVK_VK_TO_CHAR) & ~kDeadKey;
+  if (character != L'\r' && character < L' ') return true;
+  return keyGuard_.Takes(message.time, (message.lParam & kWasDown) != 0);
 }
 
 void DialogView::Redraw() {

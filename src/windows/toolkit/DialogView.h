@@ -8,9 +8,11 @@
 #include <vector>
 
 #include "forms/Form.h"
+#include "forms/KeyGuard.h"
 #include "windows/adapters/Win32Desktop.h"
 #include "windows/toolkit/BoundControl.h"
 #include "windows/toolkit/DialogTemplate.h"
+#include "windows/toolkit/TaskBarButton.h"
 
 namespace windows {
 
@@ -66,6 +68,8 @@ class DialogView : public forms::View {
   void SetCovered(bool covered);
   /// Whether `window` is the dialog or a part of it.
   bool Owns(HWND window) const;
+  /// Whether a key may do in this dialog what it does; otherwise it was meant for another one, and is to be dropped.
+  bool TakesKey(const MSG& message);
 
  private:
   /// While one lives, the window's notices are echoes of the view's own writing.
@@ -93,6 +97,10 @@ class DialogView : public forms::View {
   void TakePlace();
   void TakeSize();
   void WriteTitle();
+  void Write(const BoundControl& bound, forms::Aspect aspect);
+  /// Whether the operator can use a control: not in a form that takes no input. What only shows something stays as it
+  /// is there.
+  bool IsUsable(const BoundControl& bound) const;
   void Redraw();
   void SettleFocus();
   const BoundControl* Find(const forms::Control& control) const;
@@ -123,6 +131,8 @@ class DialogView : public forms::View {
   HWND window_ = nullptr;
   std::vector<BoundControl> controls_;
   FocusKeeper focus_;
+  TaskBarButton taskBar_;
+  forms::KeyGuard keyGuard_;
   int writing_ = 0;
   std::set<DWORD> changedDevices_;  ///< types of which the form is still to be told
   bool covered_ = false;

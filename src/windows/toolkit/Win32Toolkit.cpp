@@ -1,6 +1,8 @@
 // Views of the forms, and the modal loops.
 #include "windows/toolkit/Win32Toolkit.h"
 
+#include <commctrl.h>
+
 #include <algorithm>
 
 #include "resource.h"
@@ -35,6 +37,8 @@ void RegisterDialogClass() {
 
 Win32Toolkit::Win32Toolkit(Win32MessageLoop& loop) : loop_(loop) {
   RegisterDialogClass();
+  const INITCOMMONCONTROLSEX progressBars{sizeof(INITCOMMONCONTROLSEX), ICC_PROGRESS_CLASS};
+  InitCommonControlsEx(&progressBars);
   loop_.SetDialogs(this);
 }
 
@@ -108,6 +112,7 @@ void Win32Toolkit::ServeUntilClosed(const forms::Form& form) {
 bool Win32Toolkit::PreTranslate(MSG& message) {
   const auto found = std::ranges::find_if(views_, [&message](const auto& view) { return view->Owns(message.hwnd); });
   if (found == views_.end()) return false;
+  if (!(*found)->TakesKey(message)) return true;
   return IsDialogMessageW((*found)->Window(), &message) != FALSE;
 }
 

@@ -86,7 +86,7 @@ TEST_F(JobTest, WhatNoArchiveCanHoldIsNotPacked) {
   for (const auto& [entries, cause] :
        {std::pair(many, "65536 files; an archive holds 65535"), {{large}, "Tree\\large.dat has 2147483648 bytes"}}) {
     DiskWithFolder files(host, kStaging + std::string("Tree\\"), entries);
-    const work::Tools limited{files, host.processes, host.messageLoop, application.log, tools.programFolder};
+    const work::Tools limited = ToolsOn(files);
     backupset::Archive made;
     const base::Outcome outcome = backupset::Archiver(limited, packed.workFolder).PackCategory("X", kFails, made);
     EXPECT_EQ(outcome, Result::Failed);

@@ -148,7 +148,7 @@ class DiskOfLargeFiles : public fakes::FakeFileSystem {
 TEST_F(JobTest, ASetIsMeasuredBeyond32Bits) {
   for (const char* name : {"PatientData.cab", "LogData.cab"}) host.disk.Write(kStaging + std::string(name), "x");
   DiskOfLargeFiles files(host.disk, host.calls);
-  const work::Tools large{files, host.processes, host.messageLoop, application.log, application.state.StartupDirectory};
+  const work::Tools large = ToolsOn(files);
   backupset::Measure(large, backupset::MessagesOf(app::Operation::Backup), app::Watch(application.log), packed);
   EXPECT_EQ(packed.BackupSize, 6 * kGiB);
 }

@@ -181,8 +181,8 @@ bool Course::HasOpenFiles() {
 
 MediumFiles Course::HostFiles() {
   MediumFiles all = disk.Tree(kHostFolder);
-  for (const char* own : {"Log\\BackupUtility.log", "Data\\Patients.bcp", "Data\\Loaded.txt", "Config\\Station.mdb",
-                          "Param\\Protocol.mdb"})
+  for (const char* own : {"Log\\BackupUtility.log", "Log\\BackupUtilityJobs.csv", "Data\\Patients.bcp",
+                          "Data\\Loaded.txt", "Config\\Station.mdb", "Param\\Protocol.mdb"})
     all.erase(own);
   return all;
 }

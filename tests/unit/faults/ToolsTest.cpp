@@ -12,97 +12,25 @@
 namespace {
 
 using fakes::Disk;
-using fakes::Held;
 using fakes::Words;
 
-constexpr const char* kFrom = "C:\\From\\";
-constexpr const char* kTo = "C:\\To\\";
+const Words kCopyAll = {"CMD", "/C", "xcopy", "C:\\From", "C:\\To\\", "/S", "/Y"};
 
-struct CopyCase {
-  const char* name;
-  std::function<void(Disk&)> arrange;
-  std::uint32_t code;
-  Names copied;
-  const char* source = "C:\\From";
-  std::uint32_t (*interpreter)(Disk&, const Words&) = fakes::RunCommandInterpreter;
-};
-
-std::function<void(Disk&)> Marked(const std::string& path, unsigned attributes) {
-  return [=](Disk& disk) { disk.Find(path)->attributes = attributes; };
-}
-std::function<void(Disk&)> Locked(const std::string& path) {
-  return [=](Disk& disk) { EXPECT_TRUE(disk.Hold(path)); };
-}
-std::function<void(Disk&)> Deep(const std::string& folder) {
-  return [=](Disk& disk) {
-    const std::string below = kFrom + folder + std::string(130, 'd') + "\\";
-    EXPECT_TRUE(disk.Write(below + "1", "x") && disk.Write(below + std::string(130, 'n'), "x"));
-    EXPECT_TRUE(disk.Write(below + "z", "x"));
-  };
-}
-void FillDrive(Disk& disk) {
-  disk.FindDrive("C:")->capacity -= static_cast<std::uint64_t>(disk.FreeSpace("C:")) - 3;
-}
-void PutReadOnlyTarget(Disk& disk) {
-  disk.Write(std::string(kTo) + "b", "old");
-  Marked(std::string(kTo) + "b", fakes::kReadOnly)(disk);
-}
-
-const Names kAll = {"a", "b", "c", "s\\b", "s\\d", "t\\e"};
-
-const CopyCase kCopies[] = {
-    {"all", [](Disk&) {}, 0, kAll},
-    {"hidden and system files are passed over",
-     [](Disk& disk) { Marked("C:\\From\\a", 2)(disk), Marked("C:\\From\\c", 4)(disk); },
-     0,
-     {"b", "s\\b", "s\\d", "t\\e"}},
-    {"no empty folders", [](Disk& disk) { disk.MakeFolders("C:\\From\\u\\v"); }, 0, kAll},
-    {"stops at a locked file", Locked("C:\\From\\b"), 4, {"a"}},
-    {"stops at one in a subfolder", Locked("C:\\From\\s\\b"), 4, {"a", "b", "c"}},
-    {"or says nothing of it",
-     Locked("C:\\From\\s\\b"),
-     0,
-     {"a", "b", "c", "t\\e"},
-     "C:\\From",
-     fakes::RunSilentCommandInterpreter},
-    {"stops at a read-only target", PutReadOnlyTarget, 4, {"a", "b"}},
-    {"leaves what fits on a full disk", FillDrive, 4, {"a"}},
-    {"copies are not read-only", Marked("C:\\From\\a", fakes::kReadOnly), 0, kAll},
-    {"passes over deep files and what follows them",
-     Deep("s\\"),
-     0,
-     {"a", "b", "c", "s\\b", "s\\d", "s\\" + std::string(130, 'd') + "\\1", "t\\e"}},
-    {"a name is found in deeper folders, too", [](Disk&) {}, 0, {"b", "s\\b"}, "C:\\From\\b"},
-    {"a pattern finds nothing", [](Disk&) {}, 1, {}, "C:\\From\\*.x"},
-    {"no such folder", [](Disk&) {}, 4, {}, "C:\\None\\a"},
-    {"not into itself", [](Disk&) {}, 4, {}, "C:\\"},
-};
-
-TEST(Tools, XcopyLeavesOutWhatTheRealOneDoes) {
-  for (const CopyCase& copy : kCopies) {
-    SCOPED_TRACE(copy.name);
-    Disk disk;
-    disk.AddDrive('C', "SYSTEM", 100'000);
-    disk.MakeFolders(kTo);
-    for (const std::string& name : kAll) disk.Write(kFrom + name, "of " + name);
-    copy.arrange(disk);
-    EXPECT_EQ(copy.interpreter(disk, {"CMD", "/C", "xcopy", copy.source, kTo, "/S", "/Y"}), copy.code);
-    const auto made = disk.Tree(kTo);
-    EXPECT_EQ(NamesOf(made), copy.copied);
-    EXPECT_FALSE(disk.IsFolder(std::string(kTo) + "u"));
-    for (const auto& [name, bytes] : made) EXPECT_EQ(disk.Find(kTo + name)->attributes & ~fakes::kReadOnly, 0u);
-    if (copy.code == 0 && made.contains("a")) {
-      EXPECT_EQ(disk.Find("C:\\To\\a")->attributes, 0u);
-      EXPECT_EQ(disk.Find("C:\\To\\a")->modified, disk.Find("C:\\From\\a")->modified);
-    }
-  }
+// What every version of xcopy does stands in the contract of the commands.
+TEST(Tools, OneXcopySaysNothingOfAFailureInASubfolder) {
+  Disk disk;
+  disk.AddDrive('C', "SYSTEM", 100'000);
+  for (const char* name : {"a", "s\\b", "s\\d", "t\\e"}) disk.Write(std::string("C:\\From\\") + name, name);
+  disk.Hold("C:\\From\\s\\b");
+  EXPECT_EQ(fakes::RunSilentCommandInterpreter(disk, kCopyAll), 0u);
+  EXPECT_EQ(NamesOf(disk.Tree("C:\\To")), (Names{"a", "t\\e"}));
 }
 
 TEST(Tools, XcopyLeavesAPartOfAFileOnAFullDisk) {
   Disk disk;
   disk.AddDrive('C', "SYSTEM", 100);
   disk.Write("C:\\From\\a", std::string(60, 'a'));
-  EXPECT_EQ(fakes::RunCommandInterpreter(disk, {"CMD", "/C", "xcopy", "C:\\From", kTo, "/S", "/Y"}), 4u);
+  EXPECT_EQ(fakes::RunCommandInterpreter(disk, kCopyAll), 4u);
   EXPECT_EQ(disk.Read("C:\\To\\a").size(), 40u);
 }
 
@@ -110,7 +38,7 @@ TEST(Tools, TheArchiverKeepsMarksAndRefusesWhatItCannotRead) {
   Disk disk;
   disk.AddDrive('C', "SYSTEM", 1'000'000);
   disk.Write("C:\\Röntgen\\h", "hidden");
-  Marked("C:\\Röntgen\\h", fakes::kHidden | fakes::kReadOnly)(disk);
+  disk.Find("C:\\Röntgen\\h")->attributes = fakes::kHidden | fakes::kReadOnly;
   disk.SetCurrentFolder("C:\\");
   EXPECT_EQ(fakes::RunCabarc(disk, {"cabarc", "-r", "-p", "n", "x.cab", ".\\Röntgen\\*.*"}), 0u);
   EXPECT_EQ(fakes::RunCabarc(disk, {"cabarc", "-r", "-p", "X", "x.cab", "Out"}), 0u);

@@ -109,6 +109,14 @@ TEST(StartUp, RunsBesideOtherTools) {
   EXPECT_FALSE(session.processes.ended);
 }
 
+TEST(StartUp, TellsMissingRightsBeforeAnybodySignsIn) {
+  Session session;
+  session.processes.administratorsRights = false;
+  session.Cancel<frmUserAuthentication>(kShift);
+  session.Run();
+  EXPECT_EQ(session.Told().logLines.at(1), "Without administrator's rights");
+}
+
 TEST(StartUp, HandsTheCatalogueAConnectionOf256Characters) {
   const std::pair<std::string, std::string> cases[] = {{"Data Source=ü", "Data Source=ü" + std::string(243, ' ')},
                                                        {std::string(300, 'x'), std::string(256, 'x')}};

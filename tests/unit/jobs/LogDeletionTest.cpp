@@ -67,7 +67,7 @@ TEST_F(JobTest, LogsThatAreInNoSetStay) {
   host.disk.Write(folder + "saved, written again.log", "y");
   host.disk.Write(folder + "come since.log", "x");
   host.disk.Write(folder + "own.log", "x");
-  saved.ownLog = "c:\\logs\\\\Own.log";
+  saved.own = {"c:\\logs\\\\Own.log"};
 
   EXPECT_TRUE(LoadSection("LOG_DELETE", {"Folder=C:\\Logs"}).IsDone());
   EXPECT_EQ(jobs::RunLogDeletion(tools, application.paths, definitions, saved, fakes::kSystemFolder, kStaging),

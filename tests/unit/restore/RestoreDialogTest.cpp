@@ -72,4 +72,32 @@ TEST(RestoreDialog, OffersWhatFitsThisSystem) {
   }
 }
 
+// Beside what is offered stands its size; a date in another form stands in the local one, too.
+TEST(RestoreDialog, ShowsSizesAndTheLocalDate) {
+  Session session(SystemFile("BackupVersion.ini", kAllVersions));
+  session.disk.Write("D:\\Set\\BackupInfo.ini",
+                     Lines({"[Info]", "AppVersion=3.00", "Date=3/14/2012 8:00:00 AM", "AppType=Tarsus", "MenuData=V2.1",
+                            "UserData=V2.1", "ReportData=other"}));
+  for (const char* archive : {"MenuData", "ReportData"})
+    session.disk.Write(std::string("D:\\Set\\") + archive + ".cab", std::string(1536 * 1024, 'x'));
+  session.BeginRestore();
+  session.At<frmRestore>([&](frmRestore& form) {
+    EXPECT_EQ(form.lblMenuSize.Caption(), "1.50 MB");
+    EXPECT_EQ(form.lblUserSize.Caption(), "") << "its archive is not there";
+    EXPECT_EQ(form.lblReportSize.Caption(), "") << "it is not offered";
+    EXPECT_EQ(form.lblBackupDateValue.Caption(), "3/14/2012 8:00:00 AM");
+    EXPECT_TRUE(form.lblBackupDateLocal.Caption().starts_with("(2012/03/14 08:"));
+    EXPECT_TRUE(form.IsCautious());
+    session.disk.Write("D:\\Set\\BackupInfo.ini", Lines({"[Info]", "AppVersion=3.00", "Date=2012/03/14 8 o'clock",
+                                                         "AppType=Tarsus", "MenuData=V2.1"}));
+    fakes::Press(form.cmdCancel);
+  });
+  session.AcceptFolder(kSetFolder);
+  session.At<frmRestore>([&](frmRestore& form) {
+    EXPECT_EQ(form.lblBackupDateLocal.Caption(), "") << "nothing is said twice";
+    fakes::Press(form.cmdCancel);
+  });
+  session.LeaveRestoreAfter({});
+}
+
 }  // namespace

@@ -5,10 +5,11 @@ namespace {
 
 using enum base::MessageId;
 
-/// The host system's files but for the program's own log.
+/// The host system's files but for the program's own log and list of jobs.
 MediumFiles HostFiles(Session& session) {
   MediumFiles files = session.disk.Tree("C:\\Tarsus");
   files.erase("Log\\BackupUtility.log");
+  files.erase("Log\\BackupUtilityJobs.csv");
   return files;
 }
 

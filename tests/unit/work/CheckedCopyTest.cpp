@@ -24,11 +24,7 @@ class DiskWithLinks : public fakes::FakeFileSystem {
 
 class CheckedCopy : public testing::Test, public JobStation {
  public:
-  work::CopyResult CopyFolder() {
-    return work::CopyFolderChecked(
-        {files, host.processes, host.messageLoop, application.log, application.state.StartupDirectory}, "C:\\From\\",
-        kTo, "X");
-  }
+  work::CopyResult CopyFolder() { return work::CopyFolderChecked(ToolsOn(files), "C:\\From\\", kTo, "X"); }
   void Put(const std::string& path, const std::string& bytes, std::uint64_t second = 100) {
     EXPECT_TRUE(host.disk.Write(path, bytes));
     host.disk.Find(path)->modified = second * kSecond;

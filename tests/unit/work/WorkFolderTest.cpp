@@ -108,7 +108,7 @@ TEST_F(WorkFolderTest, ThatStaysIsTriedAgainAtEveryStart) {
 
 // However it ended: most callers go on when a program has at least run.
 TEST_F(AppTest, AProgramThatFailsWasStarted) {
-  const auto run = [&](const char* command) { return work::RunAndWait(host.processes, command); };
+  const auto run = [&](const char* command) { return work::RunAndWait(work::ToolsOf(application), command); };
   Program("C:\\Tarsus\\fails.bat", [](fakes::Disk&, const fakes::Words&) { return 1u; })(host);
   host.calls.FailFrom("StartedProgram", "Wait");
   EXPECT_EQ(run("C:\\Tarsus\\fails.bat").Started(), Result::Done);

@@ -9,7 +9,7 @@
 #include <thread>
 #include <vector>
 
-namespace cabarc {
+namespace unpack {
 
 /// A ring of jobs. The caller takes a free one, fills it and submits it; takes the oldest back when it is done, uses
 /// its result and releases it. The caller's own thread works too whenever it would have to wait, so one thread needs
@@ -113,4 +113,4 @@ class OrderedPool {
   std::vector<std::thread> threads_;
 };
 
-}  // namespace cabarc
+}  // namespace unpack

@@ -1,0 +1,11 @@
+# What of zlib reads blocks that refer to their predecessors, which libdeflate cannot; scripts/setup.sh fetches it.
+set(QX_ZLIB_DIR "${CMAKE_SOURCE_DIR}/build/zlib" CACHE PATH "Source folder of zlib")
+if(NOT EXISTS ${QX_ZLIB_DIR}/inflate.c)
+  message(FATAL_ERROR "zlib is missing from ${QX_ZLIB_DIR}; scripts/setup.sh fetches it")
+endif()
+foreach(name IN ITEMS adler32 crc32 inffast inflate inftrees zutil)
+  list(APPEND zlib_sources ${QX_ZLIB_DIR}/${name}.c)
+endforeach()
+add_library(zlib_inflate STATIC EXCLUDE_FROM_ALL ${zlib_sources})
+target_include_directories(zlib_inflate SYSTEM PUBLIC ${QX_ZLIB_DIR})
+target_compile_options(zlib_inflate PRIVATE -O2 -w)
