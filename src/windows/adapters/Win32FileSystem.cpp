@@ -139,7 +139,7 @@ base::Obtained<host::BinaryReader> Win32FileSystem::OpenUncached(const std::stri
 }
 
 base::Obtained<host::BinaryWriter> Win32FileSystem::AppendBinary(const std::string& path) {
-  return Open<host::BinaryWriter, FileBinaryWriter>(path, kForAppending);
+  return Open<host::BinaryWriter, FileBinaryWriter>(patience_, path, kForAppending);
 }
 
 base::Obtained<host::BinaryWriter> Win32FileSystem::CreateBinary(const std::string& path) {
