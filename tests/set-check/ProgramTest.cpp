@@ -218,7 +218,9 @@ TEST_F(SetCheckProgram, ReadsFloppiesFromTheirImages) {
   WriteFile("images/a.img", MakeFloppy(pile[1]));
   const std::string first = MakeFloppy(pile[0]);
   WriteFile("images/b.img", first);
+  WriteFile("images/letters.img", MakeFloppy({{"letter.txt", "of no set"}}));
   Check({"images"}, ExitCode::Sound);
+  Check({"images/letters.img"}, ExitCode::NotRestorable);
   Check({"images/a.img", "images/b.img"}, ExitCode::Sound);
   EXPECT_NE(Check({"images/a.img"}, ExitCode::NotRestorable).said.find("disk 1 is missing"), std::string::npos);
   std::mt19937 random(1);
