@@ -80,6 +80,19 @@ TEST_F(SetCheckProgram, AnswersForEverySetOfAShelf) {
   EXPECT_NE(Check({"system"}, ExitCode::NotRestorable).said.find("NO: no set is there: system"), std::string::npos);
 }
 
+TEST_F(SetCheckProgram, MaintenanceLogsAreWholeOrNot) {
+  const std::string log = Archived({{"log", "text"}, {"more", Noise(40'000, 1)}});
+  Files bundle = {{kDescriptor, "AppVersion=\r\nCABFile=MAINTENANCE.cab;\r\n"}, {"MAINTENANCE.cab", log}};
+  Lay(bundle, "bundle");
+  EXPECT_NE(Check({"bundle"}, ExitCode::Sound).said.find("YES: the maintenance log is whole"), std::string::npos);
+  bundle["MAINTENANCE.cab"].resize(36'000);
+  Lay(bundle, "bundle");
+  EXPECT_NE(Check({"bundle"}, ExitCode::PartsLost).said.find("IN PART"), std::string::npos);
+  Lay(set_, "set");
+  WriteFile("set/MAINTENANCE.cab", log);  // beside a set it says nothing of the set
+  Check({"--application", "Tapir", "set"}, ExitCode::NotRestorable);
+}
+
 TEST_F(SetCheckProgram, TellsWhatAWorkstationWouldOffer) {
   Lay(set_, "set");
   Check({"--workstation", "system", "--application", "Tarsus", "--version", "3.10", "set"}, ExitCode::Sound);
