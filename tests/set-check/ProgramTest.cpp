@@ -80,6 +80,19 @@ TEST_F(SetCheckProgram, AnswersForEverySetOfAShelf) {
   EXPECT_NE(Check({"system"}, ExitCode::NotRestorable).said.find("NO: no set is there: system"), std::string::npos);
 }
 
+TEST_F(SetCheckProgram, MaintenanceLogsAreWholeOrNot) {
+  const std::string log = Archived({{"log", "text"}, {"more", Noise(40'000, 1)}});
+  Files bundle = {{kDescriptor, "AppVersion=\r\nCABFile=MAINTENANCE.cab;\r\n"}, {"MAINTENANCE.cab", log}};
+  Lay(bundle, "bundle");
+  EXPECT_NE(Check({"bundle"}, ExitCode::Sound).said.find("YES: the maintenance log is whole"), std::string::npos);
+  bundle["MAINTENANCE.cab"].resize(36'000);
+  Lay(bundle, "bundle");
+  EXPECT_NE(Check({"bundle"}, ExitCode::PartsLost).said.find("IN PART"), std::string::npos);
+  Lay(set_, "set");
+  WriteFile("set/MAINTENANCE.cab", log);  // beside a set it says nothing of the set
+  Check({"--application", "Tapir", "set"}, ExitCode::NotRestorable);
+}
+
 TEST_F(SetCheckProgram, TellsWhatAWorkstationWouldOffer) {
   Lay(set_, "set");
   Check({"--workstation", "system", "--application", "Tarsus", "--version", "3.10", "set"}, ExitCode::Sound);
@@ -218,7 +231,9 @@ TEST_F(SetCheckProgram, ReadsFloppiesFromTheirImages) {
   WriteFile("images/a.img", MakeFloppy(pile[1]));
   const std::string first = MakeFloppy(pile[0]);
   WriteFile("images/b.img", first);
+  WriteFile("images/letters.img", MakeFloppy({{"letter.txt", "of no set"}}));
   Check({"images"}, ExitCode::Sound);
+  Check({"images/letters.img"}, ExitCode::NotRestorable);
   Check({"images/a.img", "images/b.img"}, ExitCode::Sound);
   EXPECT_NE(Check({"images/a.img"}, ExitCode::NotRestorable).said.find("disk 1 is missing"), std::string::npos);
   std::mt19937 random(1);

@@ -57,6 +57,7 @@ std::string Answer(const SetReport& report) {
     case Restorable::InPart:
       return bundle ? "IN PART: the maintenance log is damaged" : "IN PART: " + kinds + " can be restored";
     case Restorable::NotAtAll:
+      if (bundle) return "NO: nothing in the maintenance log is whole";
       break;
   }
   return "NO: it cannot be restored" + (report.refusal.empty() ? "" : ", " + report.refusal);

@@ -20,8 +20,7 @@ class Searching {
     std::vector<Disk> disks;
     for (const std::string& path : paths) {
       if (cabarc::platform::InfoOf(path).kind == cabarc::platform::Kind::File) {
-        Image(
-            path, [path] { return OpenFile(path); }, disks);
+        if (!TakeImage(path, disks)) finder_.Unreadable(path, "it is no floppy of a set");
       } else {
         Look(path, 0, disks);
       }
@@ -38,42 +37,35 @@ class Searching {
     std::vector<Disk> here;
     for (const Entry& entry : folder->entries) {
       if (entry.isFolder) inside.push_back(Below(path, entry.name));
+      if (!entry.isFolder && entry.size == kFloppySize) TakeImage(Below(path, entry.name), here);
     }
     const Found found = WhatIs(noHost_, *folder);
     if (found == Found::Set) finder_.FoundSet(*folder);
-    if (below_ || found == Found::Nothing) Images(*folder, here);
-    if (found == Found::Disk) {
-      disks.push_back(ReadDisk(noHost_, folder.Take()));
-    } else {
-      folder = base::Obtained<Folder>(base::Result::Stopped);  // not needed while the folders below it are looked at
-    }
-    const bool pile = !below_ && depth == 0 && found == Found::Nothing;  // the disks of one pile, side by side
-    if (depth == kDeepest && !inside.empty()) finder_.Unreadable(path, "it is too deep");
-    if ((below_ || pile) && depth < kDeepest) {
-      for (const std::string& one : inside) Look(one, depth + 1, here);
-    }
+    auto listed = folder.Take();
+    if (found == Found::Disk) disks.push_back(ReadDisk(noHost_, std::move(listed)));
+    listed.reset();                                           // not needed while the folders below it are looked at
+    const bool pile = depth == 0 && found == Found::Nothing;  // its disks may lie side by side
+    if (below_ || pile) LookInside(path, inside, depth + 1, here);
     TellPiles(std::move(here), path);
   }
 
-  void Images(Folder& folder, std::vector<Disk>& disks) {
-    for (const Entry& entry : folder.entries) {
-      if (entry.isFolder || entry.size != kFloppySize) continue;
-      const std::string path = Below(folder.path, entry.name);
-      Image(
-          path, [path] { return OpenFile(path); }, disks);
-    }
+  void LookInside(const std::string& path, const std::vector<std::string>& inside, int depth,
+                  std::vector<Disk>& disks) {
+    if (depth > kDeepest && !inside.empty()) return finder_.Unreadable(path, "it is too deep");
+    for (const std::string& one : inside) Look(one, depth, disks);
   }
 
-  void Image(const std::string& path, Opener open, std::vector<Disk>& disks) {
-    auto floppy = OpenFloppy(std::move(open), path);
-    if (!floppy) return finder_.Unreadable(path, floppy.Why().cause);
-    if (WhatIs(noHost_, *floppy) == Found::Disk) {
-      disks.push_back(ReadDisk(noHost_, floppy.Take()));
-    } else if (floppy->Find(backupset::kDescriptorFile)) {
-      finder_.FoundSet(*floppy);
-    } else {
-      finder_.Unreadable(path, "it is no floppy of a set");
+  /// Whether the file is the image of a floppy of a set, or cannot be looked into, which is told.
+  bool TakeImage(const std::string& path, std::vector<Disk>& disks) {
+    auto floppy = OpenFloppy([path] { return OpenFile(path); }, path);
+    if (!floppy) {
+      finder_.Unreadable(path, floppy.Why().cause);
+      return true;
     }
+    const Found found = WhatIs(noHost_, *floppy);
+    if (found == Found::Set) finder_.FoundSet(*floppy);
+    if (found == Found::Disk) disks.push_back(ReadDisk(noHost_, floppy.Take()));
+    return found != Found::Nothing;
   }
 
   void TellPiles(std::vector<Disk> disks, const std::string& path) {

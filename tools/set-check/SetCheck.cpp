@@ -101,7 +101,8 @@ SetReport SetCheck::Check(Folder& folder) {
   report.path = folder.path;
   const backupset::BackupSet set = Inspect(folder, report);
   const Archives archives = ArchivesOf(folder);
-  if (set.categories.empty() && folder.Find(kMaintenanceArchive)) {
+  const bool ofMaintenance = Value(noHost_, "CABFile") == std::string(kMaintenanceArchive) + ";";
+  if (ofMaintenance && set.categories.empty()) {
     report.kind = Kind::Bundle;
     report.refusal.clear();
     report.archives.push_back(CheckArchive(std::nullopt, kMaintenanceArchive, archives));
