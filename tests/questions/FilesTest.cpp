@@ -76,7 +76,7 @@ bool HasLongPaths() {
 TEST_F(Files, ClassicCallsTake259Characters) {
   if (HasLongPaths()) GTEST_SKIP() << "long paths are switched on";
   const std::wstring folder = scene_.Folder().wstring() + L"\\";
-  for (const std::size_t length : {259, 260}) {
+  for (const std::size_t length : {259U, 260U}) {
     const std::wstring path = folder + std::wstring(length - folder.size(), L'n');
     const windows::Handle file(CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, 0, nullptr));
     EXPECT_EQ(static_cast<bool>(file), length == 259) << length;

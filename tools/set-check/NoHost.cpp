@@ -64,6 +64,8 @@ class NoComponents : public host::ComponentFactory {
 class NoClock : public host::Clock {
  public:
   base::LocalTime Now() override { return {}; }
+  std::chrono::milliseconds Running() override { return {}; }
+  base::LocalTime LocalTimeOf(std::uint64_t) override { return {}; }
   std::string ShortDate(const base::LocalTime&) override { return {}; }
   std::string LongTime(const base::LocalTime&) override { return {}; }
 };
@@ -85,6 +87,7 @@ class NoProcesses : public host::Processes {
   }
   std::vector<std::string> RunningExecutables() override { return {}; }
   bool HasPreviousInstance() override { return false; }
+  bool HasAdministratorsRights() override { return false; }
   [[noreturn]] void EndThisProcess() override { std::abort(); }
 };
 
@@ -137,6 +140,9 @@ base::Obtained<host::BinaryReader> ReadOnlyFiles::OpenUncached(const std::string
   return Refused();
 }
 base::Obtained<host::BinaryWriter> ReadOnlyFiles::CreateBinary(const std::string&) {
+  return Refused();
+}
+base::Obtained<host::BinaryWriter> ReadOnlyFiles::AppendBinary(const std::string&) {
   return Refused();
 }
 base::Outcome ReadOnlyFiles::Flush(const std::string&) {
@@ -209,6 +215,7 @@ struct NoHost::Silence {
   app::OperationLog log{components, clock, pathTable, messages, logFolder};
   app::Failures failures{messages, log};
   app::PathTable paths{pathTable, failures};
+  app::Progress progress{clock};
 };
 
 NoHost::NoHost() : silence_(std::make_unique<Silence>(*this)) {}
@@ -216,7 +223,8 @@ NoHost::NoHost() : silence_(std::make_unique<Silence>(*this)) {}
 NoHost::~NoHost() = default;
 
 work::Tools NoHost::Tools() {
-  return {files, silence_->processes, silence_->screen, silence_->log, silence_->programFolder};
+  return {files,           silence_->processes, silence_->screen, silence_->log, silence_->programFolder,
+          silence_->clock, silence_->progress};
 }
 
 const app::PathTable& NoHost::Paths() const {

@@ -33,6 +33,7 @@ class ReadOnlyFiles : public host::FileSystem {
   base::Obtained<host::BinaryReader> OpenBinary(const std::string&) override;
   base::Obtained<host::BinaryReader> OpenUncached(const std::string&) override;
   base::Obtained<host::BinaryWriter> CreateBinary(const std::string&) override;
+  base::Obtained<host::BinaryWriter> AppendBinary(const std::string&) override;
   base::Outcome Flush(const std::string&) override;
   base::Outcome RemoveFile(const std::string&) override;
   base::Outcome RemoveFolder(const std::string&) override;
