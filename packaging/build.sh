@@ -4,8 +4,8 @@
 #   packaging/build.sh [BUILD_FOLDER] [--sign=COMMAND] [--help]
 #
 # BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. The packages go to its
-# folder packages. Their version is the executable's own. COMMAND is a program that signs the file whose path it is given,
-# in its place: it gets each executable and library that is installed, the uninstallers, and the packages themselves.
+# folder packages. Their version is the executable's own. COMMAND is a program that signs the file whose path it is
+# given, in its place: it gets each executable and library that is installed, the uninstallers, and the packages themselves.
 # packaging/try-signing.sh is an example.
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
