@@ -2,8 +2,8 @@
 ;
 ;   !insertmacro OptionFunctions PREFIX     PREFIX is empty or "un."
 ;
-; A package with an option of its own defines OPTION as its beginning, such as "/CABARC=". NSIS takes /D= and _?= off the
-; line itself.
+; A package with an option of its own defines OPTION as its beginning, such as "/CABARC=". NSIS takes /D= and _?= off
+; the line itself.
 
 Var LogFile
 

@@ -159,7 +159,8 @@ Function RemoveOther
   Call ProposeArchiver
 FunctionEnd
 
-; As a whole a folder that setup has made. In another one, such as the host's, others may have to write: its files alone.
+; A folder that setup has made as a whole.
+; In another one, such as the host's, others may have to write: its own files alone.
 Function ProtectProgram
   ${If} $FolderIsNew == "yes"
     !insertmacro Protect "$INSTDIR" "${WITH_CONTENTS}"

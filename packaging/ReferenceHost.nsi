@@ -77,8 +77,8 @@ Section "Demonstration" SectionHost
   Call CheckHost
 SectionEnd
 
-; Whether the program would find everything. The check must stand beside the host's libraries for that; it comes with the
-; program, and here for this moment alone.
+; Whether the program would find everything. The check must stand beside the host's libraries for that; it comes with
+; the program, and here for this moment alone.
 Function CheckHost
   File "/oname=$INSTDIR\Program\SetupCheck.exe" "${BIN}/QXHostCheck.exe"
   nsExec::ExecToStack '"$INSTDIR\Program\SetupCheck.exe"'
@@ -87,7 +87,7 @@ Function CheckHost
   Delete "$INSTDIR\Program\SetupCheck.exe"
   !insertmacro Log "Host check: $0 missing$\r$\n$1"
   ${If} $0 != 0
-    !insertmacro Tell "The demonstration is installed and will not work: its check names what is missing. (exit code 1603)"
+    !insertmacro Tell "The demonstration is installed, and its check says that something is missing. (exit code 1603)"
     SetErrorLevel 1603
     Abort "Something is missing:$\r$\n$1"
   ${EndIf}

@@ -14,7 +14,8 @@ certificate=$PWD/build/signing/test.pem key=$PWD/build/signing/test.key
 
 if [ "${1:-}" = --file ]; then
   file=$(cd "$OLDPWD" && realpath -- "$2")
-  osslsigncode sign -certs "$certificate" -key "$key" -h sha256 -n QXBackupUtility -in "$file" -out "$file.signed" >/dev/null
+  osslsigncode sign -certs "$certificate" -key "$key" -h sha256 -n QXBackupUtility \
+    -in "$file" -out "$file.signed" >/dev/null
   mv "$file.signed" "$file"
   exit
 fi

@@ -379,8 +379,9 @@ install_ansi() {
   done
 }
 
-# mark_for_tests PREFIX [FOLDER...]: marks the machine in PREFIX, the profiles of its users and these folders as made for
-# tests, by a word that no other machine has. Without the marks no test program changes anything (operator/TestMachine.h).
+# mark_for_tests PREFIX [FOLDER...]: marks the machine in PREFIX, the profiles of its users and these folders as made
+# for tests, by a word that no other machine has. Without the marks no test program changes anything
+# (tools/operator/TestMachine.h).
 mark_for_tests() {
   local prefix=$1 word folder
   shift
