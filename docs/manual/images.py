@@ -1,5 +1,5 @@
 """Refreshes the manual's pictures from the screenshots that `./run --unattended` leaves in build/screenshots: the window
-alone, without the screen around it. Out of some it makes the animation at the head of the README.
+alone, without the screen around it.
 
 docs/manual/images.sh installs what this needs and calls it.
 """
@@ -21,12 +21,6 @@ STEPS = {
 NEARLY_BLACK = 2  # of 255
 WATCHED = "progress-"  # what watch.exe takes of jobs at work, on a workstation with more data
 
-# The main job, in the order of a day: what the animation shows, and for how many milliseconds each.
-AT_WORK = ["sign-in", "main-menu", "backup", "destination", "backup-complete", "restore", "restore-complete", "past-jobs"]
-EACH = 1600
-BEHIND = (64, 80, 96)
-MARGIN = 12
-
 
 def cut_out(screenshot):
     """The black around the windows becomes transparent, so that it suits a dark page and paper, and is cut off."""
@@ -40,18 +34,6 @@ def cut_out(screenshot):
     return screen.crop(windows.getbbox())
 
 
-def animate(names, target):
-    """One picture after the other, each in the middle of the same ground."""
-    pictures = [Image.open(PICTURES / f"{name}.png").convert("RGBA") for name in names]
-    size = [max(picture.size[side] for picture in pictures) + 2 * MARGIN for side in (0, 1)]
-    frames = []
-    for picture in pictures:
-        frame = Image.new("RGB", size, BEHIND)
-        frame.paste(picture, [(size[side] - picture.size[side]) // 2 for side in (0, 1)], picture)
-        frames.append(frame.quantize(64))
-    frames[0].save(target, save_all=True, append_images=frames[1:], duration=EACH, loop=0, optimize=True)
-
-
 def main():
     missing = [step for step in STEPS if not (SCREENSHOTS / f"{step:02}.png").exists()]
     if missing:
@@ -62,7 +44,6 @@ def main():
             old.unlink()
     for step, name in STEPS.items():
         cut_out(SCREENSHOTS / f"{step:02}.png").save(PICTURES / f"{name}.png", optimize=True)
-    animate(AT_WORK, ROOT / "docs/images/at-work.gif")
     return 0
 
 

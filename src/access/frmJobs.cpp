@@ -114,6 +114,7 @@ std::string frmJobs::DataOf(const app::PastJob& job) const {
 std::string frmJobs::SummaryOf(const app::PastJob& job) const {
   const std::pair<MessageId, std::string> rows[] = {
       {MessageId::JobResultWord, ResultOf(job)},
+      {MessageId::JobWarningsWord, std::to_string(job.warnings)},
       {MessageId::JobMessageWord,
        job.message == MessageId::None ? std::string() : std::to_string(static_cast<std::int32_t>(job.message))},
       {MessageId::JobEndedWord, TimeOf(job)},
@@ -123,7 +124,6 @@ std::string frmJobs::SummaryOf(const app::PastJob& job) const {
       {MessageId::JobDataWord, DataOf(job)},
       {MessageId::JobFilesWord, std::to_string(job.files)},
       {MessageId::JobSizeWord, base::FormatMegabytes(job.bytes) + " MB"},
-      {MessageId::JobWarningsWord, std::to_string(job.warnings)},
   };
   std::string text = KindOf(job) + kLineEnd;
   for (const auto& [word, value] : rows) {
