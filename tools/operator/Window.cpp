@@ -50,7 +50,9 @@ bool Window::IsTicked(int control) const {
 
 std::optional<int> Window::Progress(int control) const {
   HWND bar = Control(control);
-  return IsWindowVisible(bar) ? std::optional(static_cast<int>(Ask(bar, PBM_GETPOS))) : std::nullopt;
+  // In this order: one that is hidden is set back then.
+  const auto value = static_cast<int>(Ask(bar, PBM_GETPOS));
+  return IsWindowVisible(bar) ? std::optional(value) : std::nullopt;
 }
 
 bool Window::HasFocus(int control) const {
