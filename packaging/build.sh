@@ -70,8 +70,6 @@ cp "$build"/bin/{QXBackupUtility,QXHostCheck,QXSetCheck,cabarc}.exe "$program"
 docs/manual/build.sh "$program/QXBackupUtility.html"
 lay_out_host "$stage" "$build/bin" 4
 need_manifest "$program"/*.exe "$stage"/*/*.exe
-tell_contents QXBackupUtility "$program" "$program"
-tell_contents ReferenceHost "$stage" "$stage/Program"
 options=(-V2 "-DBIN=$program" "-DPACKAGES=$packages" "-DMANUAL=$program/QXBackupUtility.html")
 if [ -n "$machine" ]; then options+=(-DAMD64); fi
 if [ -n "$sign" ]; then
@@ -79,6 +77,8 @@ if [ -n "$sign" ]; then
   sign_all "$stage"
   options+=("-DSIGN=$sign")
 fi
+tell_contents QXBackupUtility "$program" "$program"
+tell_contents ReferenceHost "$stage" "$stage/Program"
 list_for_removal "$stage" >"$packages/host-files.nsh"
 find "$program" "$stage" -exec touch -d "@$SOURCE_DATE_EPOCH" {} +
 
