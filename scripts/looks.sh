@@ -4,9 +4,10 @@
 #
 #   scripts/looks.sh [CATALOGUE-DPI-LOOK[-POINTS] ...] [--help]
 #
-# CATALOGUE is english or german, or either with a "+" behind it: with captions half as long again. LOOK is themed,
-# classic or contrast. POINTS is the configured size of the fonts. Without arguments: both catalogues, at 96, 144 and 192
-# dots per inch, themed and classic; with the longer captions and with high contrast at 96.
+# CATALOGUE is english or german, or either with a "+" behind it: with captions half as long again. LOOK is themed
+# or classic. POINTS is the configured size of the fonts. Without arguments: both catalogues, at 96, 144 and 192
+# dots per inch, themed and classic; with the longer captions at 96. High contrast cannot be seen here: Wine does not
+# tell programs of it.
 cd "$(dirname "$0")/.."
 source scripts/lib.sh
 arguments 1000 "$@"
@@ -17,23 +18,6 @@ host_key='HKLM\SOFTWARE\Orvantis\TARSUS\BackupUtility'
 # Sets a value of the registry: KEY NAME TYPE DATA.
 set_value() { wine_quietly reg add "$1" /v "$2" /t "$3" /d "$4" /f; }
 
-# set_colours COLOUR NAME...: of the system.
-set_colours() {
-  local name
-  for name in "${@:2}"; do set_value 'HKCU\Control Panel\Colors' "$name" REG_SZ "$1"; done
-}
-
-# White on black, as for people who see little; $1 is 1 with it and 0 without.
-set_contrast() {
-  local paper='255 255 255' ink='0 0 0' face='212 208 200' grey='128 128 128'
-  if [ "$1" = 1 ]; then paper='0 0 0' ink='255 255 255' face='0 0 0' grey='0 255 0'; fi
-  set_value 'HKCU\Control Panel\Accessibility\HighContrast' Flags REG_SZ "$1"
-  set_colours "$paper" Window
-  set_colours "$ink" WindowText ButtonText
-  set_colours "$face" ButtonFace
-  set_colours "$grey" GrayText
-}
-
 # lengthen TABLE: captions, and the words on the message dialog's buttons, become half as long again.
 lengthen() {
   sqlite3 "$database/Language.db" "UPDATE $1 SET String = String || ' ' || substr(String, 1, length(String) / 2)
@@ -42,15 +26,13 @@ lengthen() {
 
 # Gives the workstation the catalogue $1, $2 dots per inch, the look $3 and fonts of $4 points.
 dress() {
-  local dialog edge theme=0 contrast=0 table=MSG_${1^^} database=$WINEPREFIX/drive_c/Tarsus/Database
+  local dialog edge theme=0 table=MSG_${1^^} database=$WINEPREFIX/drive_c/Tarsus/Database
   table=${table%+}
   [ "$3" != themed ] || theme=1
-  [ "$3" != contrast ] || contrast=1
   [ -f "$database/Language.db.whole" ] || cp "$database/Language.db" "$database/Language.db.whole"
   cp "$database/Language.db.whole" "$database/Language.db"
   [[ $1 != *+ ]] || lengthen "$table"
   sqlite3 "$database/System.db" "UPDATE T_CONFIG SET VALUE = 'LANG:$table' WHERE NAME = 'MsgTableName'"
-  set_contrast "$contrast"
   set_value 'HKCU\Control Panel\Desktop' LogPixels REG_DWORD "$2"
   set_value 'HKCU\Software\Microsoft\Windows\CurrentVersion\ThemeManager' ThemeActive REG_SZ $theme
   set_value "$host_key" BUFontSizeSS REG_DWORD "$4"
@@ -79,8 +61,7 @@ take_pictures() {
     {stopped,maintenance}.png "$target.png")
 }
 
-[ $# -gt 0 ] || set -- {english,german}-{96,144,192}-{themed,classic} {english,german}-96-contrast \
-  {english,german}+-96-themed
+[ $# -gt 0 ] || set -- {english,german}-{96,144,192}-{themed,classic} {english,german}+-96-themed
 lock_clone
 scripts/setup.sh
 scripts/build.sh native demo-data
