@@ -31,7 +31,7 @@ FETCHED = {
     "sqliteodbc": (r"/build/sqliteodbc/.*\.obj$", "VERSION", r"([\d.]+)", "license.terms"),
 }
 # Our own archives, and objects of sources that are not below build/, as fetched ones are.
-OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver)\.a$|^(?!.*/build/).*\.obj$")
+OURS = re.compile(r"lib(qx_\w+|reference_\w+|archiver|set_check)\.a$|^(?!.*/build/).*\.obj$")
 
 # The licence that a scanner is to read, by source package. The notices have every word of it.
 LICENCE_OF = {

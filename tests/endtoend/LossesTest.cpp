@@ -49,9 +49,10 @@ Fault JobsWith(const std::string& from, const std::string& to) {
   return Altered(jobs, Replaced(before, from, to));
 }
 
-/// The logs but for the program's own, which goes on all the time.
+/// The logs but for the program's own and its list of jobs, which go on all the time.
 Files LogsBut(Files logs) {
   logs.erase("BackupUtility.log");
+  logs.erase("BackupUtilityJobs.csv");
   return logs;
 }
 

@@ -137,7 +137,7 @@ TEST_F(Operations, ASecondEnterBeginsNoRestore) {
   PressKey(VK_RETURN);
   EXPECT_EQ(person.Answer(), NoDescriptor);
   ASSERT_TRUE(HasKeyboard(source, ID_frmSelectFolder_txtFolder));
-  EXPECT_EQ(source.Text(ID_frmSelectFolder_txtFolder), "E:\\Set\\") << "the newest set below";
+  EXPECT_TRUE(WaitUntil([&] { return source.Text(ID_frmSelectFolder_txtFolder) == "E:\\Set\\"; })) << "the newest set";
 
   PressKey(VK_RETURN);
   Sleep(350);

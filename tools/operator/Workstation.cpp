@@ -117,7 +117,7 @@ void TidyUp() {
   for (const fs::path& folder : folders) RequireTestFolder(folder);
   for (const wchar_t* executable : {L"QXBackupUtility.exe", L"Tarsus.exe"}) EndAll(executable);
   for (const fs::path& folder : folders) Empty(folder);
-  fs::remove(kTarsus / "Log" / "BackupUtility.log", ignored);
+  for (const char* own : {"BackupUtility.log", "BackupUtilityJobs.csv"}) fs::remove(kTarsus / "Log" / own, ignored);
 }
 
 }  // namespace endtoend
