@@ -52,15 +52,14 @@ TEST(Catalogue, SaysTheSameInBothLanguages) {
   }
 }
 
-// What the program inserts: the filter's code as the second text, the number of Warnings, a folder or a document as the third.
+// What the program inserts: the filter's code as the second text; the number of Warnings, a folder or a document as the
+// third.
 TEST(Catalogue, InsertsWhatTheProgramGivesAndNothingElse) {
   for (const auto& [id, entry] : Read("english")) {
     std::set<int> insertions = Marked('%', entry.text);
     std::erase_if(insertions, [](int character) { return !std::isdigit(character); });
     const bool tellsMore = id == 61300 || id == 61400 || id == 61401 || id == 61450 || id == 61500;
-    const std::set<int> given = tellsMore ? std::set<int>{'3'}
-                                : id == 60521  ? std::set<int>{'2'}
-                                               : std::set<int>{};
+    const std::set<int> given = tellsMore ? std::set<int>{'3'} : id == 60521 ? std::set<int>{'2'} : std::set<int>{};
     EXPECT_EQ(insertions, given) << id;
   }
 }
