@@ -121,6 +121,10 @@ Section Uninstall
   ${If} $0 == "${DRIVER}"
     DeleteRegKey HKLM "${DRIVER_KEY}"
     DeleteRegValue HKLM "${DRIVER_LIST}" "${DRIVER_NAME}"
+    ; A computer without any driver has none of these keys.
+    DeleteRegKey /ifnosubkeys /ifnovalues HKLM "${DRIVER_LIST}"
+    DeleteRegKey /ifnosubkeys /ifnovalues HKLM "SOFTWARE\ODBC\ODBCINST.INI"
+    DeleteRegKey /ifnosubkeys /ifnovalues HKLM "SOFTWARE\ODBC"
   ${EndIf}
   UnRegDLL "${DATA_ACCESS}"
   UnRegDLL "${COMPONENTS}"

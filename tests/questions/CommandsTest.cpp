@@ -29,10 +29,10 @@ class RealCommands : public CommandWorld {
   }
   std::map<std::string, std::string> Tree(const std::string& folder) override {
     std::map<std::string, std::string> files;
+    const std::size_t root = Path(folder).wstring().size() + 1;
     for (const auto& entry : questions::fs::recursive_directory_iterator(Path(folder))) {
       if (!entry.is_regular_file()) continue;
-      const auto inner = entry.path().lexically_relative(Path(folder));
-      files[windows::Utf8(inner.wstring())] = questions::ReadFile(entry.path());
+      files[windows::Utf8(entry.path().wstring().substr(root))] = questions::ReadFile(entry.path());
     }
     return files;
   }

@@ -2,6 +2,7 @@
 // others.
 #include "questions/Scene.h"
 #include "windows/adapters/Text.h"
+#include "windows/adapters/Win32Processes.h"
 // After windows.h, on which it rests.
 #include <objbase.h>
 
@@ -25,7 +26,9 @@ TEST_F(Programs, QuestionsOfBatchFilesEndAtOnce) {
 
 TEST_F(Programs, TheInterpreterCanBeKeptFromTheCurrentFolder) {
   WriteFile("xcopy.bat", "@exit /b 77\r\n");
+  SetEnvironmentVariableW(L"NoDefaultCurrentDirectoryInExePath", L"1");
   EXPECT_NE(scene_.Run("CMD /C xcopy none there"), 77U);
+  SetEnvironmentVariableW(L"NoDefaultCurrentDirectoryInExePath", nullptr);
 }
 
 // What the program exports with, in the words that the host's job file has.

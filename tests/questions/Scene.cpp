@@ -1,14 +1,18 @@
 #include "questions/Scene.h"
 
+#include <chrono>
 #include <fstream>
 #include <iterator>
 
+#include "acceptance/Running.h"
 #include "windows/adapters/Text.h"
 
 namespace questions {
 
-Scene::Scene() : folder_(fs::temp_directory_path() / ("question " + std::to_string(GetCurrentProcessId()))) {
-  fs::remove_all(folder_);
+Scene::Scene() {
+  static int scenes = 0;  // what holds one open must not spoil the next
+  const std::string name = std::to_string(GetCurrentProcessId()) + " " + std::to_string(++scenes);
+  folder_ = fs::temp_directory_path() / ("question " + name);
   fs::create_directories(folder_);
   fs::current_path(folder_);
 }
@@ -19,15 +23,16 @@ Scene::~Scene() {
   for (const auto& entry : fs::recursive_directory_iterator(folder_, error))
     SetFileAttributesW(entry.path().c_str(), FILE_ATTRIBUTE_NORMAL);
   fs::remove_all(folder_, error);
+  fs::remove(fs::path(folder_).concat(".log"), error);
 }
 
 std::optional<std::uint32_t> Scene::Run(const std::string& command) {
-  const auto program = processes_.Start(command, host::WindowStyle::Hidden);
-  return program ? program->Wait() : std::nullopt;
+  constexpr std::chrono::seconds kPatience{10};
+  return acceptance::Run(windows::Utf16(command), folder_, fs::path(folder_).concat(".log"), kPatience).code;
 }
 
 void WriteFile(const fs::path& path, const std::string& bytes) {
-  fs::create_directories(path.parent_path());
+  if (path.has_parent_path()) fs::create_directories(path.parent_path());
   std::ofstream(path, std::ios::binary) << bytes;
 }
 

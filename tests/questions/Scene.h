@@ -1,4 +1,5 @@
-// What the questions share: a folder of their own, and programs started as the program starts them.
+// What the questions share: a folder of their own, and programs that are hidden and read nothing, like those that the
+// program starts.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -8,7 +9,7 @@
 #include <optional>
 #include <string>
 
-#include "windows/adapters/Win32Processes.h"
+#include "windows/adapters/Win32.h"
 
 namespace questions {
 
@@ -23,14 +24,12 @@ class Scene {
   Scene& operator=(const Scene&) = delete;
 
   const fs::path& Folder() const { return folder_; }
-  /// Runs a command hidden and without input, to its end; nothing when it does not start.
+  /// The exit code of a command; nothing when it does not start, or is ended because it takes longer than ten seconds.
   std::optional<std::uint32_t> Run(const std::string& command);
 
  private:
   fs::path before_ = fs::current_path();
   fs::path folder_;
-  windows::Win32MessageLoop loop_;
-  windows::Win32Processes processes_{loop_};
 };
 
 void WriteFile(const fs::path& path, const std::string& bytes);

@@ -161,8 +161,11 @@ void Kit::UnpackWithTheSystemsTool() {
   const Ran packed = Run(L"C:\\Tarsus\\Program\\cabarc.exe -r -p n " + Quoted(cabinet) + L" .\\*.*", data,
                          work_ / "pack.log", std::chrono::minutes(5));
   report_.Check("our archiver packs the demonstration's data", packed.code == 0u, LastLines(packed.output));
-  Check("expand unpacks them", L"expand " + Quoted(cabinet) + L" -F:* " + Quoted(out));
-  report_.Check("every byte is there", !FilesBelow(data).empty() && FilesBelow(data) == FilesBelow(out));
+  const Ran expanded = RunHere(L"expand " + Quoted(cabinet) + L" -F:* " + Quoted(out), "expand");
+  const bool whole = expanded.code == 0u && FilesBelow(data) == FilesBelow(out);
+  const Verdict verdict = whole ? Verdict::Right : Verdict::Wrong;
+  report_.Add(
+      {"expand unpacks them, every byte", IsWine() ? Verdict::NotAnswered : verdict, LastLines(expanded.output)});
 }
 
 // soak.exe makes a small backup to E:\Soak and restores it.
