@@ -3,8 +3,8 @@
 #
 #   packaging/acceptance.sh [BUILD_FOLDER] [--help]
 #
-# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. Its folder acceptance then
-# holds the kit unpacked, and QXAcceptance.exe beside it the kit as one file. What it does and what it leaves is told in
+# BUILD_FOLDER is a build for Windows, build/windows by default; scripts/build.sh makes it. build/acceptance/kit then
+# holds the kit unpacked, and QXAcceptance.exe beside it the same as one file. What it does and what it leaves is told in
 # docs/acceptance.md.
 build=$(realpath -m -- "${1:-$(dirname "$0")/../build/windows}")
 cd "$(dirname "$0")/.."
@@ -12,10 +12,10 @@ source scripts/lib.sh
 arguments 1 "$@"
 
 [ -f "$build/bin/acceptance.exe" ] || die "no Windows build in $build; scripts/build.sh makes one"
-kit=$build/acceptance
+output=$PWD/build/acceptance kit=$PWD/build/acceptance/kit
 
 tests/endtoend/packages.sh "$build"
-rm -rf "$kit" "$build/QXAcceptance.exe"
+rm -rf "$output"
 catalogue=reference-host/demo/catalogue # where the tests look for it, from their current folder
 mkdir -p "$kit/bin" "$kit/contract" "$kit/$catalogue"
 cp -r "$build/packages" "$kit/packages"
@@ -27,8 +27,8 @@ done
 cp "$build"/tests/contract/host/* "$kit/contract/"
 cp "$catalogue"/*.tsv "$kit/$catalogue/"
 prefix=i686
-options=(-V2 "-DKIT=$kit" "-DOUT=$build/QXAcceptance.exe")
+options=(-V2 "-DKIT=$kit" "-DOUT=$output/QXAcceptance.exe")
 if is_64_bit "$build/bin/acceptance.exe"; then prefix=x86_64 options+=(-DAMD64); fi
 find "$kit" -name '*.exe' ! -path '*/packages/*' ! -name QXBackupUtility.exe -exec "$prefix-w64-mingw32-strip" {} +
 makensis "${options[@]}" packaging/Acceptance.nsi
-say "Acceptance kit: $(ls -sh "$build/QXAcceptance.exe")"
+say "Acceptance kit: $(ls -sh "$output/QXAcceptance.exe")"

@@ -24,7 +24,7 @@ for drive in e:medium f:foreign; do
 done
 echo BACKUP >"$prefix.medium/.windows-label"
 use_null_display
-cp -r "$build/acceptance" "$kit"
+cp -r build/acceptance/kit "$kit"
 status=0
 # Through a file, because a pipe stays open as long as Wine's server lives.
 wine "$kit/acceptance.exe" --yes --part 40 >build/acceptance.out 2>&1 </dev/null || status=$?

@@ -93,7 +93,7 @@ TEST_F(Files, AFileThatItsReaderDoesNotShareCannotBeReplaced) {
   EXPECT_EQ(ReadFile("old"), "old");
 }
 
-/// A drive that holds three megabytes at most.
+/// A drive that holds less than eight megabytes.
 class FullDrive : public Files {
  protected:
   void SetUp() override {

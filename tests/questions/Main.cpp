@@ -4,7 +4,7 @@
 //   windows_questions [GOOGLETEST OPTION...]
 //   windows_questions --look-for-mark FILE     from another session: writes whether the instance's mark is seen there
 //
-// QX_SMALL_DRIVE in the environment names a drive, such as "V:", that holds three megabytes at most and may be filled.
+// QX_SMALL_DRIVE in the environment names a drive, such as "V:", that holds less than eight megabytes and may be filled.
 #include <fstream>
 #include <string_view>
 
