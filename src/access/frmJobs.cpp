@@ -123,7 +123,7 @@ std::string frmJobs::SummaryOf(const app::PastJob& job) const {
       {MessageId::JobFolderWord, job.folder},
       {MessageId::JobDataWord, DataOf(job)},
       {MessageId::JobFilesWord, std::to_string(job.files)},
-      {MessageId::JobSizeWord, base::FormatMegabytes(job.bytes) + " MB"},
+      {MessageId::JobSizeWord, base::FormatSize(job.bytes)},
   };
   std::string text = KindOf(job) + kLineEnd;
   for (const auto& [word, value] : rows) {

@@ -89,4 +89,10 @@ std::string FormatMegabytes(std::uint64_t bytes) {
   return WithThousandsCommas(std::to_string(whole)) + "." + WithLeadingZeros(static_cast<std::int64_t>(hundredths), 2);
 }
 
+std::string FormatSize(std::uint64_t bytes) {
+  constexpr std::uint64_t kKilobyte = 1024;
+  if (bytes >= kKilobyte * kKilobyte) return FormatMegabytes(bytes) + " MB";
+  return std::to_string((bytes + kKilobyte - 1) / kKilobyte) + " KB";
+}
+
 }  // namespace base

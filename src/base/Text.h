@@ -36,5 +36,7 @@ std::string WithLeadingZeros(std::int64_t number, std::size_t digits);
 
 /// `bytes` in units of 1024 * 1024 as "###,##0.00", such as "10,240.00".
 std::string FormatMegabytes(std::uint64_t bytes);
+/// With its unit: such megabytes, and below one of them whole kilobytes, rounded up.
+std::string FormatSize(std::uint64_t bytes);
 
 }  // namespace base

@@ -93,7 +93,7 @@ void frmRestore::ShowOffers(const backupset::Inspection& inspection) {
 void frmRestore::ShowSize(const Row& row) {
   const std::string archive = set_.folder + backupset::RowOf(row.category).archive + ".cab";
   const std::int64_t size = application_.host.files.FileSize(archive);
-  if (size >= 0) row.size.SetCaption(base::FormatMegabytes(static_cast<std::uint64_t>(size)) + " MB");
+  if (size >= 0) row.size.SetCaption(base::FormatSize(static_cast<std::uint64_t>(size)));
 }
 
 /// The date of a set is a text in the form of the host that made it. Its descriptor was written at that time.

@@ -25,6 +25,13 @@ TEST(TextFormat, Megabytes) {
   for (const auto& [bytes, text] : rows) EXPECT_EQ(base::FormatMegabytes(bytes), text);
 }
 
+TEST(Text, SizesUnderAMegabyteAreNotNothing) {
+  EXPECT_EQ(base::FormatSize(0), "0 KB");
+  EXPECT_EQ(base::FormatSize(1), "1 KB");
+  EXPECT_EQ(base::FormatSize((1 << 20) - 1), "1024 KB");
+  EXPECT_EQ(base::FormatSize(1 << 20), "1.00 MB");
+}
+
 TEST(Text, LeadingZerosCutNothing) {
   EXPECT_EQ(base::WithLeadingZeros(1000, 3), "1000");
 }
