@@ -19,14 +19,25 @@ Voice VoiceLeft(const fakes::Call& fault, Persistence persistence) {
   return SilencesMessages(fault) ? Voice::CannotShowMessages : Voice::Whole;
 }
 
-/// The first call to fail on a route. Up to the choice of the drive, runs with floppies and media are the same as those
-/// with a folder, whose every call fails too.
-std::size_t FirstFault(const Route& route, const std::vector<fakes::Call>& calls) {
-  if (!route.UsesFloppies() && route.name != "Medium") return 0;
-  Course sibling(RouteNamed(route.IsRestore() ? "RestoreFolder" : "Folder"));
-  sibling.Travel();
-  return static_cast<std::size_t>(std::ranges::mismatch(calls, sibling.calls.Calls()).in1 - calls.begin());
-}
+/// What of a route its sibling shows, whose every call fails too. Runs with floppies and media are the same as those
+/// with a folder up to the choice of the drive, and later call much in the same words.
+class Sibling {
+ public:
+  explicit Sibling(const Route& route) {
+    if (!route.UsesFloppies() && route.name != "Medium") return;
+    Course sibling(RouteNamed(route.IsRestore() ? "RestoreFolder" : "Folder"));
+    sibling.Travel();
+    calls_ = sibling.calls.Calls();
+  }
+  /// The first call that is not the sibling's.
+  std::size_t FirstOther(const std::vector<fakes::Call>& calls) const {
+    return static_cast<std::size_t>(std::ranges::mismatch(calls, calls_).in1 - calls.begin());
+  }
+  bool Makes(const fakes::Call& call) const { return std::ranges::find(calls_, call) != calls_.end(); }
+
+ private:
+  std::vector<fakes::Call> calls_;
+};
 
 class SingleFault : public testing::TestWithParam<std::tuple<std::size_t, Persistence>> {};
 
@@ -36,10 +47,14 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
   Flawless flawless(route);
   ASSERT_TRUE(flawless.course.ReportedSuccess());
   const std::vector<fakes::Call>& calls = flawless.course.calls.Calls();
-  const std::size_t first = FirstFault(route, calls);
+  const Sibling sibling(route);
+  const std::size_t first = sibling.FirstOther(calls);
+  std::size_t runs = 0;
   // What fails for good from one call on fails from the next one on as well, but for that call alone.
   const std::size_t step = persistence == Persistence::Once ? 1 : 3;
   for (std::size_t n = first + 1; n <= calls.size(); n += step) {
+    if (persistence == Persistence::Once && sibling.Makes(calls[n - 1])) continue;
+    ++runs;
     Course course(route);
     persistence == Persistence::Once ? course.calls.FailCall(n) : course.calls.FailFrom("", "", n);
     course.Travel();
@@ -47,8 +62,8 @@ TEST_P(SingleFault, IsToldAndLosesNothing) {
     const std::string wrong = Judge(course, flawless, VoiceLeft(fault, persistence));
     EXPECT_EQ(wrong, "") << n << ": " << fault.contract << "." << fault.method << "(" << fault.detail << ")";
   }
-  std::cout << route.name << ": " << calls.size() << " calls, of the last " << calls.size() - first
-            << (step == 1 ? " each failed\n" : " every third failed, and all after it\n");
+  std::cout << route.name << ": " << calls.size() << " calls, " << runs
+            << (step == 1 ? " failed once\n" : " failed with all after it\n");
 }
 
 std::string NameOf(const testing::TestParamInfo<SingleFault::ParamType>& test) {
