@@ -95,6 +95,8 @@ bool Kit::WriteUndo() {
           "del /f /q \"%SystemRoot%\\.test-machine\" >nul 2>&1\r\n"
           "diskpart /s \"%~dp0work\\detach.txt\" >nul 2>&1\r\n"
           "del /f /q \"%~dp0work\\*.vhd\" >nul 2>&1\r\n"
+          "if exist C:\\Tarsus exit /b 1\r\n"
+          "if exist \"%SystemRoot%\\.test-machine\" exit /b 1\r\n"
           "exit /b 0\r\n";
   undo.close();
   return undo.good();
@@ -122,8 +124,16 @@ void Kit::MakeMedia() {
 void Kit::Ask() {
   report_.Begin("Questions that only Windows can answer");
   SetEnvironmentVariableW(L"QX_SMALL_DRIVE", HasDrive(L'V') ? L"V:" : nullptr);
-  for (const Case& one : CasesIn(RunHere(Quoted(folder_ / "bin" / "windows_questions.exe"), "questions", 20).output))
-    Tell(one, !IsWine());
+  const Ran ran = RunHere(Quoted(folder_ / "bin" / "windows_questions.exe"), "questions", 20);
+  TellAll(ran, !IsWine());
+}
+
+void Kit::TellAll(const Ran& ran, bool counts) {
+  const std::vector<Case> cases = CasesIn(ran.output);
+  for (const Case& one : cases) Tell(one, counts);
+  // A program that died has a case that never ended; one that did not start has none.
+  const bool ended = !cases.empty() && cases.back().result != Case::Broken;
+  report_.Check("the test program came to its end", ended, ended ? std::string() : LastLines(ran.output));
 }
 
 void Kit::Tell(const Case& one, bool counts) {
@@ -196,7 +206,7 @@ void Kit::RunTests(const std::string& name, const fs::path& program) {
   SetEnvironmentVariableW(L"PACKAGES", (folder_ / "packages").c_str());
   const Ran ran = RunHere(Quoted(folder_ / program), name, 60);
   SetEnvironmentVariableW(L"GTEST_TOTAL_SHARDS", nullptr);
-  for (const Case& one : CasesIn(ran.output)) Tell(one, true);
+  TellAll(ran, true);
   report_.Check("the test program ends with all cases passed", ran.code == 0u, LastLines(ran.output));
 }
 

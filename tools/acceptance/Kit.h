@@ -48,6 +48,8 @@ class Kit {
   Ran RunHere(const std::wstring& command, const std::string& log, int minutes = 5) const;
   /// Passed when the command ends with `code`.
   bool Check(const std::string& what, const std::wstring& command, std::uint32_t code = 0, int minutes = 5);
+  /// Every case of a test program, and whether it came to its end. `counts`: what its cases answer is right or wrong.
+  void TellAll(const Ran& ran, bool counts);
   void Tell(const Case& one, bool counts);
   std::filesystem::path Package(const std::wstring& name) const;
 
